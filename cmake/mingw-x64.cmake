@@ -1,0 +1,4 @@
+set(SYLVEX_TRIPLE x86_64-w64-mingw32)
+set(SYLVEX_WIDL_MODE --win64)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)

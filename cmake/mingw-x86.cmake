@@ -1,0 +1,4 @@
+set(SYLVEX_TRIPLE i686-w64-mingw32)
+set(SYLVEX_WIDL_MODE --win32)
+set(CMAKE_SYSTEM_PROCESSOR x86)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)

@@ -1,0 +1,160 @@
+#include "control/sylvex.h"
+
+namespace sylvex {
+
+namespace {
+
+/// Names of the properties behind TreeSetting, in its order.
+constexpr const wchar_t* kSettingNames[] = {L"Appearance",    L"BorderStyle", L"Checkboxes", L"Enabled",   L"FullRowSelect",
+                                            L"HideSelection", L"HotTracking", L"LabelEdit",  L"LineStyle", L"MousePointer"};
+
+/// The new value of a property as a parameter of its report: New_ and the property's name.
+template <class Value>
+struct NewValue {
+    const wchar_t* name;
+    const Value& value;
+    void DumpTo(Dump& dump) const
+    {
+        std::string parameter = "New_";
+        for (const wchar_t* at = name; *at != L'\0'; ++at) parameter += static_cast<char>(*at);
+        dump.Add(parameter, value);
+    }
+};
+
+}  // namespace
+
+/// Reads a property under the trap, as the procedure of the property's name.
+template <class Read>
+auto Sylvex::Get(const wchar_t* name, Read&& read)
+{
+    return Trapped(m_instance, name, kNone, kNone, [&](int& line) {
+        line = 1;
+        return read();
+    });
+}
+
+/// Writes a property likewise, asking the host before and telling it after.
+template <class Value, class Write>
+void Sylvex::Let(const wchar_t* name, const Value& value, Write&& write)
+{
+    Trapped(m_instance, name, NewValue<Value>{name, value}, kNone, [&](int& line) {
+        if (!m_container.MayChange(name)) return;
+        line = 1;
+        write();
+        line = 2;
+        m_container.PropertyChanged(name);
+    });
+}
+
+WindowHandle Sylvex::hWnd()
+{
+    return Get(L"hWnd", [&] { return m_instance.TV.hWnd(); });
+}
+
+void Sylvex::LethWnd(long New_hWnd)
+{
+    if (m_container.UserMode()) throw ReadOnlyAtRunTime();  // outside the trap: it reaches the host unreported
+    Let(L"hWnd", New_hWnd, [&] { m_instance.m_hWnd = New_hWnd; });
+}
+
+int Sylvex::Setting(TreeSetting setting)
+{
+    return Get(kSettingNames[static_cast<std::size_t>(setting)], [&] { return m_instance.TV.Setting(setting); });
+}
+
+void Sylvex::LetSetting(TreeSetting setting, int value)
+{
+    Let(kSettingNames[static_cast<std::size_t>(setting)], value, [&] { m_instance.TV.SetSetting(setting, value); });
+}
+
+ObjectRef Sylvex::Font()
+{
+    return Get(L"Font", [&] { return m_instance.TV.Font(); });
+}
+
+void Sylvex::SetFont(const ObjectRef& New_Font)
+{
+    Let(L"Font", New_Font, [&] { m_instance.TV.SetFont(New_Font); });
+}
+
+ObjectRef Sylvex::MouseIcon()
+{
+    return Get(L"MouseIcon", [&] { return m_instance.TV.MouseIcon(); });
+}
+
+void Sylvex::SetMouseIcon(const ObjectRef& New_MouseIcon)
+{
+    Let(L"MouseIcon", New_MouseIcon, [&] { m_instance.TV.SetMouseIcon(New_MouseIcon); });
+}
+
+std::wstring Sylvex::PathSeparator()
+{
+    return Get(L"PathSeparator", [&] { return m_instance.TV.GetNodes().PathSeparator(); });
+}
+
+void Sylvex::LetPathSeparator(const std::wstring& New_PathSeparator)
+{
+    Let(L"PathSeparator", New_PathSeparator,
+        [&] { m_instance.TV.GetNodes().SetPathSeparator(New_PathSeparator); });
+}
+
+std::wstring Sylvex::FileFilter()
+{
+    return Get(L"FileFilter", [&] { return m_instance.m_FileFilter; });
+}
+
+void Sylvex::LetFileFilter(const std::wstring& New_FileFilter)
+{
+    Let(L"FileFilter", New_FileFilter, [&] { m_instance.m_FileFilter = New_FileFilter; });
+}
+
+bool Sylvex::DragDropEnable()
+{
+    return Get(L"DragDropEnable", [&] { return m_instance.m_DragDropEnable; });
+}
+
+void Sylvex::LetDragDropEnable(bool New_DragDropEnable)
+{
+    Let(L"DragDropEnable", New_DragDropEnable, [&] { m_instance.m_DragDropEnable = New_DragDropEnable; });
+}
+
+bool Sylvex::RecursiveCheck()
+{
+    return Get(L"RecursiveCheck", [&] { return m_instance.m_RecursiveCheck; });
+}
+
+void Sylvex::LetRecursiveCheck(bool New_RecursiveCheck)
+{
+    Let(L"RecursiveCheck", New_RecursiveCheck, [&] { m_instance.m_RecursiveCheck = New_RecursiveCheck; });
+}
+
+Node* Sylvex::SelectedItem()
+{
+    return Get(L"SelectedItem", [&] { return m_instance.TV.SelectedItem(); });
+}
+
+void Sylvex::LetSelectedItem(Node* New_SelectedItem)
+{
+    Trapped(m_instance, L"SelectedItem", VARIABLES(New_SelectedItem), kNone, [&](int& line) {
+        line = 1;
+        m_instance.TV.SetSelectedItem(New_SelectedItem);
+    });
+}
+
+void Sylvex::LetImageList(ImageListHandle New_ImageList)
+{
+    Let(L"ImageList", New_ImageList, [&] { m_instance.TV.SetImageListHandle(New_ImageList); });
+}
+
+std::wstring Sylvex::BuildFileListFilter()
+{
+    return Get(L"BuildFileListFilter", [&] { return m_list.BuildFileListFilter(); });
+}
+
+void Sylvex::LetBuildFileListFilter(const std::wstring& New_BuildFileListFilter)
+{
+    Let(L"BuildFileListFilter", New_BuildFileListFilter,
+        [&] { m_list.LetBuildFileListFilter(New_BuildFileListFilter); });
+}
+
+}  // namespace sylvex

@@ -1,0 +1,373 @@
+#include "control/sylvex.h"
+
+#include <unordered_set>
+
+#include "platform/text.h"
+
+namespace sylvex {
+
+namespace {
+
+constexpr int kReopenEditAfter = 100;  // milliseconds
+constexpr short kEscape = 27;
+
+void DumpGlobals(Dump& dump)
+{
+    dump.Add("InTreeSetParent", InTreeSetParent());
+    dump.Add("m_Sylvex", m_Sylvex());
+    dump.Add("Buffer", L"");
+    dump.Add("f_Type", L"");
+    dump.Add("LVI", L"{LVITEM}");
+    dump.Add("Master", L"{Nothing}");
+    dump.Add("SFI", L"{SHFILEINFO}");
+    dump.Add("g_hBoldFont", 0);
+}
+
+}  // namespace
+
+Sylvex::Sylvex(Platform& platform, Container& container, SylvexEvents& events, WindowHandle parent)
+    : m_container(container),
+      m_events(events),
+      m_instance(platform, *this, parent),
+      m_tree(m_instance),
+      m_checks(m_instance),
+      m_list(m_instance, m_tree),
+      Timer2(platform.timers.Create([this] {
+          const auto alive = m_container.KeepAlive();
+          try {
+              Timer2_Timer();
+          } catch (...) {  // reported; a timer has nobody to pass it on to
+          }
+      }))
+{
+    SetGlobalDump(&DumpGlobals);
+    Timer2->SetInterval(kReopenEditAfter);
+    UserControl_Initialize();
+}
+
+Sylvex::~Sylvex()
+{
+    sylvex::m_Sylvex() = nullptr;
+    m_instance.m_ReqListView.reset();
+}
+
+void Sylvex::UserControl_Initialize()
+{
+    Trapped(m_instance, L"Usercontrol_Initialize", kNone, kNone, [&](int& line) {
+        line = 1;
+        m_tree.LoadSystemIcons();
+        line = 2;
+        m_instance.TV.SetImageList(&m_instance.ImageList1);
+        line = 3;
+        m_instance.TV.GetNodes().Add(nullptr, Relationship::Last, L"Sylvex", L"Sylvex + [ *.zip ]",
+                                     std::wstring(L"cl"));
+        line = 4;
+        m_instance.TV.Refresh();
+        line = 5;
+        sylvex::m_Sylvex() = &m_instance;
+    });
+}
+
+void Sylvex::UserControl_InitProperties()
+{
+    Trapped(m_instance, L"UserControl_InitProperties", kNone, kNone, [&](int& line) {
+        line = 1;
+        m_instance.m_Path.clear();
+        line = 2;
+        m_instance.m_hWnd = 0;
+        line = 3;
+        m_instance.m_FileFilter.clear();
+        line = 4;
+        m_instance.m_DragDropEnable = false;
+        line = 5;
+        m_instance.m_RecursiveCheck = true;
+    });
+}
+
+void Sylvex::UserControl_Resize(Size size)
+{
+    Trapped(m_instance, L"UserControl_Resize", kNone, VARIABLES(size), [&](int& line) {
+        line = 1;
+        m_instance.TV.Move({0, 0, size.cx, size.cy});
+    });
+}
+
+void Sylvex::Timer2_Timer()
+{
+    Trapped(m_instance, L"Timer2_Timer", kNone, kNone, [&](int& line) {
+        line = 1;
+        m_instance.TV.StartLabelEdit();
+        line = 2;
+        Timer2->SetEnabled(false);
+    });
+}
+
+void Sylvex::Enumerate()
+{
+    Trapped(m_instance, L"Enumerate", kNone, kNone, [&](int& line) {
+        line = 1;
+        m_tree.Clear();
+        line = 2;
+        m_instance.SylvexFilter = SplitText(m_instance.m_FileFilter, L';');
+        line = 3;
+        m_tree.LoadTree6();
+        line = 4;
+        m_instance.TV.InstallCheckPictures();
+    });
+}
+
+void Sylvex::Clear()
+{
+    m_tree.Clear();
+}
+
+std::wstring Sylvex::BuildFullPath(Node* nod)
+{
+    return m_tree.BuildFullPath(nod);
+}
+
+/// Hides the bound list, empties it and fills it anew from the first node, and shows it again.
+void Sylvex::RebuildList()
+{
+    m_instance.BoundList()->ClearItems();
+    m_list.Binding().LVColumnHeaders();
+    m_list.BuildFileList(&m_instance.TV.GetNodes().Item(1), false);
+}
+
+void Sylvex::Refresh()
+{
+    Trapped(m_instance, L"Refresh", kNone, kNone, [&](int& line) {
+        if (m_instance.m_ReqListView) {
+            line = 1;
+            m_instance.BoundList()->SetVisible(false);
+            line = 2;
+            RebuildList();
+            line = 3;
+            m_instance.BoundList()->SetVisible(true);
+        }
+        line = 4;
+        m_instance.TV.Refresh();
+    });
+}
+
+bool Sylvex::CheckNodeSelective(Node* node)
+{
+    return Trapped(m_instance, L"CheckNodeSelective", VARIABLES(node), kNone, [&](int& line) {
+        line = 1;
+        if (node == nullptr) throw ObjectNotSet();
+        TV_NodeCheck(*node);
+        return false;
+    });
+}
+
+void Sylvex::FreezeCtl(bool bFreeze)
+{
+    constexpr unsigned kSetRedraw = 11;
+    Trapped(m_instance, L"FreezeCtl", VARIABLES(bFreeze), kNone, [&](int& line) {
+        const NamedModule modTools(L"modTools", m_instance.platform);
+        m_instance.TV.SetFrozen(bFreeze);
+        if (bFreeze) {
+            line = 1;
+            Trapped(modTools, L"FreezeCtl", kNone, kNone, [&](int& inner) {
+                inner = 1;
+                m_instance.platform.windows.Send(m_instance.TV.hWnd(), kSetRedraw, 0, 0);
+            });
+            return;
+        }
+        line = 2;
+        try {  // a thaw goes on whatever fails
+            m_instance.platform.windows.Send(m_instance.TV.hWnd(), kSetRedraw, 1, 0);
+            Refresh();
+        } catch (...) {
+        }
+    });
+}
+
+void Sylvex::BuildFileList(Node* pNode, bool RecursiveCall)
+{
+    m_list.BuildFileList(pNode, RecursiveCall);
+}
+
+bool Sylvex::AssignSysIL()
+{
+    return m_list.Binding().AssignSysIL();
+}
+
+Currency Sylvex::CVC(const std::wstring& ValToConvert)
+{
+    return sylvex::CVC(m_instance, m_instance.platform.regional, ValToConvert);
+}
+
+std::wstring Sylvex::ReturnFileName(const std::wstring& Arq)
+{
+    return m_list.ReturnFileName(Arq);
+}
+
+void Sylvex::SetReqListView(const std::shared_ptr<ListView>& New_ReqListView)
+{
+    Trapped(m_instance, L"ReqListView", kNone, kNone, [&](int& line) {
+        line = 1;
+        m_list.Binding().Bind(New_ReqListView);
+        line = 2;
+        m_container.PropertyChanged(L"ReqListView");
+    });
+}
+
+// ---- events of the tree
+
+void Sylvex::TV_Expand(Node& Node)
+{
+    bool blnChecked = false;
+    std::wstring SearchString;
+    Trapped(m_instance, L"TV_Expand", VARIABLES(Node), VARIABLES(blnChecked, SearchString), [&](int& line) {
+        line = 1;
+        if (m_instance.InClear) return;
+        const NodeRef node(&Node);
+        line = 2;
+        m_events.Expand(Node);
+        line = 3;
+        blnChecked = node->Checked();
+        line = 4;
+        m_tree.LoadChildren(*node);
+        if (m_instance.InSetNodeChecked || !m_instance.m_ReqListView) return;
+        line = 5;
+        MarkListed(node, SearchString);
+        line = 6;
+        if (!node->Bold()) m_checks.TreeSelectiveCheck(*node, m_instance.m_RecursiveCheck);
+    });
+}
+
+/// Ticks those children of the node whose path is the text of a row in the bound list.
+void Sylvex::MarkListed(const NodeRef& node, std::wstring& SearchString)
+{
+    const auto list = m_instance.BoundList();
+    if (list->RowCount() == 0) return;
+    Regional& regional = m_instance.platform.regional;
+    std::unordered_set<std::wstring> texts;
+    for (const std::wstring& text : list->Texts()) texts.insert(LowerText(regional, text));
+    const std::wstring above = node->FullPath() + node->Collection().PathSeparator();
+    for (Node* child = node->Child(); child != nullptr; child = child->Next()) {
+        SearchString = LowerText(regional, m_tree.PathOf(above + child->Text(), child->Text()));
+        // A file of a type that the filter does not list has a path that ends like a folder's; its row does not.
+        const std::wstring unqualified = SearchString.substr(0, SearchString.find_last_not_of(L'\\') + 1);
+        if (texts.contains(SearchString) || texts.contains(unqualified)) child->WriteMarks(true, child->Bold());
+    }
+    node->Collection().MarksWritten();
+}
+
+void Sylvex::TV_NodeCheck(Node& Node)
+{
+    Trapped(m_instance, L"TV_NodeCheck", VARIABLES(Node), kNone, [&](int& line) {
+        line = 1;
+        if (m_instance.InClear) return;
+        const NodeRef node(&Node);
+        line = 2;
+        m_checks.TreeSelectiveCheck(Node, m_instance.m_RecursiveCheck);
+        line = 3;
+        m_instance.BoundList()->SetVisible(false);
+        line = 4;
+        if (!m_instance.InSetNodeChecked && !InTreeSetParent()) RebuildList();
+        line = 5;
+        m_instance.BoundList()->SetVisible(true);
+        line = 6;
+        m_events.NodeCheck(*node);
+    });
+}
+
+void Sylvex::TV_Collapse(Node& Node)
+{
+    Trapped(m_instance, L"TV_Collapse", VARIABLES(Node), kNone, [&](int& line) {
+        line = 1;
+        m_events.Collapse(Node);
+    });
+}
+
+void Sylvex::TV_NodeClick(Node& Node)
+{
+    Trapped(m_instance, L"TV_NodeClick", VARIABLES(Node), kNone, [&](int& line) {
+        line = 1;
+        m_events.NodeClick(Node);
+    });
+}
+
+void Sylvex::TV_DblClick()
+{
+    Trapped(m_instance, L"TV_DblClick", kNone, kNone, [&](int& line) {
+        line = 1;
+        m_events.DblClick();
+    });
+}
+
+void Sylvex::TV_KeyDown(short& KeyCode, short Shift)
+{
+    Trapped(m_instance, L"TV_KeyDown", VARIABLES(KeyCode, Shift), kNone, [&](int& line) {
+        line = 1;
+        m_events.KeyDown(KeyCode, Shift);
+    });
+}
+
+void Sylvex::TV_KeyPress(short& KeyAscii)
+{
+    Trapped(m_instance, L"TV_KeyPress", VARIABLES(KeyAscii), kNone, [&](int& line) {
+        line = 2;
+        m_events.KeyPress(KeyAscii);
+    });
+}
+
+void Sylvex::TV_KeyUp(short& KeyCode, short Shift)
+{
+    Trapped(m_instance, L"TV_KeyUp", VARIABLES(KeyCode, Shift), kNone, [&](int& line) {
+        if (KeyCode == kEscape) {
+            line = 1;
+            Node* selected = m_instance.TV.SelectedItem();
+            if (selected == nullptr) throw ObjectNotSet();
+            // Nothing is put back while no edit has begun since the tree was loaded.
+            if (!m_instance.sNodeText.empty()) selected->SetText(m_instance.sNodeText);
+        }
+        line = 2;
+        m_events.KeyUp(KeyCode, Shift);
+    });
+}
+
+void Sylvex::TV_MouseDown(short Button, short Shift, Point where)
+{
+    Trapped(m_instance, L"TV_MouseDown", VARIABLES(Button, Shift, where), kNone, [&](int& line) {
+        line = 2;
+        m_events.MouseDown(Button, Shift, where);
+    });
+}
+
+void Sylvex::TV_MouseMove(short Button, short Shift, Point where)
+{
+    Trapped(m_instance, L"TV_MouseMove", VARIABLES(Button, Shift, where), kNone, [&](int& line) {
+        line = 2;
+        m_events.MouseMove(Button, Shift, where);
+    });
+}
+
+void Sylvex::TV_MouseUp(short Button, short Shift, Point where)
+{
+    Trapped(m_instance, L"TV_MouseUp", VARIABLES(Button, Shift, where), kNone, [&](int& line) {
+        line = 6;
+        m_events.MouseUp(Button, Shift, where);
+    });
+}
+
+void Sylvex::TV_BeforeLabelEdit(bool& Cancel)
+{
+    Trapped(m_instance, L"TV_BeforeLabelEdit", VARIABLES(Cancel), kNone, [&](int& line) {
+        line = 1;
+        const Node* selected = m_instance.TV.SelectedItem();
+        if (selected == nullptr) throw ObjectNotSet();
+        if (!selected->Text().empty()) m_instance.sNodeText = selected->Text();
+    });
+}
+
+void Sylvex::TV_AfterLabelEdit(bool& Cancel, const std::wstring& NewString)
+{
+    // Until renaming is there a label is put back, so that the tree never shows a name that the disk does not have.
+    Cancel = true;
+    static_cast<void>(NewString);
+}
+
+}  // namespace sylvex

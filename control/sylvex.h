@@ -1,0 +1,140 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "checks/tree_select.h"
+#include "filelist/file_list.h"
+#include "filelist/formatting.h"
+#include "instance/instance.h"
+#include "tree/folder_tree.h"
+
+namespace sylvex {
+
+/// What the host hears. Parameters by reference go back to the tree as the host leaves them. Handlers may do anything,
+/// letting go of the control included.
+class SylvexEvents {
+public:
+    virtual ~SylvexEvents() = default;
+    virtual void NodeCheck(Node& node) = 0;
+    virtual void NodeClick(Node& node) = 0;
+    virtual void Collapse(Node& node) = 0;
+    virtual void DblClick() = 0;
+    virtual void Expand(Node& node) = 0;
+    virtual void KeyDown(short& keyCode, short& shift) = 0;
+    virtual void KeyPress(short& keyAscii) = 0;
+    virtual void KeyUp(short& keyCode, short& shift) = 0;
+    /// Positions in pixels of the tree's client area.
+    virtual void MouseUp(short button, short shift, Point where) = 0;
+    virtual void MouseMove(short button, short shift, Point where) = 0;
+    virtual void MouseDown(short button, short shift, Point where) = 0;
+};
+
+/// What the control asks of whatever contains it.
+class Container {
+public:
+    virtual ~Container() = default;
+    /// Keeps the control in existence while a call from its windows runs.
+    virtual std::shared_ptr<void> KeepAlive() = 0;
+    /// True at run time, false while the host is being designed.
+    virtual bool UserMode() = 0;
+    /// Tells the host that a property has changed.
+    virtual void PropertyChanged(const wchar_t* name) = 0;
+    /// True when the host lets the property change now.
+    virtual bool MayChange(const wchar_t* name) = 0;
+};
+
+/// The control: a folder and file selector. Composes the subsystems; every public member runs under the error trap,
+/// and what fails is reported and raised as 65535.
+class Sylvex : private TreeViewEvents {
+public:
+    /// Makes the child controls, the tree's window below `parent`, and shows one placeholder node. The arguments
+    /// outlive the control. (UserControl_Initialize)
+    Sylvex(Platform& platform, Container& container, SylvexEvents& events, WindowHandle parent);
+    /// UserControl_Terminate
+    ~Sylvex() override;
+
+    void UserControl_InitProperties();
+    /// The control's inner size in pixels.
+    void UserControl_Resize(Size size);
+
+    void Enumerate();
+    void Clear();
+    std::wstring BuildFullPath(Node* nod);
+    void Refresh();
+    /// Always false.
+    bool CheckNodeSelective(Node* node);
+    void FreezeCtl(bool bFreeze);
+    /// `pNode` null: nothing happens.
+    void BuildFileList(Node* pNode, bool RecursiveCall);
+    bool AssignSysIL();
+    Currency CVC(const std::wstring& ValToConvert);
+    std::wstring ReturnFileName(const std::wstring& Arq);
+    std::wstring BuildFileListFilter();
+    void LetBuildFileListFilter(const std::wstring& New_BuildFileListFilter);
+    const std::shared_ptr<ListView>& ReqListView() const { return m_instance.m_ReqListView; }
+    /// Binds a list view. Null: as an unset object.
+    void SetReqListView(const std::shared_ptr<ListView>& New_ReqListView);
+
+    WindowHandle hWnd();
+    /// Raises 382 at run time; stores the value otherwise.
+    void LethWnd(long New_hWnd);
+    int Setting(TreeSetting setting);
+    /// Raises 380 (through the trap) outside the setting's values; the old value is kept.
+    void LetSetting(TreeSetting setting, int value);
+    ObjectRef Font();
+    void SetFont(const ObjectRef& New_Font);
+    ObjectRef MouseIcon();
+    void SetMouseIcon(const ObjectRef& New_MouseIcon);
+    std::wstring PathSeparator();
+    void LetPathSeparator(const std::wstring& New_PathSeparator);
+    std::wstring FileFilter();
+    void LetFileFilter(const std::wstring& New_FileFilter);
+    bool DragDropEnable();
+    void LetDragDropEnable(bool New_DragDropEnable);
+    bool RecursiveCheck();
+    void LetRecursiveCheck(bool New_RecursiveCheck);
+    Node* SelectedItem();
+    void LetSelectedItem(Node* New_SelectedItem);
+    /// A foreign image list for the tree; 0 none.
+    void LetImageList(ImageListHandle New_ImageList);
+
+    TreeView& Tree() { return m_instance.TV; }
+    Instance& State() { return m_instance; }
+
+private:
+    std::shared_ptr<void> KeepAlive() override { return m_container.KeepAlive(); }
+    void TV_Expand(Node& Node) override;
+    void TV_Collapse(Node& Node) override;
+    void TV_NodeClick(Node& Node) override;
+    void TV_NodeCheck(Node& Node) override;
+    void TV_DblClick() override;
+    void TV_KeyDown(short& KeyCode, short Shift) override;
+    void TV_KeyPress(short& KeyAscii) override;
+    void TV_KeyUp(short& KeyCode, short Shift) override;
+    void TV_MouseDown(short Button, short Shift, Point where) override;
+    void TV_MouseMove(short Button, short Shift, Point where) override;
+    void TV_MouseUp(short Button, short Shift, Point where) override;
+    void TV_BeforeLabelEdit(bool& Cancel) override;
+    void TV_AfterLabelEdit(bool& Cancel, const std::wstring& NewString) override;
+
+    void UserControl_Initialize();
+    void Timer2_Timer();
+    void RebuildList();
+    void MarkListed(const NodeRef& node, std::wstring& SearchString);
+    template <class Read>
+    auto Get(const wchar_t* name, Read&& read);
+    template <class Value, class Write>
+    void Let(const wchar_t* name, const Value& value, Write&& write);
+
+    Container& m_container;
+    SylvexEvents& m_events;
+    Instance m_instance;
+    FolderTree m_tree;
+    TreeSelect m_checks;
+    FileList m_list;
+    std::unique_ptr<Timer> Timer2;
+};
+
+}  // namespace sylvex

@@ -1,0 +1,130 @@
+#include "diagnostics/trap.h"
+
+#include <new>
+#include <stdexcept>
+
+#include "diagnostics/version.h"
+
+namespace sylvex {
+
+namespace {
+
+GlobalDump g_globalDump = nullptr;
+
+std::wstring Widen(const char* text)
+{
+    std::wstring wide;
+    for (; *text != '\0'; ++text) wide += static_cast<wchar_t>(static_cast<unsigned char>(*text));
+    return wide;
+}
+
+std::wstring GlobalVariables()
+{
+    Dump dump;
+    if (g_globalDump != nullptr) g_globalDump(dump);
+    const ErrorState& state = CurrentErrorState();
+    dump.Add("vantorComponentID", state.vantorComponentID);
+    dump.Add("vantorHasInitialised", state.vantorHasInitialised);
+    dump.Add("vantorErrorNumber", state.vantorErrorNumber);
+    dump.Add("vantorErrorDescription", state.vantorErrorDescription);
+    dump.Add("vantorErrorLine", state.vantorErrorLine);
+    dump.Add("vantorErrorSource", state.vantorErrorSource);
+    return dump.Text();
+}
+
+std::wstring VariablesReport(const Module& module, const Dump& parameters, const Dump& locals)
+{
+    Dump moduleDump;
+    module.DumpVariables(moduleDump);
+    std::wstring text = L"<Variables>\r\n<LocalVariables>\r\n" + locals.Text() + L"</LocalVariables>\r\n";
+    text += L"<ModuleVariables>\r\n" + moduleDump.Text() + L"</ModuleVariables>\r\n";
+    text += L"<GlobalVariables>\r\n" + GlobalVariables() + L"</GlobalVariables>\r\n</Variables>\r\n";
+    text += L"<Parameters>\r\n" + parameters.Text() + L"</Parameters>";
+    return text;
+}
+
+std::wstring BoxText(const ErrorReport& report)
+{
+    return report.component + L" has encountered a problem. We are sorry for the inconvenience.\r\n\r\nModule: " +
+           report.module + L"\r\nProcedure: " + report.procedure + L"\r\nLine Number: " +
+           std::to_wstring(report.line) + L"\r\n\r\n" + report.description + L" (" + std::to_wstring(report.number) +
+           L")";
+}
+
+std::wstring VersionText()
+{
+    return std::to_wstring(kVersionMajor) + L"." + std::to_wstring(kVersionMinor) + L"." +
+           std::to_wstring(kVersionRevision);
+}
+
+/// Hands the report over, or shows it when nobody takes it. Whatever fails in here is left at that.
+void Send(const Module& module, const wchar_t* procedure, const Dump& parameters, const Dump& locals) noexcept
+{
+    try {
+        const ErrorState& state = CurrentErrorState();
+        ErrorReport report{L"SylvexControl",
+                           VersionText(),
+                           module.Name(),
+                           procedure,
+                           state.vantorErrorLine,
+                           state.vantorErrorNumber,
+                           state.vantorErrorDescription,
+                           VariablesReport(module, parameters, locals)};
+        if (!module.ReportTo().Report(report))
+            module.Boxes().Show(0, BoxText(report), L"Application Error", kBoxOk | kBoxCritical);
+    } catch (...) {
+    }
+}
+
+}  // namespace
+
+ErrorState& CurrentErrorState()
+{
+    thread_local ErrorState state;
+    return state;
+}
+
+void SetGlobalDump(GlobalDump dump)
+{
+    g_globalDump = dump;
+}
+
+RuntimeError CaptureError()
+{
+    try {
+        throw;
+    } catch (const RuntimeError& error) {
+        return error;
+    } catch (const std::bad_alloc&) {
+        return OutOfMemory();
+    } catch (const std::out_of_range&) {
+        return SubscriptOutOfRange();
+    } catch (const std::exception& error) {
+        return {51, L"Internal error: " + Widen(error.what())};
+    } catch (...) {
+        return {51, L"Internal error"};
+    }
+}
+
+void ReportAndPassOn(const Module& module, const wchar_t* procedure, long line, const Dump& parameters,
+                     const Dump& locals)
+{
+    const RuntimeError error = CaptureError();
+    ErrorState& state = CurrentErrorState();
+    state.vantorErrorNumber = error.number;
+    state.vantorErrorDescription = error.description;
+    state.vantorErrorLine = line;
+    state.vantorErrorSource = error.source;
+    Send(module, procedure, parameters, locals);
+    throw RuntimeError{kPassedOn, L"Application-defined or object-defined error"};
+}
+
+short ErrMsgBox(MessageBoxes& boxes, const std::wstring& message)
+{
+    const ErrorState& state = CurrentErrorState();
+    const std::wstring text =
+        L"Error: " + std::to_wstring(state.vantorErrorNumber) + L". " + state.vantorErrorDescription;
+    return static_cast<short>(boxes.Show(0, text, L"Sylvex." + message, kBoxRetryCancel | kBoxCritical));
+}
+
+}  // namespace sylvex

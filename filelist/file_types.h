@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "instance/instance.h"
+
+namespace sylvex {
+
+/// The type name and picture of each file extension, looked up once per extension and kept while the control lives
+/// (Instance::TypeNew).
+class FileTypes {
+public:
+    explicit FileTypes(Instance& instance);
+
+    /// The type name of an extension (without its full stop); sets `MyIcon` to its index in the system's small image
+    /// list. An empty extension gives an empty name and leaves `MyIcon`. The first file of an extension decides.
+    std::wstring GetFileType(const std::wstring& sExt, const std::wstring& FullPath, int& MyIcon);
+    /// Index of the record whose extension is `sExt` to the letter, -1 when the search does not meet it.
+    short BinarySearchTypeNew(const std::wstring& sExt);
+    /// One forward and one backward exchange pass per gap.
+    void ShellSortTypeNewArray();
+
+private:
+    Instance& m_instance;
+};
+
+}  // namespace sylvex

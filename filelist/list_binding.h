@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "instance/instance.h"
+#include "tree/folder_tree.h"
+
+namespace sylvex {
+
+/// Binds the host's list view and owns its columns, image lists and sorting.
+class ListBinding {
+public:
+    ListBinding(Instance& instance, FolderTree& tree);
+
+    /// The whole sequence of handing over a list view: image lists, folders, captions, columns, show. Null stores
+    /// nothing, shows the message that the image lists could not be attached, and ends in run-time error 91.
+    void Bind(const std::shared_ptr<ListView>& New_ReqListView);
+    /// Attaches the system's image lists; false when no list is bound.
+    bool AssignSysIL();
+    /// Empties the bound list and makes its sixteen columns anew.
+    void LVColumnHeaders();
+    /// False only when the volume of SourcePath reports a file system whose name does not begin with FAT.
+    bool CheckFAT();
+    /// The sub-item index of the column with this key.
+    short LVIdx(const std::wstring& sKey);
+    /// Ends a build: sorts by a column, attaches the image lists again, resets the pointer.
+    void LoadCleanup(short SortCol);
+
+private:
+    Instance& m_instance;
+    FolderTree& m_tree;
+};
+
+}  // namespace sylvex

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sylvex::host {
+
+/// A drive and the names below it, as they are found one by one in the tree.
+struct TreePath {
+    /// Root as the tree keys it, such as "C:\", with an upper-case letter.
+    std::wstring drive;
+    /// Folder and file names from the root on; empty for the drive itself.
+    std::vector<std::wstring> names;
+
+    /// The path as a user writes it; only a drive's root ends in a backslash.
+    std::wstring Text() const;
+};
+
+/// The path behind an absolute text such as `C:\Docs\a.txt`. Slashes count as backslashes, "." and ".." are resolved;
+/// empty for anything else, paths of network shares included.
+std::optional<TreePath> ParseTreePath(std::wstring_view text);
+
+/// What the command line asks for.
+struct Options {
+    std::optional<TreePath> open;
+    std::vector<TreePath> checks;
+    /// Value for BuildFileListFilter; empty when it was not given.
+    std::optional<std::wstring> patterns;
+    /// Value for FileFilter; empty when it was not given.
+    std::optional<std::wstring> fileFilter;
+    bool recursive = true;
+    /// File to write the list to, "-" for the standard output.
+    std::optional<std::wstring> csv;
+    std::optional<std::wstring> readyFile;
+    bool exit = false;
+    bool help = false;
+
+    /// Whether a program waits for the result, so that nothing may wait for a person.
+    bool Unattended() const { return exit || csv || readyFile; }
+};
+
+/// A command line that cannot be understood; `what` says why.
+class UsageError : public std::exception {
+public:
+    explicit UsageError(std::wstring message) : m_message(std::move(message)) {}
+    const char* what() const noexcept override { return "wrong arguments"; }
+    const std::wstring& Message() const { return m_message; }
+
+private:
+    std::wstring m_message;
+};
+
+/// Reads the arguments after the program's name; values follow their option or stand behind "=". Throws UsageError.
+Options ParseOptions(const std::vector<std::wstring>& arguments);
+
+/// What --help prints.
+std::wstring_view UsageText();
+
+}  // namespace sylvex::host

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/platform.h"
+#include "platform/simulated/simulated_disk.h"
+#include "platform/simulated/simulated_images.h"
+#include "platform/simulated/simulated_messages.h"
+#include "platform/simulated/simulated_regional.h"
+#include "platform/simulated/simulated_shell.h"
+#include "platform/simulated/simulated_system.h"
+#include "platform/simulated/simulated_timers.h"
+#include "platform/simulated/simulated_tree.h"
+#include "platform/simulated/simulated_windows.h"
+#include "platform/simulated/tree_user.h"
+
+namespace sylvex {
+
+/// A desktop in memory with one of each service of the platform; at first it has no drives and no windows.
+class SimulatedDesktop {
+public:
+    SimulatedDesktop() = default;
+    SimulatedDesktop(const SimulatedDesktop&) = delete;
+    SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
+
+    CallGate gate;
+    IconTable icons;
+    SimulatedDisk disk{gate};
+    SimulatedShell shell{gate, disk, icons};
+    SimulatedRegional regional{gate};
+    SimulatedSystem system{gate};
+    SimulatedImages images{gate, icons};
+    SimulatedWindows windows{gate, images, system};
+    SimulatedTimers timers{gate};
+    SimulatedBoxes boxes{gate, system};
+    SimulatedReporter reporter{gate};
+
+    Platform& Get() { return m_platform; }
+    /// What is not given back: "" or a line such as "icons 2, image lists 1". Ask when the control is gone.
+    std::string Leaks() const;
+
+private:
+    Platform m_platform{disk, shell, regional, system, windows, images, timers, boxes, reporter};
+};
+
+}  // namespace sylvex

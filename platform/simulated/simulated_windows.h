@@ -1,0 +1,75 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "platform/simulated/simulated_images.h"
+#include "platform/simulated/simulated_list.h"
+#include "platform/simulated/simulated_system.h"
+#include "platform/windows.h"
+
+namespace sylvex {
+
+class SimulatedTree;
+
+/// One message that went through Windows::Send.
+struct SentMessage {
+    WindowHandle window = 0;
+    unsigned message = 0;
+    std::uintptr_t wParam = 0;
+    std::intptr_t lParam = 0;
+};
+
+/// The windows of the simulated desktop: hosts' own, their list views, and the control's trees.
+class SimulatedWindows final : public Windows {
+public:
+    SimulatedWindows(CallGate& gate, SimulatedImages& images, SimulatedSystem& system);
+    ~SimulatedWindows() override;
+
+    /// A window of the host, such as the one that a tree is made in.
+    WindowHandle NewWindow();
+    /// A list view of the host, visible and empty.
+    SimulatedList NewList();
+    /// Destroys a window with those below it, as a closing host does.
+    void DestroyWindow(WindowHandle window);
+    /// The trees that exist, in the order of their making. They belong to who called CreateTree.
+    const std::vector<SimulatedTree*>& Trees() const { return m_trees; }
+    /// Every message that was sent, in order.
+    const std::vector<SentMessage>& Sent() const { return m_sent; }
+    /// How often this message was sent to any window.
+    int CountSent(unsigned message) const;
+    /// From now on CreateTree raises 7.
+    void RefuseTrees() { m_refuseTrees = true; }
+
+    std::unique_ptr<TreeWindow> CreateTree(WindowHandle parent, TreeWindowListener& listener) override;
+    std::unique_ptr<ListWindow> WrapList(WindowHandle list) override;
+    bool Exists(WindowHandle window) override;
+    std::intptr_t Send(WindowHandle window, unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
+    std::uint32_t Style(WindowHandle window) override;
+    void SetStyle(WindowHandle window, std::uint32_t style) override;
+
+    /// For trees: their services, and the end of a tree.
+    CallGate& Gate() { return m_gate; }
+    SimulatedImages& ImageLists() { return m_images; }
+    SimulatedSystem& Machine() { return m_system; }
+    void Forget(const SimulatedTree& tree) noexcept;
+
+private:
+    struct Window {
+        WindowHandle parent = 0;
+        std::uint32_t style = 0x50000000;  // a visible child
+        SimulatedTree* tree = nullptr;
+        std::shared_ptr<ListState> list;
+    };
+    CallGate& m_gate;
+    SimulatedImages& m_images;
+    SimulatedSystem& m_system;
+    std::map<WindowHandle, Window> m_windows;
+    std::vector<SimulatedTree*> m_trees;
+    std::vector<SentMessage> m_sent;
+    WindowHandle m_last = 0x10000;
+    bool m_refuseTrees = false;
+};
+
+}  // namespace sylvex

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <windows.h>
+
+#include "platform/types.h"
+#include "platform/win32/com_pointer.h"
+
+namespace sylvex {
+
+/// An automation object on its way through the control; shares the object with its other owners.
+class ComObject : public Object {
+public:
+    /// `object` must not be null.
+    explicit ComObject(IUnknown* object) noexcept : m_object(object) {}
+    IUnknown* Get() const noexcept { return m_object.Get(); }
+    std::wstring ClassName() const override;
+
+private:
+    ComPointer<IUnknown> m_object;
+};
+
+/// The interface behind a reference of the seam; null for an empty reference or an object of another kind.
+IUnknown* UnknownOf(const ObjectRef& object) noexcept;
+
+}  // namespace sylvex

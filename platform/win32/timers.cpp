@@ -1,0 +1,78 @@
+#include "platform/win32/timers.h"
+
+#include <algorithm>
+
+#include "diagnostics/runtime_error.h"
+#include "platform/win32/handles.h"
+
+namespace sylvex {
+namespace {
+
+class Win32Timer : public Timer {
+public:
+    explicit Win32Timer(std::function<void()> tick) : m_tick(std::move(tick)) {}
+    ~Win32Timer() override
+    {
+        if (m_enabled) KillTimer(m_window.get(), Identifier());
+    }
+
+    int Interval() const override { return m_interval; }
+
+    void SetInterval(int milliseconds) override
+    {
+        m_interval = std::max(milliseconds, 1);
+        if (m_enabled) Set();
+    }
+
+    bool Enabled() const override { return m_enabled; }
+
+    void SetEnabled(bool enabled) override
+    {
+        if (enabled == m_enabled) return;
+        if (enabled) {
+            Set();
+        } else {
+            KillTimer(m_window.get(), Identifier());
+        }
+        m_enabled = enabled;
+    }
+
+private:
+    UINT_PTR Identifier() const noexcept { return reinterpret_cast<UINT_PTR>(this); }
+
+    void Set()
+    {
+        // A window of its own: when it goes, so does a tick that is waiting in the queue. A class of the system's,
+        // since a class of this module would outlive the module.
+        if (!m_window) {
+            m_window.reset(CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr,
+                                           nullptr));
+        }
+        if (!m_window || !SetTimer(m_window.get(), Identifier(), static_cast<UINT>(m_interval), &OnTimer)) {
+            throw OutOfMemory();
+        }
+    }
+
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR identifier, DWORD)
+    {
+        const auto* const timer = reinterpret_cast<const Win32Timer*>(identifier);
+        if (!timer->m_enabled) return;
+        // The callback may destroy the timer.
+        const auto tick = timer->m_tick;
+        tick();
+    }
+
+    std::function<void()> m_tick;
+    UniqueWindow m_window;
+    int m_interval = 100;
+    bool m_enabled = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Timer> Win32Timers::Create(std::function<void()> tick)
+{
+    return std::make_unique<Win32Timer>(std::move(tick));
+}
+
+}  // namespace sylvex

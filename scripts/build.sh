@@ -1,0 +1,13 @@
+# Configures and compiles one CMake preset.
+
+buildPreset() {
+    local preset="$1" log="$logDir/configure-$1.log"
+    mkdir -p "$logDir"
+    say "Building $preset"
+    cmake --preset "$preset" >"$log" 2>&1 || { cat "$log" >&2; fail "$preset: cannot configure"; }
+    cmake --build --preset "$preset" || fail "$preset: cannot build"
+}
+
+needArtifact() {
+    [ -f "$1" ] || fail "the build did not make ${1#"$root"/}; see build/logs/configure-x64.log"
+}

@@ -1,0 +1,134 @@
+# Runs the test programs and adds up what they report.
+
+passed=0
+failed=0
+filter='*'
+
+commandTest() {
+    local withX86='' withAsan=''
+    while [ $# -gt 0 ]; do
+        case "$1" in
+            --x86) withX86=1 ;;
+            --asan) withAsan=1 ;;
+            --all) withX86=1 withAsan=1 ;;
+            --filter) filter="${2:?--filter needs a pattern}"; shift ;;
+            *) fail "test: unknown option $1" ;;
+        esac
+        shift
+    done
+    installMissing
+
+    buildPreset native
+    runTests native 300 "$buildDir/native/sylvex_tests"
+    [ -z "$withAsan" ] || testSanitized
+    testWindows
+    [ -z "$withX86" ] || testX86
+
+    printf '%d passed, %d failed\n' "$passed" "$failed"
+    [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
+}
+
+testSanitized() {
+    buildPreset asan
+    UBSAN_OPTIONS=print_stacktrace=1 runTests asan 900 "$buildDir/asan/sylvex_tests"
+}
+
+testWindows() {
+    buildPreset x64
+    useHiddenDesktop
+    registerComponent
+    runTests x64 900 "$buildDir/x64/sylvex_component_tests.exe" "$wine"
+    runScripts
+}
+
+# runTests LABEL SECONDS PROGRAM [LAUNCHER...]: one googletest program.
+runTests() {
+    local label="$1" seconds="$2" program="$3" log="$logDir/test-$1.log" status=0
+    shift 3
+    if [ ! -f "$program" ]; then
+        countFailure "$label" "the build did not make ${program#"$root"/}"
+        return
+    fi
+    say "Running the $label tests"
+    timeout -k 10 "$seconds" "$@" "$program" --gtest_color=no "--gtest_filter=$filter" \
+        >"$log.raw" 2>&1 </dev/null 9>&- || status=$?
+    tr -d '\r' <"$log.raw" >"$log"
+    rm -f "$log.raw"
+    showFailures "$log"
+    countTests "$label" "$log" "$status"
+}
+
+# The output of the tests that failed, and the start of that of the one that was running when the
+# output ended (Wine adds pages about a crash).
+showFailures() {
+    awk '/^\[ RUN      \]/ { text = ""; lines = 0; running = 1 }
+         /^\[==========\].* ran\./ { running = 0; exit }
+         running && lines++ < 40 { text = text $0 "\n" }
+         /^\[       OK \]/ || /^\[  SKIPPED \]/ { running = 0 }
+         /^\[  FAILED  \]/ { if (running) printf "%s", text; running = 0 }
+         END { if (running) printf "%s(the output ends in this test)\n", text }' "$1"
+}
+
+# A program counts only when its summary arrived: one that crashes under Wine may print nothing
+# and still exit with 0.
+countTests() {
+    local label="$1" log="$2" status="$3" good bad
+    if ! grep -q '^\[==========\] [0-9]* tests\? from .* ran\.' "$log" ||
+        ! grep -q '^\[  PASSED  \] [0-9]* test' "$log"; then
+        good=$(grep -c '^\[       OK \]' "$log" || true)
+        bad=$(grep -c '^\[  FAILED  \]' "$log" || true)
+        passed=$((passed + good))
+        failed=$((failed + bad))
+        countFailure "$label" "no summary (exit status $status) after $good passed, $bad failed"
+        grep -q "^\[ RUN " "$log" || tail -n 20 "$log"
+        return
+    fi
+    good=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' "$log")
+    bad=$(sed -n 's/^\[  FAILED  \] \([0-9]*\) tests\?, listed below:.*/\1/p' "$log")
+    bad=${bad:-0}
+    passed=$((passed + good))
+    failed=$((failed + bad))
+    say "$label: $good passed, $bad failed$(sed -n \
+        's/^\[  SKIPPED \] \([0-9]*\) tests\?, listed below:.*/, \1 skipped/p' "$log")"
+    if [ "$status" -ne 0 ] && [ "$bad" -eq 0 ]; then
+        tail -n 40 "$log"
+        countFailure "$label" "all tests passed, but the program exited with status $status"
+    fi
+}
+
+countFailure() {
+    printf 'FAILED %s: %s\n' "$1" "$2"
+    failed=$((failed + 1))
+}
+
+# Scripts that drive the registered component as any host would. Each gets an empty folder of its
+# own as its only argument; what it prints is compared with NAME.expected beside it.
+runScripts() {
+    local script before="$passed" badBefore="$failed"
+    shopt -s nullglob
+    local scripts=("$root"/tests/scripts/*.vbs "$root"/tests/scripts/*.js)
+    shopt -u nullglob
+    [ ${#scripts[@]} -gt 0 ] || return 0
+    say "Running ${#scripts[@]} scripts"
+    for script in "${scripts[@]}"; do
+        runScript "$script"
+    done
+    say "scripts: $((passed - before)) passed, $((failed - badBefore)) failed"
+}
+
+runScript() {
+    local script="$1" name="${1##*/}" expected="${1%.*}.expected" work="$buildDir/test/${1##*/}"
+    if [ ! -s "$expected" ]; then
+        countFailure "$name" "there is nothing to compare with in ${expected#"$root"/}"
+        return
+    fi
+    rm -rf "$work"
+    mkdir -p "$work"
+    timeout -k 10 120 "$wine" cscript //nologo "$(windowsPath "$script")" "$(windowsPath "$work")" \
+        </dev/null 2>&1 9>&- | tr -d '\r' >"$logDir/$name.out" || true
+    if diff -u --label expected --label printed "$expected" "$logDir/$name.out"; then
+        passed=$((passed + 1))
+    else
+        countFailure "$name" 'it did not print what was expected'
+    fi
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "instance/instance.h"
+
+namespace sylvex {
+
+/// The folder tree: its roots, the folders read when they are opened, and the paths of its nodes.
+class FolderTree {
+public:
+    explicit FolderTree(Instance& instance);
+
+    /// Loads the fixed icons into ImageList1.
+    void LoadSystemIcons();
+    /// Builds Desktop, My Documents, My Computer and the drives. Does not empty the tree.
+    void LoadTree6();
+    /// Removes all nodes; expansion and check handling rest meanwhile.
+    void Clear();
+    /// Step 4 of opening a node: when it holds only a placeholder (or one childless child), reads its folder anew.
+    void LoadChildren(Node& node);
+    /// Reads the node's folder and adds its subfolders, then its files, each group sorted by name.
+    void EnumFilesUnder(Node& n);
+    /// True when the folder (ending in a separator) holds a subfolder or a file that a pattern of the file filter
+    /// matches.
+    bool hasSubDirectory(const std::wstring& sPath);
+
+    /// The node's path on disk; folders end in a separator, listed files do not. Null raises 91.
+    std::wstring BuildFullPath(const Node* nod);
+    /// The same from the node's joined texts and its own text, when the caller has them at hand.
+    std::wstring PathOf(std::wstring_view fullPath, std::wstring_view text);
+
+    std::wstring QualifyPath(const std::wstring& MyString);
+    std::wstring StripNull(const std::wstring& strIn);
+    /// The lower-cased text behind the last full stop, empty without one or when it ends the name.
+    std::wstring GetExt(std::wstring_view Name);
+    std::wstring FolderLocation(int lFolder);
+    std::wstring GetResourceStringFromFile(const std::wstring& sModule, unsigned idString);
+
+private:
+    struct Listing;
+    void AddDrives(Nodes& nodes, Node& myComputer, short& FirstFixed, bool& pictureMissing);
+    Listing ReadFolder(const std::wstring& sPath);
+    void AddFolders(Node& n, const Listing& listing);
+    void AddFiles(Node& n, const std::wstring& sPath, const Listing& listing);
+    int ImageOfFile(const std::wstring& sPath, std::wstring_view name, std::wstring& sExt, bool byType);
+    bool MatchesFilter(std::wstring_view name);
+
+    Instance& m_instance;
+};
+
+/// Text-compare pattern match with "*" and "?".
+bool LikePattern(Regional& regional, std::wstring_view text, std::wstring_view pattern);
+
+}  // namespace sylvex

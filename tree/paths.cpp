@@ -1,0 +1,143 @@
+#include "platform/text.h"
+#include "tree/folder_tree.h"
+
+namespace sylvex {
+
+std::wstring FolderTree::QualifyPath(const std::wstring& MyString)
+{
+    return Trapped(m_instance, L"QualifyPath", VARIABLES(MyString), kNone, [&](int& line) {
+        line = 1;
+        return MyString.ends_with(L'\\') ? MyString : MyString + L'\\';
+    });
+}
+
+std::wstring FolderTree::StripNull(const std::wstring& strIn)
+{
+    std::size_t nul = 0;
+    return Trapped(m_instance, L"StripNull", VARIABLES(strIn), VARIABLES(nul), [&](int& line) {
+        line = 1;
+        nul = strIn.find(L'\0');
+        if (nul != std::wstring::npos) return strIn.substr(0, nul);
+        line = 2;
+        const std::size_t first = strIn.find_first_not_of(L' ');
+        if (first == std::wstring::npos) return std::wstring();
+        return strIn.substr(first, strIn.find_last_not_of(L' ') - first + 1);
+    });
+}
+
+std::wstring FolderTree::GetExt(std::wstring_view Name)
+{
+    std::size_t dot = 0;
+    return Trapped(m_instance, L"GetExt", VARIABLES(Name), VARIABLES(dot), [&](int& line) {
+        line = 1;
+        dot = Name.rfind(L'.');
+        if (dot == std::wstring_view::npos || dot + 1 == Name.size()) return std::wstring();
+        line = 2;
+        return LowerText(m_instance.platform.regional, Name.substr(dot + 1));
+    });
+}
+
+std::wstring FolderTree::FolderLocation(int lFolder)
+{
+    return Trapped(m_instance, L"FolderLocation", VARIABLES(lFolder), kNone, [&](int& line) {
+        line = 1;
+        return m_instance.platform.shell.SpecialFolder(lFolder);
+    });
+}
+
+std::wstring FolderTree::GetResourceStringFromFile(const std::wstring& sModule, unsigned idString)
+{
+    return Trapped(m_instance, L"GetResourceStringFromFile", VARIABLES(sModule, idString), kNone, [&](int& line) {
+        line = 1;
+        return m_instance.platform.shell.ResourceString(sModule, idString);
+    });
+}
+
+std::wstring FolderTree::BuildFullPath(const Node* nod)
+{
+    std::wstring sFullPath;
+    return Trapped(m_instance, L"BuildFullPath", VARIABLES(nod), VARIABLES(sFullPath), [&](int& line) {
+        line = 1;
+        if (nod == nullptr) throw ObjectNotSet();
+        sFullPath = nod->FullPath();
+        line = 2;
+        return PathOf(sFullPath, nod->Text());
+    });
+}
+
+namespace {
+
+/// Replaces every occurrence of `find`, whatever its letter case.
+std::wstring ReplaceText(Regional& regional, std::wstring_view text, std::wstring_view find, std::wstring_view by)
+{
+    const std::wstring lowerText = LowerText(regional, text);
+    const std::wstring lowerFind = LowerText(regional, find);
+    std::wstring result;
+    std::size_t from = 0;
+    for (;;) {
+        const std::size_t at = lowerText.find(lowerFind, from);
+        result += text.substr(from, at - from);
+        if (at == std::wstring::npos) return result;
+        result += by;
+        from = at + find.size();
+    }
+}
+
+/// The path of a node that runs through a drive: its letter and colon, then what follows the drive's own text.
+std::wstring PathFromDrive(std::wstring_view fullPath, std::size_t colon)
+{
+    const std::wstring_view fromLetter = fullPath.substr(colon - 1);
+    std::wstring path(fromLetter.substr(0, 2));
+    const std::size_t separator = fromLetter.find(L'\\');
+    if (separator != std::wstring_view::npos && separator > 0) path += fromLetter.substr(separator);
+    return path;
+}
+
+}  // namespace
+
+std::wstring FolderTree::PathOf(std::wstring_view fullPath, std::wstring_view text)
+{
+    const std::size_t colon = fullPath.rfind(L':');
+    std::wstring path;
+    if (colon != std::wstring_view::npos && colon > 0) {
+        path = PathFromDrive(fullPath, colon);
+    } else {
+        const std::wstring& documents = m_instance.m_MyDocs;
+        const std::wstring documentsText = documents.size() > 3 ? documents.substr(3) : std::wstring();
+        path = ReplaceText(m_instance.platform.regional, fullPath, L"Desktop\\" + documentsText, documents);
+    }
+    const std::wstring sExt = m_instance.SylvexFilter.empty() ? std::wstring() : GetExt(text);
+    if (!sExt.empty())
+        for (const std::wstring& pattern : m_instance.SylvexFilter)
+            if (EqualText(m_instance.platform.regional, sExt, GetExt(pattern))) return path;
+    return QualifyPath(path);
+}
+
+bool LikePattern(Regional& regional, std::wstring_view text, std::wstring_view pattern)
+{
+    const std::wstring lowerText = LowerText(regional, text);
+    const std::wstring lowerPattern = LowerText(regional, pattern);
+    // The usual match with one remembered star: what a star has taken grows by one where the rest fails.
+    std::size_t t = 0;
+    std::size_t p = 0;
+    std::size_t star = std::wstring::npos;
+    std::size_t taken = 0;
+    while (t < lowerText.size()) {
+        if (p < lowerPattern.size() && lowerPattern[p] == L'*') {
+            star = p++;
+            taken = t;
+        } else if (p < lowerPattern.size() && (lowerPattern[p] == L'?' || lowerPattern[p] == lowerText[t])) {
+            ++p;
+            ++t;
+        } else if (star != std::wstring::npos) {
+            p = star + 1;
+            t = ++taken;
+        } else {
+            return false;
+        }
+    }
+    while (p < lowerPattern.size() && lowerPattern[p] == L'*') ++p;
+    return p == lowerPattern.size();
+}
+
+}  // namespace sylvex

@@ -1,0 +1,40 @@
+#include "tree/version.h"
+
+namespace sylvex {
+
+namespace {
+
+std::wstring NameOf(const SystemVersion& version)
+{
+    if (version.platform == 1) return version.minor == 10 ? L"Windows 98" : L"Windows 95";
+    if (version.platform != 2) return L"Version Unknown";
+    switch (version.major) {
+        case 3: return L"Windows NT 3.51";
+        case 4: return L"Windows NT 4.0";
+        case 5: return L"Windows 2000";
+        default: return {};
+    }
+}
+
+}  // namespace
+
+std::wstring getVersion(const Module& module, System& system)
+{
+    return Trapped(module, L"getVersion", kNone, kNone, [&](int& line) {
+        line = 1;
+        return NameOf(system.Version());
+    });
+}
+
+bool CheckVersion(const Module& module, System& system)
+{
+    std::wstring sVersion;
+    return Trapped(module, L"CheckVersion", kNone, VARIABLES(sVersion), [&](int& line) {
+        line = 1;
+        sVersion = getVersion(module, system);
+        line = 2;
+        return sVersion == L"Windows NT 4.0" || sVersion == L"Windows 2000";
+    });
+}
+
+}  // namespace sylvex

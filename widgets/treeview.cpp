@@ -1,0 +1,521 @@
+#include "widgets/treeview.h"
+
+#include <vector>
+
+#include "diagnostics/runtime_error.h"
+
+namespace sylvex {
+
+namespace {
+
+Node& NodeOf(ItemData item)
+{
+    return *reinterpret_cast<Node*>(item);
+}
+
+ItemData DataOf(Node& node)
+{
+    return reinterpret_cast<ItemData>(&node);
+}
+
+}  // namespace
+
+TreeView::TreeView(Platform& platform, TreeViewEvents& events, WindowHandle parent)
+    : m_platform(platform), m_events(events), m_nodes(platform.regional, m_images, *this)
+{
+    AttachWindow(parent);
+}
+
+TreeView::~TreeView()
+{
+    m_window.reset();
+}
+
+void TreeView::AttachWindow(WindowHandle parent)
+{
+    m_window = m_platform.windows.CreateTree(parent, *this);
+    WriteSettings();
+    m_window->SetRedraw(false);
+    InsertRowsOf(nullptr);
+    m_window->SetRedraw(true);
+    if (Node* selected = m_selected.IfAlive(); selected != nullptr && selected->m_item != 0)
+        m_window->Select(selected->m_item);
+}
+
+void TreeView::DetachWindow()
+{
+    m_window.reset();
+    m_updates = 0;
+    Forget(nullptr);
+}
+
+void TreeView::WriteSettings()
+{
+    for (std::size_t i = 0; i < std::size(m_settings); ++i)
+        m_window->Apply(static_cast<TreeSetting>(i), m_settings[i]);
+    m_window->SetImageList(m_imageList);
+    m_window->SetFont(m_font);
+    m_window->SetMouseIcon(m_mouseIcon);
+    m_window->SetVisible(m_visible);
+    m_window->Move(m_place);
+}
+
+// ---- rows of the window, written from the model
+
+bool TreeView::HasRow(const Node& node) const
+{
+    return m_window != nullptr && node.m_item != 0;
+}
+
+ExpandButton TreeView::ButtonOf(const Node& node) const
+{
+    if (node.m_childPending) return ExpandButton::Ask;
+    return node.m_children > 0 ? ExpandButton::Yes : ExpandButton::No;
+}
+
+ItemLook TreeView::LookOf(const Node& node) const
+{
+    const int image = node.m_expanded && node.m_expandedImage != 0 ? node.m_expandedImage : node.m_image;
+    const int selected = node.m_extras ? node.m_extras->selectedImage : 0;
+    return {node.m_text,
+            m_images.Picture(image),
+            m_images.Picture(selected != 0 ? selected : image),
+            ButtonOf(node),
+            node.m_checked,
+            node.m_bold};
+}
+
+void TreeView::InsertRow(Node& node, ItemHandle after)
+{
+    const ItemHandle parent = node.m_parent != nullptr ? node.m_parent->m_item : 0;
+    node.m_item = m_window->Insert(parent, after, DataOf(node), LookOf(node));
+    if (node.m_item == 0) throw OutOfMemory();
+}
+
+/// Gives the children of `parent` (null: the roots) their rows, unless they have them.
+void TreeView::Realise(Node* parent)
+{
+    const bool has = parent != nullptr ? parent->m_realised : m_rootsRealised;
+    if (has || m_window == nullptr || (parent != nullptr && parent->m_item == 0)) return;
+    BeginUpdate();
+    try {
+        InsertRowsOf(parent);
+    } catch (...) {
+        EndUpdate();
+        throw;
+    }
+    EndUpdate();
+}
+
+/// The same for all levels below that the model has open. Rows go in while their parent is still closed, which is what
+/// keeps the window's own work small.
+void TreeView::InsertRowsOf(Node* parent)
+{
+    std::vector<Node*> parents{parent};
+    std::vector<Node*> opened;
+    while (!parents.empty()) {
+        Node* at = parents.back();
+        parents.pop_back();
+        (at != nullptr ? at->m_realised : m_rootsRealised) = true;
+        if (at != nullptr && at != parent) opened.push_back(at);
+        for (Node* child = at != nullptr ? at->m_child : m_nodes.FirstRoot(); child != nullptr; child = child->m_next) {
+            InsertRow(*child, 0);
+            if (child->m_expanded) parents.push_back(child);
+        }
+    }
+    for (auto at = opened.rbegin(); at != opened.rend(); ++at) m_window->Expand((*at)->m_item, true);
+}
+
+/// Takes the rows below `parent` (null: all) out of the model's books; the window has lost them already.
+void TreeView::Forget(Node* parent)
+{
+    (parent != nullptr ? parent->m_realised : m_rootsRealised) = false;
+    Node* node = parent != nullptr ? parent->m_child : m_nodes.FirstRoot();
+    while (node != nullptr) {
+        node->m_item = 0;
+        if (node->m_realised && node->m_child != nullptr) {
+            node->m_realised = false;
+            node = node->m_child;
+            continue;
+        }
+        node->m_realised = false;
+        while (node->m_next == nullptr && node->m_parent != parent) node = node->m_parent;
+        node = node->m_next;
+    }
+}
+
+// ---- what the model tells
+
+void TreeView::Added(Node& node)
+{
+    Node* parent = node.m_parent;
+    if (parent != nullptr && !parent->m_realised) {
+        if (parent->m_children == 1) ChildrenChanged(*parent);
+        return;
+    }
+    if (m_window == nullptr || (parent == nullptr && !m_rootsRealised)) return;
+    const Node* previous = node.m_previous;
+    InsertRow(node, node.m_next == nullptr ? 0 : previous != nullptr ? previous->m_item : kFirstRow);
+    if (parent != nullptr && parent->m_children == 1) ChildrenChanged(*parent);
+    if (node.m_expanded) Realise(&node);
+}
+
+void TreeView::Removing(Node& node)
+{
+    if (!HasRow(node)) return;
+    m_byWindow = true;  // a selection that the window moves on by itself is no click
+    m_window->Delete(node.m_item);
+    m_byWindow = false;
+    node.m_item = 0;
+    Forget(&node);
+}
+
+void TreeView::RemovingAll()
+{
+    if (m_window != nullptr) {
+        m_byWindow = true;
+        m_window->Delete(0);
+        m_byWindow = false;
+    }
+}
+
+void TreeView::TextChanged(Node& node)
+{
+    if (HasRow(node)) m_window->SetText(node.m_item, node.m_text);
+}
+
+void TreeView::ImagesChanged(Node& node)
+{
+    if (!HasRow(node)) return;
+    const ItemLook look = LookOf(node);
+    m_window->SetImages(node.m_item, look.image, look.selectedImage);
+}
+
+void TreeView::MarksChanged()
+{
+    if (m_window != nullptr) m_window->MarksChanged();
+}
+
+void TreeView::ChildrenChanged(Node& parent)
+{
+    if (HasRow(parent)) m_window->SetButton(parent.m_item, ButtonOf(parent));
+}
+
+void TreeView::Reordered(Node* parent)
+{
+    const bool realised = parent != nullptr ? parent->m_realised : m_rootsRealised;
+    if (!realised || m_window == nullptr) return;
+    Node* selected = m_selected.IfAlive();
+    BeginUpdate();
+    m_byWindow = true;
+    for (Node* node = parent != nullptr ? parent->m_child : m_nodes.FirstRoot(); node != nullptr; node = node->m_next)
+        m_window->Delete(node->m_item);
+    Forget(parent);
+    InsertRowsOf(parent);
+    if (parent != nullptr && parent->m_expanded) m_window->Expand(parent->m_item, true);
+    if (selected != nullptr && selected->m_item != 0) m_window->Select(selected->m_item);
+    m_byWindow = false;
+    EndUpdate();
+    m_selected = NodeRef(selected);
+}
+
+/// Opens the node in the model: raises the event (which loads what is below) and gives the children rows. False when
+/// it has no children to show, or went away meanwhile.
+bool TreeView::OpenModel(Node& node)
+{
+    if (node.Children() == 0) return false;
+    const NodeRef keep(&node);
+    node.m_expanded = true;
+    try {
+        m_events.TV_Expand(node);
+    } catch (...) {
+        if (keep.IfAlive() != nullptr && node.Children() == 0) node.m_expanded = false;
+        if (keep.IfAlive() != nullptr) Realise(&node);
+        throw;
+    }
+    if (keep.IfAlive() == nullptr) return false;
+    if (node.Children() == 0) node.m_expanded = false;
+    if (!node.m_expanded) return false;
+    Realise(&node);
+    return true;
+}
+
+void TreeView::CloseModel(Node& node)
+{
+    const NodeRef keep(&node);
+    node.m_expanded = false;
+    m_events.TV_Collapse(node);
+}
+
+void TreeView::Open(Node& node, bool expanded)
+{
+    const NodeRef keep(&node);
+    if (expanded) {
+        if (!OpenModel(node)) return;
+    } else {
+        CloseModel(node);
+    }
+    if (keep.IfAlive() == nullptr || !HasRow(node) || node.m_expanded != expanded) return;
+    m_window->Expand(node.m_item, expanded);
+    ImagesChanged(node);
+}
+
+bool TreeView::Show(Node& node)
+{
+    const NodeRef keep(&node);
+    std::vector<NodeRef> ancestors;
+    for (Node* above = node.m_parent; above != nullptr; above = above->m_parent) ancestors.emplace_back(above);
+    bool opened = false;
+    for (auto at = ancestors.rbegin(); at != ancestors.rend(); ++at) {
+        Node& ancestor = **at;
+        opened = opened || !ancestor.m_expanded;
+        ancestor.SetExpanded(true);
+    }
+    Node& alive = *keep;
+    if (HasRow(alive)) m_window->EnsureVisible(alive.m_item);
+    return opened;
+}
+
+// ---- what hosts ask
+
+void TreeView::SetSelectedItem(Node* node)
+{
+    if (node == nullptr) {
+        m_selected = NodeRef();
+        if (m_window != nullptr) m_window->Select(0);
+        return;
+    }
+    const NodeRef keep(node);
+    if (node->m_parent != nullptr) {
+        const NodeRef parent(node->m_parent);
+        Show(*node->m_parent);
+        (*parent).SetExpanded(true);
+    }
+    m_selected = NodeRef(&*keep);
+    if (HasRow(*node)) m_window->Select(node->m_item);
+}
+
+void TreeView::SetDropHighlight(Node* node)
+{
+    m_dropHighlight = NodeRef(node);
+    if (m_window != nullptr) m_window->SelectDropTarget(node != nullptr ? node->m_item : 0);
+}
+
+Node* TreeView::HitTest(Point where)
+{
+    if (m_window == nullptr) return nullptr;
+    const TreeHit hit = m_window->HitTest(where);
+    return hit.item != 0 ? &NodeOf(hit.data) : nullptr;
+}
+
+void TreeView::StartLabelEdit()
+{
+    Node* node = SelectedItem();
+    if (node != nullptr && HasRow(*node)) m_window->EditLabel(node->m_item);
+}
+
+void TreeView::Refresh()
+{
+    if (m_window != nullptr) m_window->Refresh();
+}
+
+WindowHandle TreeView::hWnd() const
+{
+    return m_window != nullptr ? m_window->Handle() : 0;
+}
+
+int TreeView::VisibleCount()
+{
+    return m_window != nullptr ? m_window->VisibleCount() : 0;
+}
+
+void TreeView::SetImageList(const ImageList* images)
+{
+    m_images.Bind(images);
+    SetImageListHandle(images != nullptr ? images->Handle() : 0);
+}
+
+void TreeView::SetImageListHandle(ImageListHandle images)
+{
+    m_imageList = images;
+    if (m_window != nullptr) m_window->SetImageList(images);
+}
+
+void TreeView::SetVisible(bool visible)
+{
+    m_visible = visible;
+    if (m_window != nullptr) m_window->SetVisible(visible);
+}
+
+void TreeView::Move(const Rect& place)
+{
+    m_place = place;
+    if (m_window != nullptr) m_window->Move(place);
+}
+
+void TreeView::BeginUpdate()
+{
+    if (m_updates++ == 0 && m_window != nullptr) m_window->SetRedraw(false);
+}
+
+void TreeView::EndUpdate()
+{
+    if (m_updates > 0 && --m_updates == 0 && m_window != nullptr && !m_frozen) m_window->SetRedraw(true);
+}
+
+void TreeView::SetSetting(TreeSetting setting, int value)
+{
+    const bool pointer = setting == TreeSetting::MousePointer;
+    const bool valid = pointer ? (value >= 0 && value <= 15) || value == 99 : value == 0 || value == 1;
+    if (!valid) throw InvalidPropertyValue();
+    m_settings[static_cast<std::size_t>(setting)] = value;
+    if (m_window != nullptr) m_window->Apply(setting, value);
+}
+
+void TreeView::SetFont(const ObjectRef& font)
+{
+    m_font = font;
+    if (m_window != nullptr) m_window->SetFont(font);
+}
+
+void TreeView::SetMouseIcon(const ObjectRef& picture)
+{
+    m_mouseIcon = picture;
+    if (m_window != nullptr) m_window->SetMouseIcon(picture);
+}
+
+void TreeView::InstallCheckPictures()
+{
+    if (m_window != nullptr) m_window->InstallCheckPictures();
+}
+
+// ---- what the window tells. A failure has been reported by the procedure that it happened in; the window's own loop
+// has nobody to pass it on to.
+
+template <class Body>
+void TreeView::FromWindow(Body&& body) noexcept
+{
+    const std::shared_ptr<void> alive = m_events.KeepAlive();
+    try {
+        body();
+    } catch (...) {
+    }
+}
+
+bool TreeView::Expanding(ItemData item, bool expand)
+{
+    Node& node = NodeOf(item);
+    if (node.m_expanded == expand) return true;
+    const NodeRef keep(&node);
+    bool done = false;
+    FromWindow([&] {
+        try {
+            expand ? static_cast<void>(OpenModel(node)) : CloseModel(node);
+        } catch (...) {  // reported where it happened; what has been loaded shows all the same
+        }
+        done = keep.IfAlive() != nullptr && node.m_expanded == expand;
+    });
+    return done;
+}
+
+void TreeView::Expanded(ItemData item, bool)
+{
+    FromWindow([&] { ImagesChanged(NodeOf(item)); });
+}
+
+bool TreeView::HasChildren(ItemData item)
+{
+    bool has = false;
+    FromWindow([&] { has = NodeOf(item).Children() > 0; });
+    return has;
+}
+
+RowMarks TreeView::Marks(ItemData item)
+{
+    const Node& node = NodeOf(item);
+    return {node.m_checked, node.m_bold, LookOf(node).image};
+}
+
+void TreeView::CheckClicked(ItemData item)
+{
+    FromWindow([&] {
+        Node& node = NodeOf(item);
+        node.SetChecked(!node.m_checked);
+        m_events.TV_NodeCheck(node);
+    });
+}
+
+void TreeView::Selected(ItemData item, bool byUser)
+{
+    FromWindow([&] {
+        m_selected = item != 0 ? NodeRef(&NodeOf(item)) : NodeRef();
+        if (byUser && item != 0 && !m_byWindow) m_events.TV_NodeClick(NodeOf(item));
+    });
+}
+
+void TreeView::Clicked(ItemData item)
+{
+    FromWindow([&] { m_events.TV_NodeClick(NodeOf(item)); });
+}
+
+void TreeView::DoubleClicked()
+{
+    FromWindow([&] { m_events.TV_DblClick(); });
+}
+
+void TreeView::KeyDown(short& key, short shift)
+{
+    FromWindow([&] { m_events.TV_KeyDown(key, shift); });
+}
+
+void TreeView::KeyPress(short& character)
+{
+    FromWindow([&] { m_events.TV_KeyPress(character); });
+}
+
+void TreeView::KeyUp(short& key, short shift)
+{
+    FromWindow([&] { m_events.TV_KeyUp(key, shift); });
+}
+
+void TreeView::MouseDown(short button, short shift, Point where)
+{
+    FromWindow([&] { m_events.TV_MouseDown(button, shift, where); });
+}
+
+void TreeView::MouseMove(short button, short shift, Point where)
+{
+    FromWindow([&] { m_events.TV_MouseMove(button, shift, where); });
+}
+
+void TreeView::MouseUp(short button, short shift, Point where)
+{
+    FromWindow([&] { m_events.TV_MouseUp(button, shift, where); });
+}
+
+bool TreeView::LabelEditing(ItemData item)
+{
+    bool cancel = false;
+    FromWindow([&] {
+        m_edited = NodeRef(&NodeOf(item));
+        m_events.TV_BeforeLabelEdit(cancel);
+        cancel = cancel || m_edited.IfAlive() == nullptr;
+    });
+    return !cancel;
+}
+
+bool TreeView::LabelEdited(ItemData, const std::optional<std::wstring>& text)
+{
+    if (!text || m_edited.IfAlive() == nullptr) return false;
+    bool kept = false;
+    FromWindow([&] {
+        bool cancel = false;
+        m_events.TV_AfterLabelEdit(cancel, *text);
+        Node* node = m_edited.IfAlive();
+        kept = !cancel && node != nullptr;
+        if (kept) node->m_text = *text;
+    });
+    return kept;
+}
+
+}  // namespace sylvex

@@ -1,0 +1,152 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/platform.h"
+#include "widgets/image_names.h"
+#include "widgets/nodes.h"
+
+namespace sylvex {
+
+/// The events of a tree view. A handler may change or remove any node, and may raise.
+class TreeViewEvents {
+public:
+    virtual ~TreeViewEvents() = default;
+    /// Keeps the tree and its owner in existence while a call from the window runs: a handler may let go of both.
+    virtual std::shared_ptr<void> KeepAlive() { return {}; }
+    virtual void TV_Expand(Node& node) = 0;
+    virtual void TV_Collapse(Node& node) = 0;
+    virtual void TV_NodeClick(Node& node) = 0;
+    virtual void TV_NodeCheck(Node& node) = 0;
+    virtual void TV_DblClick() = 0;
+    virtual void TV_KeyDown(short& keyCode, short shift) = 0;
+    virtual void TV_KeyPress(short& keyAscii) = 0;
+    virtual void TV_KeyUp(short& keyCode, short shift) = 0;
+    /// Mouse positions in pixels of the tree's client area.
+    virtual void TV_MouseDown(short button, short shift, Point where) = 0;
+    virtual void TV_MouseMove(short button, short shift, Point where) = 0;
+    virtual void TV_MouseUp(short button, short shift, Point where) = 0;
+    virtual void TV_BeforeLabelEdit(bool& cancel) = 0;
+    virtual void TV_AfterLabelEdit(bool& cancel, const std::wstring& newString) = 0;
+};
+
+/// The tree view: the node model with its window. A node has a row in the window once its parent has been opened; the
+/// window's rows are written from the model and never read back.
+class TreeView : private NodesMirror, private TreeWindowListener {
+public:
+    /// Makes the window below `parent`. The platform and the events outlive the tree.
+    TreeView(Platform& platform, TreeViewEvents& events, WindowHandle parent);
+    ~TreeView() override;
+
+    Nodes& GetNodes() { return m_nodes; }
+    ImageNames& Images() { return m_images; }
+    /// Binds the pictures; the list outlives the binding.
+    void SetImageList(const ImageList* images);
+    /// Binds a foreign image list; keys of nodes then name nothing.
+    void SetImageListHandle(ImageListHandle images);
+
+    Node* SelectedItem() const { return m_selected.IfAlive(); }
+    /// Null: no selection. Opens the ancestors.
+    void SetSelectedItem(Node* node);
+    Node* DropHighlight() const { return m_dropHighlight.IfAlive(); }
+    void SetDropHighlight(Node* node);
+    /// The node at a point of the client area in pixels, null beside any.
+    Node* HitTest(Point where);
+    /// Opens the selected node's label for editing; nothing without a selection.
+    void StartLabelEdit();
+    void Refresh();
+    WindowHandle hWnd() const;
+    int VisibleCount();
+
+    bool Visible() const { return m_visible; }
+    void SetVisible(bool visible);
+    /// Pixels in the parent window.
+    void Move(const Rect& place);
+    /// Between these nothing is painted; they nest.
+    void BeginUpdate();
+    void EndUpdate();
+    /// While frozen, the end of an update does not resume painting: the host has stopped it.
+    void SetFrozen(bool frozen) { m_frozen = frozen; }
+
+    /// A setting as its property holds it. Writing raises 380 outside the setting's values.
+    int Setting(TreeSetting setting) const { return m_settings[static_cast<std::size_t>(setting)]; }
+    void SetSetting(TreeSetting setting, int value);
+    const ObjectRef& Font() const { return m_font; }
+    void SetFont(const ObjectRef& font);
+    const ObjectRef& MouseIcon() const { return m_mouseIcon; }
+    void SetMouseIcon(const ObjectRef& picture);
+    void InstallCheckPictures();
+
+    /// The window has gone or goes; the model stays. Everything that needs the window does nothing until AttachWindow.
+    void DetachWindow();
+    void AttachWindow(WindowHandle parent);
+
+private:
+    // NodesMirror
+    void Added(Node& node) override;
+    void Removing(Node& node) override;
+    void RemovingAll() override;
+    void TextChanged(Node& node) override;
+    void ImagesChanged(Node& node) override;
+    void MarksChanged() override;
+    void ChildrenChanged(Node& parent) override;
+    void Reordered(Node* parent) override;
+    void Open(Node& node, bool expanded) override;
+    bool Show(Node& node) override;
+    void Select(Node* node) override { SetSelectedItem(node); }
+    Node* SelectedNode() override { return SelectedItem(); }
+
+    // TreeWindowListener
+    bool Expanding(ItemData item, bool expand) override;
+    void Expanded(ItemData item, bool expand) override;
+    bool HasChildren(ItemData item) override;
+    RowMarks Marks(ItemData item) override;
+    void CheckClicked(ItemData item) override;
+    void Selected(ItemData item, bool byUser) override;
+    void Clicked(ItemData item) override;
+    void DoubleClicked() override;
+    void KeyDown(short& key, short shift) override;
+    void KeyPress(short& character) override;
+    void KeyUp(short& key, short shift) override;
+    void MouseDown(short button, short shift, Point where) override;
+    void MouseMove(short button, short shift, Point where) override;
+    void MouseUp(short button, short shift, Point where) override;
+    bool LabelEditing(ItemData item) override;
+    bool LabelEdited(ItemData item, const std::optional<std::wstring>& text) override;
+
+    bool HasRow(const Node& node) const;
+    ItemLook LookOf(const Node& node) const;
+    ExpandButton ButtonOf(const Node& node) const;
+    void InsertRow(Node& node, ItemHandle after);
+    void Realise(Node* parent);
+    void InsertRowsOf(Node* parent);
+    void Forget(Node* parent);
+    bool OpenModel(Node& node);
+    void CloseModel(Node& node);
+    void WriteSettings();
+    template <class Body>
+    void FromWindow(Body&& body) noexcept;
+
+    Platform& m_platform;
+    TreeViewEvents& m_events;
+    ImageNames m_images;
+    Nodes m_nodes;
+    std::unique_ptr<TreeWindow> m_window;
+    bool m_rootsRealised = false;
+    bool m_byWindow = false;  // the window is changing the selection by itself
+    NodeRef m_selected;
+    NodeRef m_dropHighlight;
+    NodeRef m_edited;
+    int m_settings[10] = {1, 0, 0, 1, 0, 1, 0, 0, 0, 0};
+    ObjectRef m_font;
+    ObjectRef m_mouseIcon;
+    ImageListHandle m_imageList = 0;
+    bool m_visible = true;
+    int m_updates = 0;
+    bool m_frozen = false;
+    Rect m_place;
+};
+
+}  // namespace sylvex
