@@ -24,7 +24,8 @@ add_library(sylvex_options INTERFACE)
 target_compile_features(sylvex_options INTERFACE cxx_std_20)
 target_include_directories(sylvex_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(sylvex_options INTERFACE
-  $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Werror>
+  # g++ 12 sees uninitialised members in every std::variant and std::optional that is moved.
+  $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Werror -Wno-maybe-uninitialized>
   # Section garbage collection keeps unused parts of the static libraries out of the component;
   # the prefix map keeps build folders out of it.
   $<$<COMPILE_LANGUAGE:C,CXX>:-ffunction-sections -fdata-sections

@@ -6,13 +6,17 @@ namespace sylvex {
 
 namespace {
 
-bool Has(const ELEMDESC& parameter, USHORT flag) { return (parameter.paramdesc.wParamFlags & flag) != 0; }
+bool Has(const ELEMDESC& parameter, USHORT flag)
+{
+    return (parameter.paramdesc.wParamFlags & flag) != 0;
+}
 
 // Number of parameters that a late-bound caller sees: the result is not one of them.
 UINT VisibleParameters(const FUNCDESC& function)
 {
     UINT count = static_cast<UINT>(function.cParams);
-    while (count > 0 && Has(function.lprgelemdescParam[count - 1], PARAMFLAG_FRETVAL)) --count;
+    while (count > 0 && Has(function.lprgelemdescParam[count - 1], PARAMFLAG_FRETVAL))
+        --count;
     return count;
 }
 
@@ -134,7 +138,8 @@ VARIANT BoundArguments::Bind(ITypeInfo& info, const ELEMDESC& parameter, VARIANT
     const VARTYPE type = ReferencedType(parameter.tdesc);
     if (type == VT_EMPTY) return argument ? *argument : MissingArgument();
     if (!argument) return Refer(type, EmptyValue(type), nullptr);
-    if (type == VT_DISPATCH) return Refer(type, ConvertedObject(*argument, InterfaceOf(info, parameter.tdesc)), argument);
+    if (type == VT_DISPATCH)
+        return Refer(type, ConvertedObject(*argument, InterfaceOf(info, parameter.tdesc)), argument);
     if (V_VT(argument) == (type | VT_BYREF)) return *argument;
     return Refer(type, Converted(*argument, type), argument);
 }

@@ -9,7 +9,7 @@ namespace sylvex {
 
 namespace {
 
-class ClassFactory final : public Object<IClassFactory> {
+class ClassFactory final : public CountedObject<IClassFactory> {
 public:
     STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** object) override
     {

@@ -55,9 +55,15 @@ BSTR* Bstr::Put()
     return &m_text;
 }
 
-std::wstring_view Bstr::View() const { return ViewOf(m_text); }
+std::wstring_view Bstr::View() const
+{
+    return ViewOf(m_text);
+}
 
-std::wstring_view ViewOf(BSTR text) { return {text ? text : L"", SysStringLen(text)}; }
+std::wstring_view ViewOf(BSTR text)
+{
+    return {text ? text : L"", SysStringLen(text)};
+}
 
 Variant::Variant(bool value) : Variant()
 {
@@ -109,16 +115,25 @@ bool IsMissing(const VARIANT& argument)
     return V_VT(&argument) == VT_ERROR && V_ERROR(&argument) == DISP_E_PARAMNOTFOUND;
 }
 
-void ModuleLock::Add() { ++lockCount; }
-void ModuleLock::Release() { --lockCount; }
-long ModuleLock::Count() { return lockCount; }
+void ModuleLock::Add()
+{
+    ++lockCount;
+}
+void ModuleLock::Release()
+{
+    --lockCount;
+}
+long ModuleLock::Count()
+{
+    return lockCount;
+}
 
 HINSTANCE ModuleInstance()
 {
     static constexpr wchar_t anchor = L'\0';
     HMODULE module = nullptr;
-    GetModuleHandleExW(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT, &anchor, &module);
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT, &anchor,
+                       &module);
     return module;
 }
 
@@ -147,7 +162,10 @@ HRESULT Fail(const IID& interfaceId, HRESULT result, std::wstring_view descripti
     return result;
 }
 
-HRESULT NotImplemented(const IID& interfaceId) noexcept { return Fail(interfaceId, E_NOTIMPL, L"Not implemented"); }
+HRESULT NotImplemented(const IID& interfaceId) noexcept
+{
+    return Fail(interfaceId, E_NOTIMPL, L"Not implemented");
+}
 
 HRESULT FailWithCurrentException(const IID& interfaceId) noexcept
 {
@@ -171,21 +189,24 @@ HRESULT FailWithCurrentException(const IID& interfaceId) noexcept
     }
 }
 
-void ThrowTypeMismatch() { throw TypeMismatch(); }
+void ThrowTypeMismatch()
+{
+    throw TypeMismatch();
+}
 
 ComPtr<IUnknown> IncomingObject(const VARIANT& argument)
 {
     if (IsMissing(argument)) return nullptr;
     const Variant value(argument);
     switch (value.Type()) {
-    case VT_DISPATCH:
-    case VT_UNKNOWN:
-        return ComPtr<IUnknown>(V_UNKNOWN(&value.Get()));
-    case VT_EMPTY:
-    case VT_NULL:
-        return nullptr;
-    default:
-        ThrowTypeMismatch();
+        case VT_DISPATCH:
+        case VT_UNKNOWN:
+            return ComPtr<IUnknown>(V_UNKNOWN(&value.Get()));
+        case VT_EMPTY:
+        case VT_NULL:
+            return nullptr;
+        default:
+            ThrowTypeMismatch();
     }
 }
 

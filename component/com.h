@@ -1,6 +1,7 @@
 #pragma once
 
 #include <windows.h>
+
 #include <ole2.h>
 
 #include <string>
@@ -167,7 +168,8 @@ HINSTANCE ModuleInstance();
 std::wstring ModulePath();
 
 /// Leaves an error for the caller of an interface and returns `result`. The source defaults to the component's name.
-HRESULT Fail(const IID& interfaceId, HRESULT result, std::wstring_view description, std::wstring_view source = {}) noexcept;
+HRESULT Fail(const IID& interfaceId, HRESULT result, std::wstring_view description,
+             std::wstring_view source = {}) noexcept;
 
 /// What a member answers that has nothing behind it.
 HRESULT NotImplemented(const IID& interfaceId) noexcept;
@@ -210,7 +212,8 @@ ComPtr<Interface> Incoming(IUnknown* object)
 {
     ComPtr<Interface> result;
     if (!object) return result;
-    if (FAILED(object->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(result.Put())))) ThrowTypeMismatch();
+    if (FAILED(object->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(result.Put()))))
+        ThrowTypeMismatch();
     return result;
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <memory>
 #include <span>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "component/com.h"
+#include "component/control_part.h"
 
 #include <ocidl.h>
 
@@ -14,20 +14,18 @@ namespace sylvex {
 /// The sinks of one outgoing interface, under the numbers that their owners know.
 class Sinks {
 public:
-    /// The sinks of this moment, each held while somebody looks at the copy.
+    using Entry = std::pair<DWORD, ComPtr<IUnknown>>;
+
+    const std::vector<Entry>& All() const { return m_sinks; }
+    /// The sinks of this moment, held while somebody calls them.
     std::vector<ComPtr<IUnknown>> Snapshot() const;
-    bool Empty() const { return m_sinks.empty(); }
     /// Its number, never 0.
     DWORD Add(ComPtr<IUnknown> sink);
     /// False when no sink has the number.
     bool Remove(DWORD cookie);
-    std::vector<CONNECTDATA> Connections() const;
+    void Clear();
 
 private:
-    struct Entry {
-        DWORD cookie;
-        ComPtr<IUnknown> sink;
-    };
     std::vector<Entry> m_sinks;
     DWORD m_last = 0;
 };
@@ -43,26 +41,30 @@ public:
     ConnectionPoints& operator=(const ConnectionPoints&) = delete;
 
     /// The point of an outgoing interface; empty when there is none.
-    ComPtr<IConnectionPoint> Find(const IID& outgoing);
-    /// New references to all points.
-    std::vector<ComPtr<IConnectionPoint>> All();
+    ComPtr<IConnectionPoint> Find(const IID& outgoing) const;
+    std::vector<ComPtr<IConnectionPoint>> All() const;
 
     /// Raises an event. Arguments stand in reverse order; those by reference keep what the sinks make of them. A sink
     /// that fails is passed over.
-    void Fire(DISPID event, std::span<VARIANT> reversed);
+    void Fire(DISPID event, std::span<VARIANT> reversed) const;
     /// Tells that a property has changed.
-    void Changed(DISPID property);
+    void Changed(DISPID property) const;
     /// False when one of those who listen refuses the change.
-    bool MayChange(DISPID property);
+    bool MayChange(DISPID property) const;
 
 private:
     class Point;
-    IUnknown& m_container;
     ComPtr<Point> m_events;
     ComPtr<Point> m_notices;
 };
 
 /// The part of the object that hands the points out.
-class ConnectionPointsPart : public IConnectionPointContainer, public ControlPart;
+class ConnectionPointsPart : public IConnectionPointContainer, public ControlPart {
+public:
+    void* Find(const IID& id) { return id == IID_IConnectionPointContainer ? this : nullptr; }
+
+    STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override;
+    STDMETHODIMP FindConnectionPoint(REFIID outgoing, IConnectionPoint** point) override;
+};
 
 }  // namespace sylvex

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <memory>
-#include <optional>
+#include <span>
 
 #include "component/com.h"
 #include "component/connection_points.h"
+#include "component/control_part.h"
 #include "component/control_window.h"
 #include "component/font_watch.h"
 #include "component/surface.h"
@@ -52,7 +53,7 @@ public:
     bool Initialised() const { return m_initialised; }
     /// A reference to the object. When it is the last one, the object goes once the window calls under way are over.
     std::shared_ptr<void> KeepAlive() override;
-    Platform& Services() { return m_platform.Services(); }
+    Platform& Services() { return m_platform.Get(); }
     TreeObjects& Objects() { return m_objects; }
     ConnectionPoints& Points() { return m_points; }
 
@@ -66,7 +67,7 @@ public:
     Variant Ambient(DISPID property) const;
     /// What the container's ambient property says; true without a container or an answer.
     bool UserMode() override;
-    /// The container's ambient font, or a copy of the system's default one.
+    /// The container's ambient font, or a new one like the system's own; empty only when the platform makes none.
     ComPtr<IFontDisp> AmbientFont() const;
     /// Tells all who listen that a property has changed, and that the control has to be saved.
     void Notify(DISPID property);
@@ -101,10 +102,13 @@ public:
     void SetBackColor(OLE_COLOR color);
     ComPtr<IPictureDisp> Picture() const { return m_face.picture; }
     void SetPicture(IPictureDisp* picture);
-    /// The tree's font; made from the ambient one when it has none. Changes of the object show in the tree.
+    /// The tree's font; when none has been set, one that looks like what the tree shows becomes its font. Changes of the
+    /// object show in the tree.
     ComPtr<IFontDisp> Font() override;
-    /// Writes the tree's font without a notice. Null: as if it had never been set.
+    /// Writes the tree's font without a notice. Null: the system's own.
     void SetFont(IFontDisp* font) override;
+    /// Follows the changes of the font that the tree has now.
+    void FollowFont();
 
 private:
     // Container
@@ -132,12 +136,17 @@ private:
     void Deferred() override;
 
     // TreeOwner
+    IUnknown& ControlIdentity() override { return m_identity; }
     TreeView& Tree() override { return m_control->Tree(); }
-    Point PixelsOf(float x, float y) override;
+    Point PixelsOf(ContainerPoint place) override;
+    ContainerPoint UnitsOf(Point pixels) override;
 
     void LetGo() noexcept;
+    ComPtr<IOleControlSite> ControlSite() const { return m_site.As<IOleControlSite>(); }
+    void FontChanged() noexcept;
     void Fire(DISPID event, std::span<VARIANT> reversed);
     void FireNode(DISPID event, Node& node);
+    void FireKey(DISPID event, short& key, short& shift);
     void FireMouse(DISPID event, short button, short shift, Point where);
 
     IUnknown& m_identity;
@@ -153,16 +162,6 @@ private:
     ControlWindow m_window;
     std::unique_ptr<Sylvex> m_control;
     FontWatch m_fontWatch;
-};
-
-/// A part of the control's object that works on the core: it inherits from this, and the object answers.
-class ControlPart {
-protected:
-    ~ControlPart() = default;
-    /// Not to be called while the object is being made or destroyed.
-    virtual ControlCore& Core() = 0;
-    /// The object as the world knows it, not counted.
-    virtual IUnknown* Identity() = 0;
 };
 
 }  // namespace sylvex

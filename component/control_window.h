@@ -17,15 +17,15 @@ public:
     virtual bool Message(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) = 0;
     /// The window is being destroyed from outside (its parent goes); its children still exist.
     virtual void Destroying() = 0;
-    /// No call of a window of this thread is under way that was when Defer() was called. Nothing of the owner or the
-    /// window is touched behind this call, so it may end both.
+    /// One call of Defer(), when no call of a window is under way any more that was then. Neither owner nor window is
+    /// touched behind this, so it may end both.
     virtual void Deferred() = 0;
 };
 
-/// The window that the tree lives in: hidden and without a parent, or a visible child of the container's window.
+/// The window that the tree lives in: hidden and without a parent, or a visible child of a container's window.
 class ControlWindow {
 public:
-    /// Makes the hidden window; throws ComError. The owner outlives it.
+    /// Makes the window, hidden; throws ComError. The owner outlives it.
     explicit ControlWindow(ControlWindowOwner& owner);
     ~ControlWindow();
     ControlWindow(const ControlWindow&) = delete;
@@ -33,14 +33,16 @@ public:
 
     /// Null once it has been destroyed from outside.
     HWND Handle() const { return m_window; }
-    /// Makes it anew, hidden, after it was destroyed from outside; nothing otherwise. Throws ComError.
+    /// Makes it anew, hidden and in its last size, after it was destroyed from outside; nothing otherwise. Throws
+    /// ComError.
     void Ensure();
-    /// Makes it a visible child of `parent`, at a place in pixels of the parent's client area.
+    /// Makes it a visible child of `parent`, at a place in pixels of the parent's client area. Throws ComError.
     void Attach(HWND parent, const RECT& place);
     /// Hides it and takes it out of its parent.
     void Detach();
     /// Pixels of the parent's client area.
     void Move(const RECT& place);
+    void Resize(Size size);
     Size InnerSize() const;
     /// Calls the owner's Deferred() from the message loop. False when there is no window to wait with.
     bool Defer();
@@ -48,9 +50,12 @@ public:
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    void Lost();
 
     ControlWindowOwner& m_owner;
     HWND m_window = nullptr;
+    Size m_size;
+    int m_deferred = 0;
 };
 
 }  // namespace sylvex

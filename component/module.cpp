@@ -1,4 +1,5 @@
 #include <windows.h>
+
 #include <ole2.h>
 
 #include "component/class_factory.h"
@@ -7,7 +8,10 @@
 #include "component/typeinfo.h"
 
 // Thread notifications stay on: the state that is kept per thread is freed by them.
-BOOL WINAPI DllMain(HINSTANCE, DWORD, LPVOID) { return TRUE; }
+BOOL WINAPI DllMain(HINSTANCE, DWORD, LPVOID)
+{
+    return TRUE;
+}
 
 STDAPI DllGetClassObject(REFCLSID classId, REFIID id, LPVOID* factory)
 {
@@ -21,9 +25,15 @@ STDAPI DllCanUnloadNow()
     return S_OK;
 }
 
-STDAPI DllRegisterServer() { return sylvex::RegisterComponent(sylvex::Scope::Machine); }
+STDAPI DllRegisterServer()
+{
+    return sylvex::RegisterComponent(sylvex::Scope::Machine);
+}
 
-STDAPI DllUnregisterServer() { return sylvex::UnregisterComponent(sylvex::Scope::Machine); }
+STDAPI DllUnregisterServer()
+{
+    return sylvex::UnregisterComponent(sylvex::Scope::Machine);
+}
 
 // The command line "user" stands for this user only; any other for everybody on the machine.
 STDAPI DllInstall(BOOL install, LPCWSTR commandLine)

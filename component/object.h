@@ -9,19 +9,39 @@
 
 namespace sylvex {
 
+template <class Base>
+struct Extends {
+    using Type = Base;
+};
+
 /// The interface that `Interface` extends and that an object answers for as well; void when there is none.
 template <class Interface>
-struct Extended {
-    using Type = void;
+struct Extended : Extends<void> {
 };
-template <> struct Extended<IProvideClassInfo2> { using Type = IProvideClassInfo; };
-template <> struct Extended<IViewObject2> { using Type = IViewObject; };
-template <> struct Extended<IViewObjectEx> { using Type = IViewObject2; };
-template <> struct Extended<IOleInPlaceObject> { using Type = IOleWindow; };
-template <> struct Extended<IOleInPlaceActiveObject> { using Type = IOleWindow; };
-template <> struct Extended<IPersistStreamInit> { using Type = IPersist; };
-template <> struct Extended<IPersistStorage> { using Type = IPersist; };
-template <> struct Extended<IPersistPropertyBag> { using Type = IPersist; };
+template <>
+struct Extended<IProvideClassInfo2> : Extends<IProvideClassInfo> {
+};
+template <>
+struct Extended<IViewObject2> : Extends<IViewObject> {
+};
+template <>
+struct Extended<IViewObjectEx> : Extends<IViewObject2> {
+};
+template <>
+struct Extended<IOleInPlaceObject> : Extends<IOleWindow> {
+};
+template <>
+struct Extended<IOleInPlaceActiveObject> : Extends<IOleWindow> {
+};
+template <>
+struct Extended<IPersistStreamInit> : Extends<IPersist> {
+};
+template <>
+struct Extended<IPersistStorage> : Extends<IPersist> {
+};
+template <>
+struct Extended<IPersistPropertyBag> : Extends<IPersist> {
+};
 
 /// Whether `Interface` or one that it extends has this identifier.
 template <class Interface>
@@ -75,11 +95,11 @@ private:
 
 /// Makes a class a COM object with the given parts; made by Make(), destroyed by its last release.
 template <class... Parts>
-class Object : public Parts... {
+class CountedObject : public Parts... {
 public:
-    Object() = default;
-    Object(const Object&) = delete;
-    Object& operator=(const Object&) = delete;
+    CountedObject() = default;
+    CountedObject(const CountedObject&) = delete;
+    CountedObject& operator=(const CountedObject&) = delete;
 
     STDMETHODIMP QueryInterface(REFIID id, void** found) override
     {
@@ -98,14 +118,14 @@ public:
     }
 
 protected:
-    virtual ~Object() = default;
+    virtual ~CountedObject() = default;
 
 private:
     ReferenceCount m_references;
     ModuleLock m_lock;
 };
 
-/// As Object, for a class that may be part of another object: then `outer` answers for the interfaces of both.
+/// As CountedObject, for a class that may be part of another object: then `outer` answers for the interfaces of both.
 /// Make it with MakeInner().
 template <class... Parts>
 class AggregableObject : public Parts... {
@@ -157,7 +177,7 @@ private:
     ModuleLock m_lock;
 };
 
-/// A new object of a class derived from Object.
+/// A new object of a class derived from CountedObject.
 template <class Class, class... Arguments>
 ComPtr<Class> Make(Arguments&&... arguments)
 {
@@ -178,7 +198,8 @@ class Dispatch : public Interface, public ISupportErrorInfo {
 public:
     void* Find(const IID& id)
     {
-        if (id == __uuidof(Interface) || id == IID_IDispatch || id == IID_IUnknown) return static_cast<Interface*>(this);
+        if (id == __uuidof(Interface) || id == IID_IDispatch || id == IID_IUnknown)
+            return static_cast<Interface*>(this);
         return id == IID_ISupportErrorInfo ? static_cast<ISupportErrorInfo*>(this) : nullptr;
     }
 

@@ -5,23 +5,23 @@
 
 namespace sylvex {
 
-/// An automation object as the portable layers carry it; null for null.
+/// An object of the host as the portable layers carry it (a font, a picture); null for null.
 ObjectRef ReferTo(IUnknown* object);
 
-/// The automation object behind a reference; empty for null and for a reference that holds a value instead.
+/// The object behind a reference that ReferTo() made of one; empty for any other.
 ComPtr<IUnknown> ObjectBehind(const ObjectRef& reference);
 
-/// The same as one interface; empty when the object has no such interface.
+/// The same as one interface; empty when the object does not have it.
 template <class Interface>
 ComPtr<Interface> Behind(const ObjectRef& reference)
 {
     return ObjectBehind(reference).As<Interface>();
 }
 
-/// Any value as the portable layers carry it; null for an empty value.
+/// A value of the host (a node's tag) as the portable layers carry it; null for an empty one. Throws ComError.
 ObjectRef ReferTo(const VARIANT& value);
 
-/// The value behind a reference; empty for null.
+/// The value behind a reference that ReferTo() made of one; empty for any other.
 Variant ValueBehind(const ObjectRef& reference);
 
 }  // namespace sylvex

@@ -65,7 +65,10 @@ std::wstring Text(const GUID& id)
     return text;
 }
 
-std::wstring ClassKey() { return L"CLSID\\" + Text(__uuidof(::Sylvex)); }
+std::wstring ClassKey()
+{
+    return L"CLSID\\" + Text(__uuidof(::Sylvex));
+}
 
 std::wstring LibraryKey()
 {
@@ -74,9 +77,15 @@ std::wstring LibraryKey()
 }
 
 // The classes themselves, not their merged view, so that a user's own registration never hides the machine's.
-HKEY RootOf(Scope scope) { return scope == Scope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE; }
+HKEY RootOf(Scope scope)
+{
+    return scope == Scope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+}
 
-std::wstring ClassesPath(const std::wstring& key) { return L"Software\\Classes\\" + key; }
+std::wstring ClassesPath(const std::wstring& key)
+{
+    return L"Software\\Classes\\" + key;
+}
 
 std::vector<Entry> ProgramIdEntries()
 {
@@ -127,6 +136,18 @@ void RemoveTree(Scope scope, const std::wstring& key)
     if (status != ERROR_FILE_NOT_FOUND) CheckRegistry(status);
 }
 
+// The first class of a user makes the key of all classes as well.
+void RemoveIfEmpty(Scope scope, const std::wstring& key)
+{
+    Key found;
+    DWORD keys = 0;
+    DWORD values = 0;
+    if (RegOpenKeyExW(RootOf(scope), ClassesPath(key).c_str(), 0, KEY_READ, found.Put()) != ERROR_SUCCESS) return;
+    CheckRegistry(RegQueryInfoKeyW(found.Get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr,
+                                   nullptr, nullptr, nullptr));
+    if (keys == 0 && values == 0) CheckRegistry(RegDeleteKeyW(RootOf(scope), ClassesPath(key).c_str()));
+}
+
 bool Exists(Scope scope, const std::wstring& key)
 {
     Key found;
@@ -149,10 +170,13 @@ void RegisterTypeLibrary(Scope scope, std::wstring path)
 
 void UnregisterTypeLibrary(Scope scope)
 {
-    if (!Exists(scope, LibraryKey())) return;
+    // A user's library is asked for without looking: not every system keeps it with the user.
+    if (scope == Scope::Machine && !Exists(scope, LibraryKey())) return;
     constexpr SYSKIND system = sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32;
     const auto unregister = scope == Scope::User ? UnRegisterTypeLibForUser : UnRegisterTypeLib;
-    Check(unregister(LIBID_SylvexControl, kMajorVersion, kMinorVersion, LOCALE_NEUTRAL, system));
+    const HRESULT result = unregister(LIBID_SylvexControl, kMajorVersion, kMinorVersion, LOCALE_NEUTRAL, system);
+    // It also fails when there is nothing to remove.
+    if (Exists(scope, LibraryKey())) Check(result);
 }
 
 }  // namespace
@@ -176,6 +200,7 @@ HRESULT UnregisterComponent(Scope scope) noexcept
         for (const std::wstring& key : {ClassKey(), std::wstring(kProgId), std::wstring(kVersionedProgId)}) {
             RemoveTree(scope, key);
         }
+        RemoveIfEmpty(scope, L"CLSID");
     });
 }
 

@@ -101,18 +101,21 @@ HRESULT Invoke(const Description& description, void* object, DISPID member, WORD
     Function function(*description.table);
     if (!function.Find(member, kind)) {
         return description.info->Invoke(object, member, kind, call.arguments, call.result, call.exception,
-                                      call.badArgument);
+                                        call.badArgument);
     }
     BoundArguments arguments(*description.table, function.Get(), *call.arguments, call.badArgument);
-    const HRESULT result = description.info->Invoke(object, member, kind, arguments.Get(), call.result, call.exception,
-                                                  call.badArgument);
+    const HRESULT result =
+        description.info->Invoke(object, member, kind, arguments.Get(), call.result, call.exception, call.badArgument);
     if (SUCCEEDED(result)) arguments.CopyBack();
     return result;
 }
 
 }  // namespace
 
-ComPtr<ITypeInfo> TypeInfoOf(const GUID& id) { return Describe(id).info; }
+ComPtr<ITypeInfo> TypeInfoOf(const GUID& id)
+{
+    return Describe(id).info;
+}
 
 HRESULT CopyTypeInfo(const GUID& id, ITypeInfo** info) noexcept
 {
@@ -135,8 +138,7 @@ HRESULT InvokeMember(const IID& interfaceId, void* object, DISPID member, const 
     // Every property can be written in one way only, and a caller cannot know in which.
     constexpr WORD writes = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
     const WORD meant = (kind & writes) ? kind | writes : kind;
-    return Border(interfaceId,
-                  [&] { return Invoke(Describe(interfaceId), object, member, meant, invocation); });
+    return Border(interfaceId, [&] { return Invoke(Describe(interfaceId), object, member, meant, invocation); });
 }
 
 void ReleaseTypeInfos() noexcept

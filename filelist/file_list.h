@@ -4,6 +4,7 @@
 
 #include "filelist/file_types.h"
 #include "filelist/list_binding.h"
+#include "filelist/ticked.h"
 #include "instance/instance.h"
 #include "tree/folder_tree.h"
 
@@ -26,6 +27,8 @@ public:
     ListBinding& Binding() { return m_binding; }
 
 private:
+    Ticked FindTicked(Node& top);
+
     Instance& m_instance;
     FolderTree& m_tree;
     ListBinding m_binding;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 
 #include "instance/instance.h"
 
@@ -19,9 +20,16 @@ public:
     short BinarySearchTypeNew(const std::wstring& sExt);
     /// One forward and one backward exchange pass per gap.
     void ShellSortTypeNewArray();
+    /// Whether files of an extension show pictures of their own, so that each has to be asked for its icon.
+    bool DrawnPerFile(const std::wstring& sExt);
 
 private:
+    std::wstring RegisteredTypeName(const std::wstring& sExt);
+    std::wstring ClassName(const std::wstring& sExt);
+    const std::string& SortKeyOf(const std::wstring& ext);
+
     Instance& m_instance;
+    std::unordered_map<std::wstring, std::string> m_sortKeys;  // by extension
 };
 
 }  // namespace sylvex

@@ -22,12 +22,19 @@ public:
     void LVColumnHeaders();
     /// False only when the volume of SourcePath reports a file system whose name does not begin with FAT.
     bool CheckFAT();
+    /// The same of the volume with this root; an empty root is the current one.
+    bool IsFatVolume(const std::wstring& root);
     /// The sub-item index of the column with this key.
     short LVIdx(const std::wstring& sKey);
+    /// Gives the hidden columns their width of 0 again.
+    void HideSortColumns();
     /// Ends a build: sorts by a column, attaches the image lists again, resets the pointer.
     void LoadCleanup(short SortCol);
 
 private:
+    void LoadCaptions();
+    std::wstring Caption(const wchar_t* sModule, unsigned idString, const wchar_t* otherwise);
+
     Instance& m_instance;
     FolderTree& m_tree;
 };

@@ -17,8 +17,14 @@ void AppendCell(std::wstring& text, const std::wstring& cell)
     text += L'"';
 }
 
-bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
-bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
+bool IsHighSurrogate(char32_t unit)
+{
+    return unit >= 0xD800 && unit < 0xDC00;
+}
+bool IsLowSurrogate(char32_t unit)
+{
+    return unit >= 0xDC00 && unit < 0xE000;
+}
 
 /// Takes the code point that starts at `index` and moves the index behind it.
 char32_t TakeCodePoint(std::wstring_view text, size_t& index)
@@ -76,7 +82,8 @@ std::string ToUtf8(std::wstring_view text)
 {
     std::string bytes;
     bytes.reserve(text.size());
-    for (size_t index = 0; index < text.size();) AppendUtf8(bytes, TakeCodePoint(text, index));
+    for (size_t index = 0; index < text.size();)
+        AppendUtf8(bytes, TakeCodePoint(text, index));
     return bytes;
 }
 

@@ -6,7 +6,10 @@
 namespace sylvex::host {
 namespace {
 
-bool IsSeparator(wchar_t character) { return character == L'\\' || character == L'/'; }
+bool IsSeparator(wchar_t character)
+{
+    return character == L'\\' || character == L'/';
+}
 
 bool IsDriveLetter(wchar_t character)
 {
@@ -118,7 +121,8 @@ std::optional<TreePath> ParseTreePath(std::wstring_view text)
     path.drive = {text[0] >= L'a' ? static_cast<wchar_t>(text[0] - kToUpper) : text[0], L':', L'\\'};
     for (size_t start = 2; start < text.size();) {
         size_t end = start;
-        while (end < text.size() && !IsSeparator(text[end])) ++end;
+        while (end < text.size() && !IsSeparator(text[end]))
+            ++end;
         if (!AddName(path.names, text.substr(start, end - start))) return std::nullopt;
         start = end + 1;
     }
@@ -128,7 +132,8 @@ std::optional<TreePath> ParseTreePath(std::wstring_view text)
 Options ParseOptions(const std::vector<std::wstring>& arguments)
 {
     Options options;
-    for (size_t index = 0; index < arguments.size();) index = ReadArgument(options, arguments, index);
+    for (size_t index = 0; index < arguments.size();)
+        index = ReadArgument(options, arguments, index);
     return options;
 }
 

@@ -31,7 +31,7 @@ commandDemo() {
     if [ -n "$ownDisplay" ]; then
         import -window "$window" "$demoDir/screenshot.png"
     else
-        import -window root -trim "$demoDir/screenshot.png"
+        import -window root -trim +repage "$demoDir/screenshot.png"
     fi
     printTable "$demoDir/list.csv"
     say 'The list: build/demo/list.csv'
@@ -74,11 +74,22 @@ waitForHost() {
         size="$(stat -c %s "$demoDir/list.csv" 2>/dev/null || echo 0)"
         window="$(xdotool search --onlyvisible --class sylvexhost.exe 2>/dev/null | tail -1 || true)"
         if [ -n "$window" ] && [ "$size" -gt 0 ] && [ "$size" -eq "$last" ]; then
-            sleep 0.5 # The last paint.
+            waitUntilPainted
             return
         fi
         last="$size"
         sleep 0.2
     done
     fail 'the sample host did not show its window and write its list within a minute'
+}
+
+# Until the window looks the same twice, or for five seconds.
+waitUntilPainted() {
+    local tries look last=''
+    for ((tries = 0; tries < 15; tries++)); do
+        look="$(import -window "$window" rgb:- 2>/dev/null | cksum)"
+        [ "$look" != "$last" ] || return 0
+        last="$look"
+        sleep 0.3
+    done
 }

@@ -1,6 +1,3 @@
-    # Wine's server starts here and may outlive the command: it must not hold the output open.
-    timeout -k 10 60 "$wine" regsvr32 /s "$(windowsPath "$ocx")" \
-        >"$logDir/regsvr32.log" 2>&1 </dev/null 9>&- ||
 # A display and a Wine prefix to run Windows programs in.
 #
 # Tests and benchmarks run on a hidden desktop: a prefix and an X server that belong to this
@@ -56,6 +53,9 @@ makePrefix() {
             { [ "$1" = managed ] || setInRegistry "X11 Driver" Managed REG_SZ N; } &&
             wineserver -w
     } >"$logDir/wineboot.log" 2>&1 </dev/null 9>&- || fail "wineboot failed: build/logs/wineboot.log"
+    # Debian keeps these where Wine does not look: without them captions and scroll bars show letters
+    # instead of symbols.
+    cp /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
     touch "$WINEPREFIX/.ready"
 }
 
@@ -68,7 +68,9 @@ registerComponent() {
     needArtifact "$ocx"
     [ ! "$stamp" -nt "$ocx" ] || return 0
     say 'Registering SylvexControl.ocx'
-    timeout -k 10 60 "$wine" regsvr32 /s "$(windowsPath "$ocx")" </dev/null 9>&- ||
+    # Wine's server starts here and may outlive the command: it must not hold the output open.
+    timeout -k 10 60 "$wine" regsvr32 /s "$(windowsPath "$ocx")" \
+        >"$logDir/regsvr32.log" 2>&1 </dev/null 9>&- ||
         fail 'SylvexControl.ocx does not register'
     touch "$stamp"
 }
@@ -108,7 +110,8 @@ rememberDisplay() {
 displayTaken() {
     local pid
     pid="$(tr -d " " 2>/dev/null <"/tmp/.X$1-lock")"
-    [ -n "$pid" ] && [ -d "/proc/$pid" ] || xdpyinfo -display ":$1" >/dev/null 2>&1
+    if [ -n "$pid" ] && [ -d "/proc/$pid" ]; then return 0; fi
+    xdpyinfo -display ":$1" >/dev/null 2>&1
 }
 
 tryXvfb() {

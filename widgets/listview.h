@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -24,6 +25,17 @@ struct ListRow {
     int image = 0;
 };
 
+/// Rows to be added to a list. They are made one at a time, so that a long list is never held twice.
+class RowSource {
+public:
+    virtual ~RowSource() = default;
+    virtual std::size_t Count() const = 0;
+    /// The row at a place from 0; valid until the next call.
+    virtual const ListRow& Row(std::size_t place) = 0;
+    /// The places in the order of the rows' item texts, rows alike in the order in which they stand here.
+    virtual std::vector<std::uint32_t> SortedPlaces(bool descending) const = 0;
+};
+
 /// The list view that the host has handed over, whatever it is made of. Every call may run host code and raises what
 /// the list raises; a list that is gone raises 398.
 class ListView {
@@ -40,8 +52,9 @@ public:
     /// Sub-item index of the column with this key (0: the item text). Raises 35601 when there is none.
     virtual int SubItemIndex(const std::wstring& key) = 0;
     virtual void SetColumnWidth(const std::wstring& key, double twips) = 0;
-    /// Adds rows in this order behind the present ones. Empty cells are not written.
-    virtual void AddRows(const std::vector<ListRow>& rows) = 0;
+    /// Adds rows in this order behind the present ones. Empty cells are not written. `sortFollows`: SortBy(0) comes
+    /// next, so that an empty list may take the rows in that order at once.
+    virtual void AddRows(RowSource& rows, bool sortFollows) = 0;
     /// Sets the sort column (sub-item index) and switches sorting on: the rows are in order from now on.
     virtual void SortBy(int column) = 0;
     virtual int RowCount() = 0;

@@ -32,7 +32,7 @@ Nodes::~Nodes()
 
 Node& Nodes::Create(std::wstring_view text)
 {
-    m_slots.reserve(m_slots.size() + 2);
+    if (m_slots.size() + 2 > m_slots.capacity()) m_slots.reserve(std::max<std::size_t>(1024, m_slots.size() * 2));
     Node* node = new (m_pool.Take()) Node;
     node->m_nodes = this;
     node->m_text = text;

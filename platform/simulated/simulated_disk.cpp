@@ -13,7 +13,8 @@ namespace {
 
 std::wstring_view WithoutEnd(std::wstring_view path)
 {
-    while (!path.empty() && path.back() == L'\\') path.remove_suffix(1);
+    while (!path.empty() && path.back() == L'\\')
+        path.remove_suffix(1);
     return path;
 }
 
@@ -52,7 +53,8 @@ std::shared_ptr<DiskEntry> CopyOf(const DiskEntry& entry)
     auto copy = std::make_shared<DiskEntry>(entry);
     copy->children.clear();
     copy->index.clear();
-    for (const auto& child : entry.children) Attach(*copy, CopyOf(*child));
+    for (const auto& child : entry.children)
+        Attach(*copy, CopyOf(*child));
     return copy;
 }
 
@@ -199,7 +201,8 @@ std::uint32_t SimulatedDisk::LogicalDrives()
 {
     m_gate.Enter("FileSystem::LogicalDrives");
     std::uint32_t mask = 0;
-    for (const auto& [letter, drive] : m_drives) mask |= 1U << (letter - L'a');
+    for (const auto& [letter, drive] : m_drives)
+        mask |= 1U << (letter - L'a');
     return mask;
 }
 

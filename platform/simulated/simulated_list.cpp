@@ -85,7 +85,8 @@ std::string SimulatedList::RenderColumns() const
 
 void SimulatedList::ClickRow(int row)
 {
-    for (ListState::Row& other : m_state->rows) other.selected = false;
+    for (ListState::Row& other : m_state->rows)
+        other.selected = false;
     m_state->focused = row;
     if (row >= 0) At(m_state->rows, row, "ClickRow").selected = true;
 }
@@ -101,6 +102,7 @@ std::intptr_t SimulatedList::OnMessage(unsigned message, std::uintptr_t wParam, 
         return static_cast<std::intptr_t>(std::exchange(m_state->imageLists[wParam], list));
     }
     if (message == kSetItem && lParam != 0) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): messages carry addresses
         const LVITEM& item = *reinterpret_cast<const LVITEM*>(lParam);
         if (item.iItem < 0 || item.iItem >= static_cast<int>(m_state->rows.size())) return 0;
         if ((item.mask & LVIF_IMAGE) != 0) m_state->rows[static_cast<std::size_t>(item.iItem)].image = item.iImage;
@@ -250,7 +252,8 @@ void SimulatedList::Sort(int column, bool descending)
     const ListState::Row* const focused =
         m_state->focused >= 0 ? &At(rows, m_state->focused, "ListWindow::Sort") : nullptr;
     std::vector<std::size_t> order(rows.size());
-    for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
+    for (std::size_t i = 0; i < order.size(); ++i)
+        order[i] = i;
     std::stable_sort(order.begin(), order.end(), [&](std::size_t left, std::size_t right) {
         const int result = CompareFolded(CellOf(rows[left], place), CellOf(rows[right], place));
         return descending ? result > 0 : result < 0;

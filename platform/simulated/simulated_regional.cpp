@@ -47,8 +47,9 @@ void SimulatedRegional::AppendSortKey(std::wstring_view text, std::string& key)
 {
     m_gate.Enter("Regional::AppendSortKey");
     for (const wchar_t character : text) {
-        const auto code = static_cast<std::uint32_t>(FoldCase(character));
-        for (const int shift : {16, 8, 0}) key += static_cast<char>(code >> shift & 0xFF);
+        const auto code = CodeOf(FoldCase(character));
+        for (const int shift : {16, 8, 0})
+            key += static_cast<char>(code >> shift & 0xFF);
     }
 }
 
@@ -65,7 +66,8 @@ std::wstring SimulatedRegional::Number(double value, int decimals)
     const double rounded = std::fabs(value) < 1e15 ? std::round(value * scale) / scale : value;
     std::wstring text = Format("%.*f", decimals, std::fabs(rounded));
     const std::size_t dot = text.find(L'.');
-    for (std::size_t at = dot == text.npos ? text.size() : dot; at > 3;) text.insert(at -= 3, L",");
+    for (std::size_t at = dot == text.npos ? text.size() : dot; at > 3;)
+        text.insert(at -= 3, L",");
     return rounded < 0 ? L"-" + text : text;
 }
 
@@ -96,7 +98,7 @@ std::string SimulatedRegional::Narrow(std::wstring_view text)
     m_gate.Enter("Regional::Narrow");
     std::string narrow;
     for (const wchar_t character : text) {
-        narrow += static_cast<std::uint32_t>(character) < 0x100 ? static_cast<char>(character) : '?';
+        narrow += CodeOf(character) < 0x100 ? static_cast<char>(character) : '?';
     }
     return narrow;
 }

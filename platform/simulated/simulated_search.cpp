@@ -57,7 +57,12 @@ bool SimulatedSearch::Advance()
 bool SimulatedSearch::Show(const DiskEntry& entry, std::wstring_view name)
 {
     const bool dots = &entry == m_folder.get();
-    m_entry = {entry.attributes, entry.creationTime, entry.lastAccessTime, entry.lastWriteTime, entry.size, name,
+    m_entry = {entry.attributes,
+               entry.creationTime,
+               entry.lastAccessTime,
+               entry.lastWriteTime,
+               entry.size,
+               name,
                dots ? std::wstring_view() : std::wstring_view(entry.shortName)};
     return true;
 }

@@ -22,7 +22,8 @@ bool HasOwnPicture(const std::wstring& extension)
 int NumberOf(std::wstring_view text, int first)
 {
     unsigned number = 0;
-    for (const wchar_t character : text) number = number * 31 + static_cast<unsigned>(FoldCase(character));
+    for (const wchar_t character : text)
+        number = number * 31 + static_cast<unsigned>(FoldCase(character));
     return first + static_cast<int>(number % 900'000);
 }
 
@@ -142,10 +143,14 @@ FileOperationResult SimulatedShell::Perform(unsigned function, const std::wstrin
     if (m_disk.Find(from) == nullptr) return {kFileNotFound, false};
     switch (function) {
         case 1:
-        case 4: return {m_disk.Move(from, to) ? 0 : kInvalidPath, false};
-        case 2: return {m_disk.Copy(from, to) ? 0 : kInvalidPath, false};
-        case 3: return {m_disk.Remove(from) ? 0 : kInvalidPath, false};
-        default: return {kInvalidPath, false};
+        case 4:
+            return {m_disk.Move(from, to) ? 0 : kInvalidPath, false};
+        case 2:
+            return {m_disk.Copy(from, to) ? 0 : kInvalidPath, false};
+        case 3:
+            return {m_disk.Remove(from) ? 0 : kInvalidPath, false};
+        default:
+            return {kInvalidPath, false};
     }
 }
 

@@ -95,9 +95,7 @@ ItemHandle SimulatedTree::Insert(ItemHandle parent, ItemHandle after, ItemData d
 
 ItemHandle SimulatedTree::HeirOf(const TreeRow& row) const
 {
-    const TreeRow* const heir = row.next != nullptr       ? row.next
-                                : row.previous != nullptr ? row.previous
-                                                          : row.parent;
+    const TreeRow* const heir = row.next != nullptr ? row.next : row.previous != nullptr ? row.previous : row.parent;
     return heir->handle;
 }
 
@@ -129,7 +127,8 @@ void SimulatedTree::Drop(TreeRow& row)
     while (!doomed.empty()) {
         const TreeRow* const gone = doomed.back();
         doomed.pop_back();
-        for (TreeRow* child = gone->firstChild; child != nullptr; child = child->next) doomed.push_back(child);
+        for (TreeRow* child = gone->firstChild; child != nullptr; child = child->next)
+            doomed.push_back(child);
         for (ItemHandle* const held : {&m_selected, &m_dropTarget, &m_editing}) {
             if (*held == gone->handle) *held = 0;
         }
@@ -156,7 +155,8 @@ void SimulatedTree::SetButton(ItemHandle item, ExpandButton button)
 
 bool SimulatedTree::IsUnder(const TreeRow* row, const TreeRow& above) const
 {
-    while (row != nullptr && row != &above) row = row->parent;
+    while (row != nullptr && row != &above)
+        row = row->parent;
     return row != nullptr;
 }
 
@@ -202,7 +202,8 @@ void SimulatedTree::Reveal(ItemHandle item)
     for (const TreeRow* above = row == nullptr ? nullptr : row->parent; above != nullptr; above = above->parent) {
         if (above != &m_top && !above->expanded) closed.push_back(above->handle);
     }
-    for (; !closed.empty(); closed.pop_back()) OpenOrClose(closed.back(), true);
+    for (; !closed.empty(); closed.pop_back())
+        OpenOrClose(closed.back(), true);
     const TreeRow* const revealed = Find(item);
     const int lines = (m_place.bottom - m_place.top) / kRowHeight;
     if (revealed == nullptr || !IsShown(*revealed) || lines < 1) return;

@@ -13,12 +13,18 @@ namespace {
 unsigned FlagOf(RowPart part)
 {
     switch (part) {
-        case RowPart::Indent: return 8;
-        case RowPart::Button: return 0x10;
-        case RowPart::Box: return 0x40;
-        case RowPart::Icon: return 2;
-        case RowPart::Label: return 4;
-        default: return 0x20;
+        case RowPart::Indent:
+            return 8;
+        case RowPart::Button:
+            return 0x10;
+        case RowPart::Box:
+            return 0x40;
+        case RowPart::Icon:
+            return 2;
+        case RowPart::Label:
+            return 4;
+        default:
+            return 0x20;
     }
 }
 
@@ -34,35 +40,40 @@ TreeRow* SimulatedTree::NextShown(const TreeRow& row) const
 {
     if (row.expanded && row.firstChild != nullptr) return row.firstChild;
     const TreeRow* at = &row;
-    while (at != nullptr && at->next == nullptr) at = at->parent;
+    while (at != nullptr && at->next == nullptr)
+        at = at->parent;
     return at == nullptr ? nullptr : at->next;
 }
 
 bool SimulatedTree::IsShown(const TreeRow& row) const
 {
     const TreeRow* above = row.parent;
-    while (above != nullptr && above->expanded) above = above->parent;
+    while (above != nullptr && above->expanded)
+        above = above->parent;
     return above == nullptr;
 }
 
 int SimulatedTree::LineOf(const TreeRow& row) const
 {
     int line = 0;
-    for (const TreeRow* at = m_top.firstChild; at != &row; at = NextShown(*at)) ++line;
+    for (const TreeRow* at = m_top.firstChild; at != &row; at = NextShown(*at))
+        ++line;
     return line;
 }
 
 int SimulatedTree::LevelOf(const TreeRow& row) const
 {
     int level = 0;
-    for (const TreeRow* above = row.parent; above != &m_top; above = above->parent) ++level;
+    for (const TreeRow* above = row.parent; above != &m_top; above = above->parent)
+        ++level;
     return level;
 }
 
 ItemHandle SimulatedTree::RowAt(int line) const
 {
     const TreeRow* row = m_top.firstChild;
-    for (; row != nullptr && line > 0; --line) row = NextShown(*row);
+    for (; row != nullptr && line > 0; --line)
+        row = NextShown(*row);
     return row == nullptr ? 0 : row->handle;
 }
 
@@ -74,7 +85,8 @@ ItemHandle SimulatedTree::Row(std::wstring_view text) const
             row = row->firstChild;
             continue;
         }
-        while (row != nullptr && row->next == nullptr) row = row->parent;
+        while (row != nullptr && row->next == nullptr)
+            row = row->parent;
         if (row != nullptr) row = row->next;
     }
     return row == nullptr ? 0 : row->handle;
@@ -87,12 +99,18 @@ int SimulatedTree::LeftOf(const TreeRow& row, RowPart part) const
     const int rootLines = Setting(TreeSetting::LineStyle);
     const int start = (LevelOf(row) + rootLines) * kLevelWidth;
     switch (part) {
-        case RowPart::Indent: return 0;
-        case RowPart::Button: return std::max(start - kLevelWidth, 0);
-        case RowPart::Box: return start;
-        case RowPart::Icon: return start + box;
-        case RowPart::Label: return start + box + icon;
-        default: return start + box + icon + 4 + 7 * static_cast<int>(row.text.size());
+        case RowPart::Indent:
+            return 0;
+        case RowPart::Button:
+            return std::max(start - kLevelWidth, 0);
+        case RowPart::Box:
+            return start;
+        case RowPart::Icon:
+            return start + box;
+        case RowPart::Label:
+            return start + box + icon;
+        default:
+            return start + box + icon + 4 + 7 * static_cast<int>(row.text.size());
     }
 }
 
@@ -167,7 +185,8 @@ std::string SimulatedTree::PictureOf(ItemHandle item)
 std::string SimulatedTree::Paint(bool pictures)
 {
     std::string text = !m_visible ? "(hidden)\n" : !m_redraw ? "(frozen)\n" : "";
-    for (TreeRow* row = m_top.firstChild; row != nullptr; row = NextShown(*row)) text += PaintRow(*row, pictures);
+    for (TreeRow* row = m_top.firstChild; row != nullptr; row = NextShown(*row))
+        text += PaintRow(*row, pictures);
     return text;
 }
 

@@ -30,7 +30,7 @@ constexpr ImageListHandle kCheckPictures = 0x5A03;
 template <class Record>
 Record& RecordAt(std::intptr_t address)
 {
-    return *reinterpret_cast<Record*>(address);
+    return *reinterpret_cast<Record*>(address);  // NOLINT(performance-no-int-to-ptr): messages carry addresses
 }
 
 std::intptr_t HandleOf(const TreeRow* row)
@@ -44,17 +44,27 @@ std::intptr_t SimulatedTree::OnMessage(unsigned message, std::uintptr_t wParam, 
 {
     const auto item = static_cast<ItemHandle>(lParam);
     switch (message) {
-        case WM_SETREDRAW: m_redraw = wParam != 0; return 0;
-        case WM_VSCROLL: Scroll(wParam); return 0;
-        case TVM_EXPAND: return ExpandByMessage(wParam, item);
-        case TVM_GETITEMRECT: return ItemRect(wParam != 0, reinterpret_cast<void*>(lParam));
+        case WM_SETREDRAW:
+            m_redraw = wParam != 0;
+            return 0;
+        case WM_VSCROLL:
+            Scroll(wParam);
+            return 0;
+        case TVM_EXPAND:
+            return ExpandByMessage(wParam, item);
+        case TVM_GETITEMRECT:
+            return ItemRect(wParam != 0, &RecordAt<char>(lParam));
         case TVM_GETIMAGELIST:
             if (wParam != kStateImages) return static_cast<std::intptr_t>(m_images);
             return Setting(TreeSetting::Checkboxes) != 0 ? static_cast<std::intptr_t>(kCheckPictures) : 0;
-        case TVM_GETNEXTITEM: return NextItem(wParam, Find(item));
-        case TVM_SELECTITEM: return SelectByMessage(wParam, item);
-        case TVM_GETITEMA: return GetItem(RecordAt<TVITEM>(lParam));
-        case TVM_SETITEMA: return SetItem(RecordAt<TVITEM>(lParam));
+        case TVM_GETNEXTITEM:
+            return NextItem(wParam, Find(item));
+        case TVM_SELECTITEM:
+            return SelectByMessage(wParam, item);
+        case TVM_GETITEMA:
+            return GetItem(RecordAt<TVITEM>(lParam));
+        case TVM_SETITEMA:
+            return SetItem(RecordAt<TVITEM>(lParam));
         case TVM_HITTEST: {
             auto& record = RecordAt<TVHITTESTINFO>(lParam);
             const TreeHit hit = HitAt(record.pt);
@@ -62,8 +72,10 @@ std::intptr_t SimulatedTree::OnMessage(unsigned message, std::uintptr_t wParam, 
             record.hItem = hit.item;
             return static_cast<std::intptr_t>(hit.item);
         }
-        case TVM_CREATEDRAGIMAGE: return CreateDragImage(item);
-        default: return 0;
+        case TVM_CREATEDRAGIMAGE:
+            return CreateDragImage(item);
+        default:
+            return 0;
     }
 }
 
@@ -75,12 +87,18 @@ std::intptr_t SimulatedTree::NextItem(std::uintptr_t flag, const TreeRow* row)
     if (flag == kCaret) return static_cast<std::intptr_t>(m_selected);
     if (row == nullptr) return flag == 4 ? HandleOf(m_top.firstChild) : 0;
     switch (flag) {
-        case 1: return HandleOf(row->next);
-        case 2: return HandleOf(row->previous);
-        case 3: return HandleOf(row->parent);
-        case 4: return HandleOf(row->firstChild);
-        case 6: return HandleOf(NextShown(*row));
-        default: return 0;
+        case 1:
+            return HandleOf(row->next);
+        case 2:
+            return HandleOf(row->previous);
+        case 3:
+            return HandleOf(row->parent);
+        case 4:
+            return HandleOf(row->firstChild);
+        case 6:
+            return HandleOf(NextShown(*row));
+        default:
+            return 0;
     }
 }
 

@@ -38,7 +38,8 @@ void SimulatedWindows::DestroyWindow(WindowHandle window)
     for (const auto& [handle, other] : m_windows) {
         if (other.parent == window) below.push_back(handle);
     }
-    for (const WindowHandle child : below) DestroyWindow(child);
+    for (const WindowHandle child : below)
+        DestroyWindow(child);
 }
 
 int SimulatedWindows::CountSent(unsigned message) const

@@ -1,13 +1,12 @@
 #include "platform/simulated/text.h"
 
 #include <algorithm>
-#include <cstdint>
 
 namespace sylvex {
 
 wchar_t FoldCase(wchar_t character)
 {
-    const auto code = static_cast<std::uint32_t>(character);
+    const auto code = CodeOf(character);
     const auto plus = [character](int distance) { return static_cast<wchar_t>(character + distance); };
     if (code < 0x80) return code >= 'A' && code <= 'Z' ? plus(32) : character;
     if (code >= 0xC0 && code <= 0xDE && code != 0xD7) return plus(32);
@@ -71,9 +70,9 @@ std::string Utf8(std::wstring_view text)
 {
     std::string out;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        auto code = static_cast<std::uint32_t>(text[i]);
+        std::uint32_t code = CodeOf(text[i]);
         const bool lead = code >= 0xD800 && code < 0xDC00;
-        const auto trail = lead && i + 1 < text.size() ? static_cast<std::uint32_t>(text[i + 1]) : 0U;
+        const auto trail = lead && i + 1 < text.size() ? CodeOf(text[i + 1]) : 0U;
         if (trail >= 0xDC00 && trail < 0xE000) {
             code = 0x10000 + ((code - 0xD800) << 10) + (trail - 0xDC00);
             ++i;

@@ -1,9 +1,17 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace sylvex {
+
+/// The character's number, not negative whatever the sign of wchar_t.
+inline std::uint32_t CodeOf(wchar_t character)
+{
+    return static_cast<std::make_unsigned_t<wchar_t>>(character);
+}
 
 /// Lower case by a fixed table (Latin, Greek, Cyrillic), whatever the locale of the machine.
 wchar_t FoldCase(wchar_t character);

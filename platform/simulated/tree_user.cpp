@@ -14,9 +14,7 @@ constexpr unsigned kOnButton = 0x10;
 constexpr unsigned kOnBox = 0x40;
 constexpr unsigned kOnRight = 0x20;
 
-enum Key : short {
-    kSpace = 0x20, kLeft = 0x25, kUp = 0x26, kRight = 0x27, kDown = 0x28, kPlus = 0x6B, kMinus = 0x6D
-};
+enum Key : short { kSpace = 0x20, kLeft = 0x25, kUp = 0x26, kRight = 0x27, kDown = 0x28, kPlus = 0x6B, kMinus = 0x6D };
 
 short CharacterOf(short key, short shift)
 {
@@ -104,7 +102,8 @@ void TreeUser::DragTo(ItemHandle from, ItemHandle to)
     const Point start = MiddleOf(from);
     Press(start);
     MoveTo({start.x + m_tree.Machine().MetricValue(68), start.y});
-    for (int move = 0; move < 2; ++move) MoveTo(MiddleOf(to));
+    for (int move = 0; move < 2; ++move)
+        MoveTo(MiddleOf(to));
 }
 
 void TreeUser::PressKey(short key, short shift)
@@ -142,8 +141,10 @@ void TreeUser::ActOnKey(short key)
         case kSpace:
             if (boxes) m_tree.Listener().CheckClicked(row->data);
             return;
-        case kUp: return SelectByKey(line == 0 ? 0 : m_tree.RowAt(line - 1));
-        case kDown: return SelectByKey(m_tree.RowAt(line + 1));
+        case kUp:
+            return SelectByKey(line == 0 ? 0 : m_tree.RowAt(line - 1));
+        case kDown:
+            return SelectByKey(m_tree.RowAt(line + 1));
         case kLeft:
             if (!row->expanded) return SelectByKey(row->parent->handle);
             m_tree.OpenOrClose(item, false);
@@ -153,8 +154,11 @@ void TreeUser::ActOnKey(short key)
             m_tree.OpenOrClose(item, true);
             return;
         case kPlus:
-        case kMinus: m_tree.OpenOrClose(item, key == kPlus); return;
-        default: return;
+        case kMinus:
+            m_tree.OpenOrClose(item, key == kPlus);
+            return;
+        default:
+            return;
     }
 }
 

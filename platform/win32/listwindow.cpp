@@ -205,22 +205,19 @@ void Win32ListWindow::SetColumnWidth(int column, int width)
     Send(LVM_SETCOLUMNWIDTH, column, MAKELPARAM(static_cast<WORD>(width), 0));
 }
 
-LPARAM Win32ListWindow::Exchange(int row, LPARAM data) const
+void Win32ListWindow::SetRowData(int row, LPARAM data) const
 {
     LVITEMW item{};
     item.mask = LVIF_PARAM;
     item.iItem = row;
-    Send(LVM_GETITEMW, 0, ParameterOf(&item));
-    const auto before = item.lParam;
     item.lParam = data;
     Send(LVM_SETITEMW, 0, ParameterOf(&item));
-    return before;
 }
 
 void Win32ListWindow::Sort(int column, bool descending)
 {
-    const auto count = RowCount();
-    std::vector<std::string> keys(static_cast<std::size_t>(std::max(count, 0)));
+    std::vector<std::string> keys(static_cast<std::size_t>(std::max(RowCount(), 0)));
+    const auto count = static_cast<int>(keys.size());
     for (int row = 0; row < count; ++row) AppendSortKeyOf(Cell(row, column), keys[row]);
     const auto order = OrderOf(keys, descending);
     if (std::is_sorted(order.begin(), order.end())) return;
@@ -229,13 +226,13 @@ void Win32ListWindow::Sort(int column, bool descending)
     for (int place = 0; place < count; ++place) places[order[place]] = place;
     // The platform compares rows by their data: for the time of the sort each row carries its old place instead.
     std::vector<LPARAM> data(order.size());
-    for (int row = 0; row < count; ++row) data[row] = Exchange(row, row);
-    Send(LVM_SORTITEMS, static_cast<WPARAM>(ParameterOf(&places)),
-         reinterpret_cast<LPARAM>(&ComparePlaces));
     for (int row = 0; row < count; ++row) {
-        const auto before = Exchange(row, 0);
-        Exchange(row, data[static_cast<std::size_t>(before)]);
+        data[row] = RowData(row);
+        SetRowData(row, row);
     }
+    const auto sorted = Send(LVM_SORTITEMS, static_cast<WPARAM>(ParameterOf(&places)),
+                             reinterpret_cast<LPARAM>(&ComparePlaces));
+    for (int row = 0; row < count; ++row) SetRowData(row, data[sorted ? order[row] : row]);
 }
 
 bool Win32ListWindow::Visible()

@@ -46,7 +46,7 @@ private:
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     UINT State(int row, UINT mask) const;
     void SetState(int row, UINT state, UINT mask) const;
-    LPARAM Exchange(int row, LPARAM data) const;
+    void SetRowData(int row, LPARAM data) const;
 
     HWND m_window;
 };

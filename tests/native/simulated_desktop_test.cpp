@@ -32,12 +32,18 @@ TEST(SimulatedDisk, ReadsPatternsAsThePlatformDoes)
         const wchar_t* name;
         bool matches;
     } const cases[] = {
-        {L"*.*", L"README", true},          {L"*", L"a.b.c", true},
-        {L"Documents*.*", L"documents", true}, {L"Documents*.*", L"Documents2.old", true},
-        {L"Documents*.*", L"My Documents", false}, {L"*.txt", L"A.B.TXT", true},
-        {L"*.txt", L"a.txt2", false},       {L"a?.txt", L"ab.txt", true},
-        {L"a?.txt", L"a.txt", true},        {L"a?.txt", L"abc.txt", false},
-        {L"*.", L"README", true},           {L"*.", L"a.txt", false},
+        {L"*.*", L"README", true},
+        {L"*", L"a.b.c", true},
+        {L"Documents*.*", L"documents", true},
+        {L"Documents*.*", L"Documents2.old", true},
+        {L"Documents*.*", L"My Documents", false},
+        {L"*.txt", L"A.B.TXT", true},
+        {L"*.txt", L"a.txt2", false},
+        {L"a?.txt", L"ab.txt", true},
+        {L"a?.txt", L"a.txt", true},
+        {L"a?.txt", L"abc.txt", false},
+        {L"*.", L"README", true},
+        {L"*.", L"a.txt", false},
         {L"\u00C4*", L"\u00E4pfel", true},
     };
     for (const auto& [pattern, name, matches] : cases) {
@@ -159,7 +165,8 @@ TEST(SimulatedTimers, TickInTheOrderOfTheirTime)
     slow->SetInterval(200);
     once->SetInterval(150);
     fast->SetInterval(100);
-    for (Timer* const timer : {slow.get(), once.get(), fast.get()}) timer->SetEnabled(true);
+    for (Timer* const timer : {slow.get(), once.get(), fast.get()})
+        timer->SetEnabled(true);
     EXPECT_THAT(desktop.timers.Enabled(), ElementsAre(200, 150, 100));
     desktop.timers.Advance(99);
     EXPECT_EQ(ticks, "");
@@ -413,7 +420,8 @@ TEST_F(SimulatedListTest, RendersSortsAndKeepsWhatIsSelected)
     list->InsertColumn(0, L"Name", list->PixelsOf(3600), Alignment::Left);
     list->InsertColumn(1, L"", 0, Alignment::Left);
     list->InsertColumn(2, L"Size", 73, Alignment::Right);
-    for (const wchar_t* const name : {L"b", L"C", L"a"}) list->InsertRow(99, name, -1, 0);
+    for (const wchar_t* const name : {L"b", L"C", L"a"})
+        list->InsertRow(99, name, -1, 0);
     list->SetCell(0, 1, L"hidden");
     list->SetCell(0, 2, L"1 b");
     shown.ClickRow(0);

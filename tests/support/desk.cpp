@@ -5,7 +5,8 @@ namespace sylvex {
 std::wstring Desk::MakeFolder(const std::wstring& name)
 {
     std::wstring path = PathOf(name);
-    while (path.back() == L'\\') path.pop_back();
+    while (path.back() == L'\\')
+        path.pop_back();
     MakeFolderAt(path);
     return path;
 }

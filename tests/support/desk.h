@@ -17,6 +17,10 @@ public:
     /// The scratch folder, without a separator at its end. It lies on a fixed drive.
     virtual const std::wstring& Base() const = 0;
 
+    /// A window of the host to put a control in, and a list view of the host, visible and empty; both go with the desk.
+    virtual WindowHandle NewWindow() = 0;
+    virtual WindowHandle NewList() = 0;
+
     /// Makes a folder, and those above it; gives its path.
     std::wstring MakeFolder(const std::wstring& name);
     /// Makes a file of `size` bytes, and the folders above it; gives its path.

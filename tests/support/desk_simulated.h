@@ -12,6 +12,8 @@ public:
     SimulatedDesk();
     Platform& Get() override { return desktop.Get(); }
     const std::wstring& Base() const override { return m_base; }
+    WindowHandle NewWindow() override { return desktop.windows.NewWindow(); }
+    WindowHandle NewList() override { return desktop.windows.NewList().Handle(); }
 
     SimulatedDesktop desktop;
 

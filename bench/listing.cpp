@@ -1,0 +1,76 @@
+#include <commctrl.h>
+
+#include "bench/bench.h"
+
+namespace sylvex::bench {
+
+namespace {
+
+/// Reads the folder's records and fills a bare list of sixteen columns with ready texts.
+double FloorList(const std::wstring& folder)
+{
+    return Median([&] {
+        Frame frame;
+        const HWND list = NewList(frame);
+        LVCOLUMNW column{};
+        column.mask = LVCF_WIDTH;
+        column.cx = 80;
+        for (int i = 0; i < 16; ++i) ListView_InsertColumn(list, i, &column);
+        const double start = Now();
+        SendMessageW(list, WM_SETREDRAW, FALSE, 0);
+        WIN32_FIND_DATAW entry;
+        const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &entry);
+        int row = 0;
+        do {
+            if (entry.cFileName[0] == L'.') continue;
+            std::wstring text = folder + L"\\" + entry.cFileName;
+            LVITEMW item{};
+            item.mask = LVIF_TEXT | LVIF_IMAGE;
+            item.iItem = row;
+            item.pszText = text.data();
+            ListView_InsertItem(list, &item);
+            wchar_t cell[] = L"01/01/2026 00:00:00";
+            for (int i = 1; i < 16; ++i) {
+                if (i == 10) continue;
+                ListView_SetItemText(list, row, i, cell);
+            }
+            ++row;
+        } while (FindNextFileW(search, &entry) != 0);
+        FindClose(search);
+        SendMessageW(list, WM_SETREDRAW, TRUE, 0);
+        UpdateWindow(list);
+        return Now() - start;
+    });
+}
+
+double OursList(const std::wstring& folder)
+{
+    return Median([&] {
+        Subject subject;
+        const HWND list = subject.BindList();
+        Node& node = subject.NodeOf(folder);
+        node.SetExpanded(true);
+        for (Node* child = node.Child(); child != nullptr; child = child->Next()) child->WriteMarks(true, false);
+        const double start = Now();
+        subject.Control().BuildFileList(&node, false);
+        UpdateWindow(list);
+        return Now() - start;
+    });
+}
+
+}  // namespace
+
+void ListRows()
+{
+    double perRow[2] = {};
+    int at = 0;
+    for (const int files : {1000, 10000, 100000}) {
+        const std::wstring folder = FlatFolder(files, 200);
+        const Row row{"list " + std::to_string(files) + " ticked files, 16 columns", OursList(folder), FloorList(folder), 1.5};
+        Print(row);
+        if (files > 1000) perRow[at++] = row.ours / files;
+    }
+    Print({"cost of one row at 100000 against at 10000", perRow[1] * 1000, perRow[0] * 1000, 1.2, "us"});
+}
+
+}  // namespace sylvex::bench

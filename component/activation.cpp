@@ -1,0 +1,196 @@
+#include "component/activation.h"
+
+#include "component/accelerators.h"
+#include "component/ambient.h"
+#include "platform/win32/handles.h"
+
+namespace sylvex {
+
+HRESULT Activation::EnterInPlace()
+{
+    if (InPlace()) return S_OK;
+    const ComPtr<IOleInPlaceSite> site = ComPtr<IOleClientSite>(m_core.Site()).As<IOleInPlaceSite>();
+    if (!site || site->CanInPlaceActivate() != S_OK) return E_FAIL;
+    const HRESULT allowed = site->OnInPlaceActivate();
+    if (FAILED(allowed)) return allowed;
+    m_site = site;
+    const HRESULT shown = ShowIn(*site);
+    if (FAILED(shown)) {
+        LeaveInPlace();
+        return shown;
+    }
+    FollowDeadInterface();
+    // The container may have closed the control already in one of the calls.
+    if (const ComPtr<IOleClientSite> client(m_core.Site()); client && InPlace()) client->ShowObject();
+    return InPlace() ? S_OK : E_UNEXPECTED;
+}
+
+HRESULT Activation::ShowIn(IOleInPlaceSite& site)
+{
+    HWND parent = nullptr;
+    if (const HRESULT found = site.GetWindow(&parent); FAILED(found)) return found;
+    ComPtr<IOleInPlaceFrame> frame;
+    ComPtr<IOleInPlaceUIWindow> document;
+    RECT place{};
+    RECT clip{};
+    OLEINPLACEFRAMEINFO info{};
+    info.cb = sizeof info;
+    const HRESULT described = site.GetWindowContext(frame.Put(), document.Put(), &place, &clip, &info);
+    if (FAILED(described)) return described;
+    if (!IsWindow(parent) || !InPlace()) return E_UNEXPECTED;
+    m_frame = std::move(frame);
+    m_document = std::move(document);
+    m_core.Attach(parent, place);
+    SetRects(place, clip);
+    return S_OK;
+}
+
+HRESULT Activation::EnterInterface(bool takeFocus)
+{
+    if (const HRESULT placed = EnterInPlace(); FAILED(placed)) return placed;
+    if (!m_hasInterface && !IsUserInterfaceDead(m_core)) {
+        // Set first: the container may send the focus around while it is told.
+        m_hasInterface = true;
+        const ComPtr<IOleInPlaceSite> site = m_site;
+        const HRESULT allowed = site->OnUIActivate();
+        if (FAILED(allowed)) {
+            m_hasInterface = false;
+            return allowed;
+        }
+        if (m_hasInterface) SetActiveObject(&m_active);
+    }
+    if (takeFocus && m_hasInterface && !HoldsFocus()) {
+        SetFocus(WindowOf(m_core.Control().Tree().hWnd()));
+        FocusMayHaveMoved();
+    }
+    return InPlace() ? S_OK : E_UNEXPECTED;
+}
+
+void Activation::SetActiveObject(IOleInPlaceActiveObject* object)
+{
+    const ComPtr<IOleInPlaceFrame> frame = m_frame;
+    const ComPtr<IOleInPlaceUIWindow> document = m_document;
+    if (frame) frame->SetActiveObject(object, nullptr);
+    if (document) document->SetActiveObject(object, nullptr);
+    // No tool bars of ours: the container may show its own.
+    if (object && frame) frame->SetBorderSpace(nullptr);
+    if (object && document) document->SetBorderSpace(nullptr);
+}
+
+void Activation::LeaveInterface()
+{
+    if (!std::exchange(m_hasInterface, false)) return;
+    const ComPtr<IOleInPlaceSite> site = m_site;
+    SetActiveObject(nullptr);
+    if (site) site->OnUIDeactivate(FALSE);
+}
+
+void Activation::LeaveInPlace()
+{
+    if (!InPlace()) return;
+    LeaveInterface();
+    // Emptied first: what follows may come back here.
+    const ComPtr<IOleInPlaceSite> site = std::move(m_site);
+    m_frame.Reset();
+    m_document.Reset();
+    if (!site) return;
+    if (HoldsFocus()) SetFocus(GetParent(m_core.Window()));
+    FocusMayHaveMoved();
+    SetWindowRgn(m_core.Window(), nullptr, FALSE);
+    m_core.Detach();
+    site->OnInPlaceDeactivate();
+}
+
+void Activation::Hide()
+{
+    if (!InPlace()) return;
+    LeaveInterface();
+    if (!InPlace()) return;
+    if (HoldsFocus()) SetFocus(GetParent(m_core.Window()));
+    FocusMayHaveMoved();
+    ShowWindow(m_core.Window(), SW_HIDE);
+}
+
+void Activation::SetRects(const RECT& place, const RECT& clip)
+{
+    if (!InPlace()) return;
+    m_place = place;
+    m_core.MoveWindow(place);
+    RECT seen{};
+    HRGN region = nullptr;
+    // Containers that do not clip pass an empty or a far larger rectangle.
+    if (IntersectRect(&seen, &place, &clip) && !EqualRect(&seen, &place)) {
+        OffsetRect(&seen, -place.left, -place.top);
+        region = CreateRectRgnIndirect(&seen);
+    }
+    // The window takes the region over.
+    SetWindowRgn(m_core.Window(), region, TRUE);
+}
+
+void Activation::RequestSize(Size size)
+{
+    if (!InPlace() || std::exchange(m_requestingSize, true)) return;
+    const ComPtr<IOleInPlaceSite> site = m_site;
+    const RECT wanted{m_place.left, m_place.top, m_place.left + size.cx, m_place.top + size.cy};
+    site->OnPosRectChange(&wanted);
+    m_requestingSize = false;
+}
+
+HRESULT Activation::TranslateKey(MSG& message)
+{
+    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return S_FALSE;
+    if (!HoldsFocus() || !InPlace() || IsUserInterfaceDead(m_core)) return S_FALSE;
+    const HWND tree = WindowOf(m_core.Control().Tree().hWnd());
+    if (!BelongsToTree(message, message.hwnd != tree)) return OfferToSite(message);
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+    return S_OK;
+}
+
+HRESULT Activation::OfferToSite(MSG& message)
+{
+    const ComPtr<IOleControlSite> site = ControlSite();
+    if (!site) return S_FALSE;
+    return site->TranslateAccelerator(&message, PressedModifiers()) == S_OK ? S_OK : S_FALSE;
+}
+
+bool Activation::HoldsFocus()
+{
+    const HWND focus = GetFocus();
+    const HWND window = m_core.Window();
+    return focus && (focus == window || IsChild(window, focus));
+}
+
+void Activation::FocusMayHaveMoved()
+{
+    const bool focused = HoldsFocus();
+    if (m_focused == focused) return;
+    m_focused = focused;
+    if (focused && InPlace() && m_core.UserMode()) EnterInterface(false);
+    if (const ComPtr<IOleControlSite> site = ControlSite()) site->OnFocus(focused);
+}
+
+ComPtr<IOleControlSite> Activation::ControlSite() const
+{
+    return ComPtr<IOleClientSite>(m_core.Site()).As<IOleControlSite>();
+}
+
+void Activation::FollowDeadInterface()
+{
+    if (!InPlace()) return;
+    const bool dead = IsUserInterfaceDead(m_core);
+    if (dead) LeaveInterface();
+    EnableWindow(m_core.Window(), !dead);
+}
+
+void Activation::WindowGone()
+{
+    // The container is taking its window down and expects no call.
+    m_hasInterface = false;
+    m_focused = false;
+    m_frame.Reset();
+    m_document.Reset();
+    m_site.Reset();
+}
+
+}  // namespace sylvex

@@ -1,0 +1,210 @@
+#include "component/control_core.h"
+
+#include "component/fonts.h"
+#include "component/object_ref.h"
+#include "component/typeinfo.h"
+
+namespace sylvex {
+
+namespace {
+
+WindowHandle NumberOf(HWND window) { return reinterpret_cast<WindowHandle>(window); }
+
+/// The number of a property of the control; DISPID_UNKNOWN when it has none of this name.
+DISPID PropertyOf(const wchar_t* name)
+{
+    DISPID property = DISPID_UNKNOWN;
+    // The platform does not write to the name.
+    LPOLESTR asked = const_cast<LPOLESTR>(name);
+    FindMembers(__uuidof(::_Sylvex), IID_NULL, &asked, 1, &property);
+    return property;
+}
+
+}  // namespace
+
+ControlCore::ControlCore(IUnknown& identity)
+    : m_identity(identity), m_points(identity), m_objects(*this), m_window(*this), m_fontWatch([this] { FontChanged(); })
+{
+    m_control = std::make_unique<Sylvex>(Services(), *this, *this, NumberOf(m_window.Handle()));
+    m_control->UserControl_Resize(m_window.InnerSize());
+}
+
+ControlCore::~ControlCore()
+{
+    // What the windows tell while they go is nobody's business any more.
+    m_observer = nullptr;
+}
+
+Sylvex& ControlCore::Used()
+{
+    Window();
+    if (!m_initialised) InitNew();
+    return *m_control;
+}
+
+void ControlCore::InitNew()
+{
+    m_initialised = true;
+    m_control->UserControl_InitProperties();
+}
+
+std::shared_ptr<void> ControlCore::KeepAlive()
+{
+    m_identity.AddRef();
+    return {this, [](ControlCore* core) { core->LetGo(); }};
+}
+
+void ControlCore::LetGo() noexcept
+{
+    // The guard stands in a call from one of the control's windows. Its last reference would end the object below the
+    // feet of that call.
+    const ULONG references = m_identity.AddRef();
+    m_identity.Release();
+    const bool last = references <= 2;
+    if (!last || !m_window.Defer()) m_identity.Release();
+}
+
+void ControlCore::Deferred() { m_identity.Release(); }
+
+void ControlCore::SetSite(IOleClientSite* site) { m_site = ComPtr<IOleClientSite>(site); }
+
+Variant ControlCore::Ambient(DISPID property) const
+{
+    Variant value;
+    DISPPARAMS none{};
+    const ComPtr<IDispatch> container = m_site.As<IDispatch>();
+    if (!container) return value;
+    const HRESULT asked = container->Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
+                                            value.Put(), nullptr, nullptr);
+    return SUCCEEDED(asked) ? value : Variant();
+}
+
+bool ControlCore::UserMode()
+{
+    Variant mode = Ambient(DISPID_AMBIENT_USERMODE);
+    if (mode.Type() == VT_EMPTY || FAILED(VariantChangeType(&mode.Get(), &mode.Get(), 0, VT_BOOL))) return true;
+    return V_BOOL(&mode.Get()) != VARIANT_FALSE;
+}
+
+ComPtr<IFontDisp> ControlCore::AmbientFont() const
+{
+    const Variant ambient = Ambient(DISPID_AMBIENT_FONT);
+    ComPtr<IFontDisp> font;
+    if (ambient.Type() == VT_DISPATCH || ambient.Type() == VT_UNKNOWN) {
+        font = ComPtr<IUnknown>(V_UNKNOWN(&ambient.Get())).As<IFontDisp>();
+    }
+    return font ? font : FontLike(nullptr);
+}
+
+void ControlCore::Notify(DISPID property)
+{
+    m_dirty = true;
+    m_points.Changed(property);
+    if (m_observer) m_observer->ViewChanged();
+}
+
+bool ControlCore::MayChange(DISPID property) { return m_points.MayChange(property); }
+
+void ControlCore::PropertyChanged(const wchar_t* name) { Notify(PropertyOf(name)); }
+
+bool ControlCore::MayChange(const wchar_t* name) { return m_points.MayChange(PropertyOf(name)); }
+
+void ControlCore::FreezeEvents(bool freeze)
+{
+    if (freeze) {
+        ++m_frozen;
+    } else if (m_frozen > 0) {
+        --m_frozen;
+    }
+}
+
+HWND ControlCore::Window()
+{
+    if (!m_window.Handle()) {
+        m_window.Ensure();
+        m_control->Tree().AttachWindow(NumberOf(m_window.Handle()));
+        m_control->State().m_hwndTV = m_control->Tree().hWnd();
+    }
+    return m_window.Handle();
+}
+
+void ControlCore::Attach(HWND parent, const RECT& place)
+{
+    Window();
+    m_window.Attach(parent, place);
+}
+
+void ControlCore::Detach() { m_window.Detach(); }
+
+void ControlCore::MoveWindow(const RECT& place) { m_window.Move(place); }
+
+void ControlCore::Resize(Size size) { m_window.Resize(size); }
+
+void ControlCore::Resized(Size size)
+{
+    if (!m_control) return;
+    try {
+        m_control->UserControl_Resize(size);
+    } catch (const RuntimeError&) {  // reported where it happened; a message has nobody to pass it on to
+    }
+}
+
+void ControlCore::EraseBackground(HDC device, const RECT& place) { m_face.Paint(device, place); }
+
+bool ControlCore::Message(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
+{
+    return m_observer && m_observer->WindowMessage(message, wParam, lParam, result);
+}
+
+void ControlCore::Destroying()
+{
+    if (!m_control) return;
+    m_control->Tree().DetachWindow();
+    m_control->State().m_hwndTV = 0;
+    if (m_observer) m_observer->WindowGone();
+}
+
+void ControlCore::SetBackColor(OLE_COLOR color)
+{
+    m_face.backColor = color;
+    InvalidateRect(m_window.Handle(), nullptr, TRUE);
+}
+
+void ControlCore::SetPicture(IPictureDisp* picture)
+{
+    m_face.picture = ComPtr<IPictureDisp>(picture);
+    InvalidateRect(m_window.Handle(), nullptr, TRUE);
+}
+
+ComPtr<IFontDisp> ControlCore::Font()
+{
+    if (ComPtr<IFontDisp> font = Behind<IFontDisp>(Tree().Font())) return font;
+    const LRESULT shown = SendMessageW(reinterpret_cast<HWND>(Tree().hWnd()), WM_GETFONT, 0, 0);
+    const ComPtr<IFontDisp> font = FontLike(reinterpret_cast<HFONT>(shown));
+    SetFont(font.Get());
+    return font;
+}
+
+void ControlCore::SetFont(IFontDisp* font)
+{
+    Tree().SetFont(ReferTo(font));
+    FollowFont();
+}
+
+void ControlCore::FollowFont() { m_fontWatch.Watch(ObjectBehind(Tree().Font()).Get()); }
+
+void ControlCore::FontChanged() noexcept
+{
+    try {
+        const std::shared_ptr<void> alive = KeepAlive();
+        Tree().SetFont(ObjectRef(Tree().Font()));
+        PropertyChanged(L"Font");
+    } catch (...) {  // who changes a font object hears nothing of those that follow it
+    }
+}
+
+Point ControlCore::PixelsOf(ContainerPoint place) { return ToPixels(ControlSite().Get(), place); }
+
+ContainerPoint ControlCore::UnitsOf(Point pixels) { return ToContainer(ControlSite().Get(), pixels); }
+
+}  // namespace sylvex

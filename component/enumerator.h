@@ -1,0 +1,47 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "component/object.h"
+
+namespace sylvex {
+
+/// An enumerator of a fixed list. `Interface` is the enumeration's interface, `Raw` what it hands out, and `Held` what
+/// is kept: copyable, and turned into a new `Raw` that the caller owns by Raw HandOut(const Held&).
+template <class Interface, class Raw, class Held>
+class ListEnumerator final : public CountedObject<Interface> {
+public:
+    explicit ListEnumerator(std::vector<Held> items, std::size_t at = 0) : m_items(std::move(items)), m_at(at) {}
+
+    STDMETHODIMP Next(ULONG count, Raw* items, ULONG* fetched) override
+    {
+        if (!items || (!fetched && count != 1)) return E_POINTER;
+        ULONG given = 0;
+        while (given < count && m_at < m_items.size()) items[given++] = HandOut(m_items[m_at++]);
+        if (fetched) *fetched = given;
+        return given == count ? S_OK : S_FALSE;
+    }
+    STDMETHODIMP Skip(ULONG count) override
+    {
+        const std::size_t left = m_items.size() - m_at;
+        m_at += count < left ? count : left;
+        return count <= left ? S_OK : S_FALSE;
+    }
+    STDMETHODIMP Reset() override
+    {
+        m_at = 0;
+        return S_OK;
+    }
+    STDMETHODIMP Clone(Interface** copy) override
+    {
+        if (!copy) return E_POINTER;
+        return Border(__uuidof(Interface), [&] { *copy = Make<ListEnumerator>(m_items, m_at).Detach(); });
+    }
+
+private:
+    std::vector<Held> m_items;
+    std::size_t m_at;
+};
+
+}  // namespace sylvex

@@ -1,0 +1,90 @@
+#include "component/ole_embedding.h"
+
+#include <commctrl.h>
+#include <olectl.h>
+
+#include "component/ambient.h"
+#include "component/ole_extent.h"
+
+namespace sylvex {
+
+namespace {
+
+// About 190 by 240 pixels on an ordinary screen.
+constexpr SIZEL kFirstExtent{5080, 6350};
+
+}  // namespace
+
+Embedding::Embedding(ControlCore& core, IOleInPlaceActiveObject& active)
+    : m_core(core), m_activation(core, active), m_extent(kFirstExtent)
+{
+    core.Resize(PixelsOf(m_extent, ScreenResolution()));
+    core.SetObserver(this);
+}
+
+bool Embedding::SetExtent(SIZEL extent)
+{
+    if (extent.cx < 0 || extent.cy < 0) return false;
+    if (extent.cx == m_extent.cx && extent.cy == m_extent.cy) return true;
+    m_extent = extent;
+    m_core.SetDirty(true);
+    const Size size = PixelsOf(extent, ScreenResolution());
+    if (m_activation.InPlace()) {
+        m_activation.RequestSize(size);
+    } else {
+        m_core.Resize(size);
+    }
+    m_view.Changed();
+    return true;
+}
+
+IOleAdviseHolder* Embedding::Advises()
+{
+    if (!m_advises) CreateOleAdviseHolder(m_advises.Put());
+    return m_advises.Get();
+}
+
+void Embedding::SetFontInherited(bool inherited)
+{
+    // A copy: the font's own object may be changed by whoever holds it.
+    m_inheritedFont = inherited ? CopyOf(m_core.Font().As<IFont>()) : ComPtr<IFont>();
+}
+
+void Embedding::AmbientChanged(DISPID property)
+{
+    if (property == DISPID_AMBIENT_FONT || property == DISPID_UNKNOWN) FollowAmbientFont();
+    if (property == DISPID_AMBIENT_UIDEAD || property == DISPID_UNKNOWN) m_activation.FollowDeadInterface();
+    // Everything else is asked of the container whenever it matters.
+    m_view.Changed();
+}
+
+void Embedding::FollowAmbientFont()
+{
+    const ComPtr<IFont> current = m_core.Font().As<IFont>();
+    if (!m_inheritedFont || !current || m_inheritedFont->IsEqual(current.Get()) != S_OK) return;
+    m_core.SetFont(CopyOfAmbientFont(m_core).Get());
+    SetFontInherited(true);
+}
+
+bool Embedding::WindowMessage(UINT message, WPARAM, LPARAM lParam, LRESULT&)
+{
+    if (message != WM_NOTIFY) return false;
+    switch (reinterpret_cast<const NMHDR*>(lParam)->code) {
+    case static_cast<UINT>(NM_SETFOCUS):
+    case static_cast<UINT>(NM_KILLFOCUS):
+    // The label's edit box may have taken the focus along.
+    case static_cast<UINT>(TVN_ENDLABELEDITA):
+    case static_cast<UINT>(TVN_ENDLABELEDITW):
+        m_activation.FocusMayHaveMoved();
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+void Embedding::WindowGone() { m_activation.WindowGone(); }
+
+void Embedding::ViewChanged() { m_view.Changed(); }
+
+}  // namespace sylvex

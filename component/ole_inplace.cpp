@@ -1,0 +1,55 @@
+#include "component/ole_inplace.h"
+
+namespace sylvex {
+
+void* InPlacePart::Find(const IID& id)
+{
+    // The window is asked for through either; one answer is enough.
+    if (Answers<IOleInPlaceObject>(id)) return static_cast<IOleInPlaceObject*>(this);
+    return id == IID_IOleInPlaceActiveObject ? static_cast<IOleInPlaceActiveObject*>(this) : nullptr;
+}
+
+HRESULT InPlacePart::GetWindow(HWND* window)
+{
+    return Border(IID_IOleWindow, [&] {
+        Checked(window) = nullptr;
+        if (!Embedded().Place().InPlace()) return E_FAIL;
+        *window = Core().Window();
+        return S_OK;
+    });
+}
+
+HRESULT InPlacePart::InPlaceDeactivate()
+{
+    return Border(IID_IOleInPlaceObject, [&] {
+        const ComPtr<IUnknown> alive(Identity());
+        Embedded().Place().LeaveInPlace();
+    });
+}
+
+HRESULT InPlacePart::UIDeactivate()
+{
+    return Border(IID_IOleInPlaceObject, [&] {
+        const ComPtr<IUnknown> alive(Identity());
+        Embedded().Place().LeaveInterface();
+    });
+}
+
+HRESULT InPlacePart::SetObjectRects(LPCRECT place, LPCRECT clip)
+{
+    return Border(IID_IOleInPlaceObject, [&] {
+        const ComPtr<IUnknown> alive(Identity());
+        const RECT& whole = Checked(place);
+        Embedded().Place().SetRects(whole, clip ? *clip : whole);
+    });
+}
+
+HRESULT InPlacePart::TranslateAccelerator(LPMSG message)
+{
+    return Border(IID_IOleInPlaceActiveObject, [&] {
+        const ComPtr<IUnknown> alive(Identity());
+        return Embedded().Place().TranslateKey(Checked(message));
+    });
+}
+
+}  // namespace sylvex

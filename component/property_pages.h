@@ -1,0 +1,21 @@
+#pragma once
+
+#include "component/object.h"
+#include "component/ole_embedding.h"
+
+namespace sylvex {
+
+/// The part that names the pages on which a designer edits the control: the system's own for fonts, colours and
+/// pictures.
+class PropertyPagesPart : public ISpecifyPropertyPages, public OlePart {
+public:
+    void* Find(const IID& id) { return id == IID_ISpecifyPropertyPages ? static_cast<ISpecifyPropertyPages*>(this) : nullptr; }
+
+    STDMETHODIMP GetPages(CAUUID* pages) override;
+};
+
+/// Shows the control's pages: in the container's way, or in a frame of the system's below `parent`. `object` is the
+/// control as the pages see it. Returns when the user has closed them.
+HRESULT ShowPropertyPages(ControlCore& core, IUnknown* object, HWND parent);
+
+}  // namespace sylvex

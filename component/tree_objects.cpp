@@ -1,0 +1,81 @@
+#include "component/tree_objects.h"
+
+#include "component/node_object.h"
+#include "component/nodes_object.h"
+#include "component/tree_object.h"
+
+namespace sylvex {
+
+namespace {
+
+/// What an image list's object tells as its handle; empty when it tells none.
+Variant HandleProperty(const VARIANT& object)
+{
+    const ComPtr<IDispatch> list = Incoming<IDispatch>(object);
+    Variant handle;
+    if (!list) return Variant(0L);
+    wchar_t nameText[] = L"hImageList";
+    LPOLESTR name = nameText;
+    DISPID member = DISPID_UNKNOWN;
+    DISPPARAMS none{};
+    if (FAILED(list->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &member))) ThrowTypeMismatch();
+    const HRESULT asked = list->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, handle.Put(),
+                                       nullptr, nullptr);
+    if (FAILED(asked)) ThrowTypeMismatch();
+    return handle;
+}
+
+ImageListHandle ImageListOf(const VARIANT& given)
+{
+    Variant handle(given);
+    if (handle.Type() == VT_DISPATCH || handle.Type() == VT_UNKNOWN) handle = HandleProperty(given);
+    if (handle.Type() == VT_BSTR || FAILED(VariantChangeType(&handle.Get(), &handle.Get(), 0, VT_I8))) {
+        ThrowTypeMismatch();
+    }
+    return static_cast<ImageListHandle>(V_I8(&handle.Get()));
+}
+
+}  // namespace
+
+TreeObjects::TreeObjects(TreeOwner& owner) : m_link(std::make_shared<TreeLink>(owner, *this)) {}
+
+TreeObjects::~TreeObjects() { m_link->Cut(); }
+
+const ComPtr<ITreeView>& TreeObjects::TreeObject()
+{
+    if (!m_tree) m_tree = ComPtr<ITreeView>(Make<TreeViewObject>(m_link).Get());
+    return m_tree;
+}
+
+const ComPtr<INodes>& TreeObjects::NodesObject()
+{
+    if (!m_nodes) m_nodes = ComPtr<INodes>(Make<NodeCollection>(m_link).Get());
+    return m_nodes;
+}
+
+ComPtr<INode> TreeObjects::ObjectOf(Node* node)
+{
+    if (!node) return nullptr;
+    // Only these objects are companions of nodes.
+    if (NodeCompanion* const present = node->Companion()) return ComPtr<INode>(static_cast<NodeObject*>(present));
+    return ComPtr<INode>(Make<NodeObject>(m_link, *node).Get());
+}
+
+Node* TreeObjects::NodeOf(IUnknown* object)
+{
+    const ComPtr<INode> given = Incoming<INode>(object);
+    if (!given) return nullptr;
+    NodeObject& known = NodeObject::Known(*given);
+    Node& node = known.Live();
+    if (!known.BelongsTo(*m_link)) throw ElementNotFound();
+    return &node;
+}
+
+ImageListHandle TreeObjects::TakeImageList(const VARIANT& given)
+{
+    const ImageListHandle handle = ImageListOf(given);
+    m_imageList = Variant(given);
+    return handle;
+}
+
+}  // namespace sylvex

@@ -1,0 +1,136 @@
+#include "filelist/file_list.h"
+
+#include <string_view>
+
+#include "filelist/list_rows.h"
+#include "platform/text.h"
+
+namespace sylvex {
+
+namespace {
+
+/// The walk over a branch in the order in which the tree shows it, with the joined texts of the node's ancestors. It
+/// keeps no stack: branches may be thousands of levels deep.
+class BranchWalk {
+public:
+    explicit BranchWalk(Node& top)
+        : m_top(top), m_separator(top.Collection().PathSeparator()), m_joined(top.FullPath() + m_separator), m_at(top.Child())
+    {
+    }
+    /// Null at the end.
+    Node* At() const { return m_at; }
+    /// The texts from the root down to the present node.
+    std::wstring FullPath() const { return m_joined + m_at->Text(); }
+    std::wstring_view ParentFullPath() const
+    {
+        return std::wstring_view(m_joined).substr(0, m_joined.size() - m_separator.size());
+    }
+    /// To the node's first child if `descend` and it has one, otherwise to the next node that is not below it.
+    void Advance(bool descend)
+    {
+        Node* const child = descend ? m_at->Child() : nullptr;
+        if (child != nullptr) {
+            m_joined += m_at->Text();
+            m_joined += m_separator;
+            m_at = child;
+            return;
+        }
+        while (m_at->Next() == nullptr) {
+            m_at = m_at->Parent();
+            if (m_at == &m_top) {
+                m_at = nullptr;
+                return;
+            }
+            m_joined.resize(m_joined.size() - m_separator.size() - m_at->Text().size());
+        }
+        m_at = m_at->Next();
+    }
+
+private:
+    Node& m_top;
+    const std::wstring m_separator;
+    std::wstring m_joined;
+    Node* m_at;
+};
+
+}  // namespace
+
+FileList::FileList(Instance& instance, FolderTree& tree)
+    : m_instance(instance), m_tree(tree), m_binding(instance, tree), m_types(instance)
+{
+}
+
+/// The ticked nodes below `top`, and the folder listed last as SourcePath.
+Ticked FileList::FindTicked(Node& top)
+{
+    Ticked ticked;
+    const Node* listed = nullptr;
+    for (BranchWalk walk(top); Node* const node = walk.At();) {
+        const bool checked = node->Checked();
+        if (checked) {
+            const Node* const parent = node->Parent();
+            std::wstring sPath = m_tree.PathOf(walk.FullPath(), node->Text());
+            if (sPath.ends_with(L'\\')) sPath.pop_back();
+            ticked.Add(sPath, static_cast<std::size_t>(parent->Children()));
+            if (parent != listed) {
+                listed = parent;
+                const std::wstring folder = m_tree.PathOf(walk.ParentFullPath(), parent->Text());
+                if (folder.size() > 1 && folder[1] == L':') m_instance.SourcePath = folder;
+            }
+        }
+        walk.Advance(checked ? !m_instance.m_RecursiveCheck : node->Bold());
+    }
+    return ticked;
+}
+
+void FileList::BuildFileList(Node* pNode, bool RecursiveCall)
+{
+    Trapped(m_instance, L"BuildFileList", VARIABLES(pNode, RecursiveCall), kNone, [&](int& line) {
+        line = 1;
+        if (pNode == nullptr) return;
+        // Once the list is written to, the host may do anything, also remove nodes.
+        const Ticked ticked = FindTicked(*pNode);
+        line = 2;
+        ListRows rows(m_instance, m_binding, m_types, ticked);
+        line = 3;
+        if (rows.Count() > 0) m_instance.BoundList()->AddRows(rows, !RecursiveCall);
+        if (RecursiveCall) return;
+        line = 4;
+        m_binding.HideSortColumns();
+        line = 5;
+        m_binding.LoadCleanup(0);
+    });
+}
+
+std::wstring FileList::ReturnFileName(const std::wstring& Arq)
+{
+    std::size_t separator = 0;
+    return Trapped(m_instance, L"ReturnFileName", VARIABLES(Arq), VARIABLES(separator), [&](int& line) {
+        line = 1;
+        separator = Arq.rfind(L'\\');
+        return separator == std::wstring::npos ? std::wstring() : Arq.substr(separator + 1);
+    });
+}
+
+std::wstring FileList::BuildFileListFilter() const
+{
+    return Trapped(m_instance, L"BuildFileListFilter", kNone, kNone, [&](int& line) {
+        line = 1;
+        std::wstring joined;
+        for (const std::wstring& pattern : m_instance.m_BuildFileListFilter)
+            joined += (&pattern == &m_instance.m_BuildFileListFilter.front() ? L"" : L"|") + pattern;
+        return joined;
+    });
+}
+
+void FileList::LetBuildFileListFilter(const std::wstring& New_BuildFileListFilter)
+{
+    Trapped(m_instance, L"BuildFileListFilter", VARIABLES(New_BuildFileListFilter), kNone, [&](int& line) {
+        line = 1;
+        std::vector<std::wstring> patterns = SplitText(New_BuildFileListFilter, L'|');
+        if (patterns.empty()) patterns.emplace_back();
+        m_instance.m_BuildFileListFilter = std::move(patterns);
+    });
+}
+
+}  // namespace sylvex

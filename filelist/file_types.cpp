@@ -1,0 +1,138 @@
+#include "filelist/file_types.h"
+
+#include <array>
+#include <limits>
+#include <string_view>
+#include <vector>
+
+namespace sylvex {
+
+namespace {
+
+/// The lengths to which the registry's texts are cut.
+constexpr std::size_t kLongestClassName = 259;
+constexpr std::size_t kLongestTypeName = 79;
+
+std::wstring CutText(const std::optional<std::wstring>& value, std::size_t longest)
+{
+    if (!value) return {};
+    return value->substr(0, std::min(longest, value->find(L'\0')));
+}
+
+}  // namespace
+
+FileTypes::FileTypes(Instance& instance) : m_instance(instance) {}
+
+std::wstring FileTypes::GetFileType(const std::wstring& sExt, const std::wstring& FullPath, int& MyIcon)
+{
+    short i = -1;
+    std::wstring sTypeName;
+    const auto locals = VARIABLES(i, sTypeName);
+    return Trapped(m_instance, L"GetFileType", VARIABLES(sExt, FullPath, MyIcon), locals, [&](int& line) {
+        line = 1;
+        if (sExt.empty()) return std::wstring();
+        line = 2;
+        std::vector<FTs>& TypeNew = m_instance.TypeNew;
+        i = BinarySearchTypeNew(sExt);
+        if (i != -1) {
+            MyIcon = TypeNew[static_cast<std::size_t>(i)].IconIndex;
+            return TypeNew[static_cast<std::size_t>(i)].TypeName;
+        }
+        line = 3;
+        sTypeName = RegisteredTypeName(sExt);
+        line = 4;
+        FTs record{sExt, sTypeName, 0};
+        if (sTypeName.empty()) {
+            record.TypeName = sTypeName = m_instance.sNone;
+        } else {
+            record.IconIndex = m_instance.platform.shell.SystemIconIndex(FullPath);
+        }
+        line = 5;
+        MyIcon = record.IconIndex;
+        // Positions are 16 bits; what no longer fits is looked up anew each time.
+        if (TypeNew.size() > static_cast<std::size_t>(std::numeric_limits<short>::max())) return sTypeName;
+        TypeNew.push_back(std::move(record));
+        ShellSortTypeNewArray();
+        return sTypeName;
+    });
+}
+
+std::wstring FileTypes::ClassName(const std::wstring& sExt)
+{
+    return CutText(m_instance.platform.system.ClassRootValue(L"." + sExt), kLongestClassName);
+}
+
+std::wstring FileTypes::RegisteredTypeName(const std::wstring& sExt)
+{
+    const std::wstring className = ClassName(sExt);
+    if (className.empty()) return {};
+    return CutText(m_instance.platform.system.ClassRootValue(className), kLongestTypeName);
+}
+
+short FileTypes::BinarySearchTypeNew(const std::wstring& sExt)
+{
+    return Trapped(m_instance, L"BinarySearchTypeNew", VARIABLES(sExt), kNone, [&](int& line) -> short {
+        line = 1;
+        // By code units, in an array that is in order without regard to letter case: not every record is met.
+        const std::vector<FTs>& TypeNew = m_instance.TypeNew;
+        int lo = 1;
+        int hi = static_cast<int>(TypeNew.size()) - 1;
+        line = 2;
+        while (hi >= lo) {
+            const int mid = (lo + hi) / 2;
+            const int order = sExt.compare(TypeNew[static_cast<std::size_t>(mid)].Ext);
+            if (order == 0) return static_cast<short>(mid);
+            (order > 0 ? lo : hi) = order > 0 ? mid + 1 : mid - 1;
+        }
+        return -1;
+    });
+}
+
+const std::string& FileTypes::SortKeyOf(const std::wstring& ext)
+{
+    const auto [place, isNew] = m_sortKeys.try_emplace(ext);
+    if (isNew) m_instance.platform.regional.AppendSortKey(ext, place->second);
+    return place->second;
+}
+
+void FileTypes::ShellSortTypeNewArray()
+{
+    Trapped(m_instance, L"ShellSortTypeNewArray", kNone, kNone, [&](int& line) {
+        line = 1;
+        std::vector<FTs>& TypeNew = m_instance.TypeNew;
+        std::vector<const std::string*> keys;
+        for (const FTs& record : TypeNew) keys.push_back(&SortKeyOf(record.Ext));
+        const std::size_t count = TypeNew.size();
+        const auto pass = [&](std::size_t i, std::size_t gap) {
+            if (*keys[i] <= *keys[i + gap]) return;
+            std::swap(keys[i], keys[i + gap]);
+            std::swap(TypeNew[i], TypeNew[i + gap]);
+        };
+        for (std::size_t gap = count / 2; gap > 0; gap /= 2) {
+            line = 2;
+            for (std::size_t i = 0; i < count - gap; ++i) pass(i, gap);
+            line = 3;
+            for (std::size_t i = count - gap; i-- > 0;) pass(i, gap);
+        }
+    });
+}
+
+bool FileTypes::DrawnPerFile(const std::wstring& sExt)
+{
+    constexpr std::array<std::wstring_view, 10> kOwnPictures{L"exe", L"ico", L"cur", L"ani", L"lnk",
+                                                             L"url", L"scr", L"pif", L"cpl", L"msc"};
+    for (const std::wstring_view own : kOwnPictures)
+        if (sExt == own) return true;
+    if (sExt.empty()) return false;
+    System& system = m_instance.platform.system;
+    const std::wstring className = ClassName(sExt);
+    for (const std::wstring& key : {L"." + sExt, className, L"SystemFileAssociations\\." + sExt}) {
+        if (key.empty()) continue;
+        const auto picture = system.ClassRootValue(key + L"\\DefaultIcon");
+        if (picture && picture->find(L"%1") != std::wstring::npos) return true;
+        if (system.ClassRootValue(key + L"\\shellex\\IconHandler")) return true;
+    }
+    return false;
+}
+
+}  // namespace sylvex

@@ -1,0 +1,243 @@
+#include "filelist/list_rows.h"
+
+#include <algorithm>
+
+#include "filelist/formatting.h"
+#include "platform/text.h"
+
+namespace sylvex {
+
+namespace {
+
+constexpr std::int32_t kFile = -1;
+/// Attributes without which no folder has a picture of its own: read-only, system, reparse point.
+constexpr std::uint32_t kMayHavePicture = 1 | 4 | 1024;
+
+bool OnDrive(std::wstring_view path)
+{
+    return path.size() >= 2 && path[1] == L':';
+}
+
+/// The extension as spelt, with the rule that a full stop at the end begins none.
+std::wstring_view ExtensionIn(std::wstring_view name)
+{
+    const std::size_t dot = name.rfind(L'.');
+    return dot == std::wstring_view::npos ? std::wstring_view() : name.substr(dot + 1);
+}
+
+std::wstring SizeKey(std::uint64_t size)
+{
+    constexpr std::size_t kDigits = 10;
+    const std::wstring text = std::wstring(kDigits, L'0') + std::to_wstring(size);
+    return text.substr(text.size() - kDigits);
+}
+
+}  // namespace
+
+ListRows::ListRows(Instance& instance, ListBinding& binding, FileTypes& types, const Ticked& ticked)
+    : m_instance(instance),
+      m_binding(binding),
+      m_fileTypes(types),
+      m_ticked(ticked),
+      m_patterns(instance.m_BuildFileListFilter),
+      m_declares(L"modSylvexDeclares", instance.platform),
+      m_regional(instance.platform.regional),
+      m_records(instance.platform.files, ticked)
+{
+    if (m_ticked.Count() == 0) return;
+    FindColumns();
+    m_rows.reserve(m_ticked.Count());
+    std::wstring sPath;
+    for (std::uint32_t entry = 0; entry < m_ticked.Count(); ++entry) {
+        sPath.clear();
+        m_ticked.AppendPath(entry, sPath);
+        m_instance.IsFAT = IsFat(sPath);
+        if (m_records.Of(entry).ShownAsFolder()) {
+            AddFolder(entry, sPath);
+        } else {
+            m_rows.push_back({entry, kFile, TypeOf(entry), 0, m_instance.IsFAT});
+        }
+    }
+}
+
+void ListRows::FindColumns()
+{
+    std::size_t count = 0;
+    const auto find = [&](const wchar_t* key) {
+        const auto place = static_cast<std::size_t>(m_binding.LVIdx(key));
+        count = std::max(count, place + 1);
+        return place;
+    };
+    m_columns = {find(L"nam"),  find(L"ext"),  find(L"siz"), find(L"typ"),  find(L"mod"),
+                 find(L"tim"),  find(L"cre"),  find(L"acc"), find(L"atr"),  find(L"dos"),
+                 find(L"cre2"), find(L"acc2"), find(L"siz2"), find(L"mod2"), find(L"tim2")};
+    m_row.cells.resize(count);
+}
+
+/// Whether the path's volume counts as FAT; asked once a volume. A path without one leaves the answer as it was.
+bool ListRows::IsFat(std::wstring_view path)
+{
+    if (!OnDrive(path)) return m_instance.IsFAT;
+    const auto found = m_fatVolumes.find(path[0]);
+    if (found != m_fatVolumes.end()) return found->second;
+    return m_fatVolumes[path[0]] = m_binding.IsFatVolume(std::wstring(path.substr(0, 2)) + L'\\');
+}
+
+void ListRows::AddFolder(std::uint32_t Item, const std::wstring& sPath)
+{
+    Trapped(m_instance, L"AddFolder", VARIABLES(Item, sPath), kNone, [&](int& line) {
+        line = 1;
+        FTs& folders = m_instance.TypeNew.front();
+        for (std::size_t k = 0; k < m_patterns.size(); ++k) {
+            line = 2;
+            if (!EqualText(m_regional, folders.TypeName, m_instance.sFolder)) {
+                folders.IconIndex = m_instance.platform.shell.SystemIconIndex(sPath);
+                folders.TypeName = m_instance.sFolder;
+            }
+            line = 3;
+            m_rows.push_back({Item, static_cast<std::int32_t>(k), 0, folders.IconIndex, m_instance.IsFAT});
+        }
+    });
+}
+
+std::uint32_t ListRows::TypeOf(std::uint32_t entry)
+{
+    const std::wstring_view spelt = ExtensionIn(m_records.Of(entry).name);
+    const auto found = m_typePlaces.find(spelt);
+    if (found != m_typePlaces.end()) return found->second;
+    const std::wstring ext = LowerText(m_regional, spelt);
+    // Another spelling of an extension met before.
+    const auto same = std::find_if(m_types.begin(), m_types.end(), [&](const Type& type) { return type.ext == ext; });
+    const auto place = static_cast<std::uint32_t>(same - m_types.begin());
+    if (same == m_types.end()) m_types.push_back(ReadType(ext, m_ticked.Path(entry)));
+    m_typePlaces.emplace(spelt, place);
+    return place;
+}
+
+ListRows::Type ListRows::ReadType(const std::wstring& ext, const std::wstring& path)
+{
+    int MyIcon = 0;
+    Type type{ext, m_fileTypes.GetFileType(ext, path, MyIcon), m_fileTypes.DrawnPerFile(ext), {}};
+    return type;
+}
+
+bool ListRows::IsLastOfFolder(const LaidOut& row) const
+{
+    return row.pattern + 1 == static_cast<std::int32_t>(m_patterns.size());
+}
+
+std::wstring ListRows::ItemText(const LaidOut& row) const
+{
+    std::wstring text;
+    m_ticked.AppendPath(row.entry, text);
+    if (row.pattern != kFile) text += L'\\' + m_patterns[static_cast<std::size_t>(row.pattern)];
+    return text;
+}
+
+const ListRow& ListRows::Row(std::size_t place)
+{
+    const LaidOut& row = m_rows[place];
+    const DirectoryRecord& record = m_records.Of(row.entry);
+    for (std::wstring& cell : m_row.cells) cell.clear();
+    m_row.image = row.image;
+    m_row.cells[m_columns.nam] = ItemText(row);
+    if (row.pattern == kFile) {
+        FillFile(row, record);
+    } else {
+        m_row.cells[m_columns.typ] = m_instance.sFolder;
+        if (!IsLastOfFolder(row)) return m_row;
+        m_row.image = IconOfFolder(row, record);
+    }
+    FillDates(row, record);
+    m_row.cells[m_columns.atr] = GetAttrString(m_instance, record.attributes);
+    std::wstring& dos = m_row.cells[m_columns.dos];
+    dos = record.shortName.data();
+    if (dos.empty()) dos = record.name;
+    return m_row;
+}
+
+void ListRows::FillFile(const LaidOut& row, const DirectoryRecord& record)
+{
+    const Type& type = m_types[row.type];
+    m_row.cells[m_columns.ext] = type.ext;
+    m_row.cells[m_columns.typ] = type.name;
+    m_row.cells[m_columns.siz] = FormatSize(m_declares, m_regional, static_cast<double>(record.size));
+    m_row.cells[m_columns.siz2] = SizeKey(record.size);
+    m_row.image = IconOfFile(row);
+}
+
+int ListRows::IconOfFile(const LaidOut& row)
+{
+    Shell& shell = m_instance.platform.shell;
+    Type& type = m_types[row.type];
+    if (type.drawnPerFile) return shell.SystemIconIndex(m_ticked.Path(row.entry));
+    if (!type.icon) {
+        const DirectoryRecord& record = m_records.Of(row.entry);
+        type.icon = shell.SystemIconIndexOfType(std::wstring(record.name), record.attributes);
+    }
+    return *type.icon;
+}
+
+int ListRows::IconOfFolder(const LaidOut& row, const DirectoryRecord& record)
+{
+    Shell& shell = m_instance.platform.shell;
+    const bool plain = !record.name.empty() && (record.attributes & kMayHavePicture) == 0;
+    if (!plain) {
+        const std::wstring path = m_ticked.Path(row.entry);
+        // A drive without its root would be the drive's current folder.
+        return shell.SystemIconIndex(path.ends_with(L':') ? path + L'\\' : path);
+    }
+    if (!m_folderIcon) m_folderIcon = shell.SystemIconIndexOfType(std::wstring(record.name), record.attributes);
+    return *m_folderIcon;
+}
+
+Date ListRows::LocalDate(std::int64_t fileTime)
+{
+    return UTCCurrToVbDate(m_declares, m_regional, Currency{fileTime}, true);
+}
+
+void ListRows::FillDates(const LaidOut& row, const DirectoryRecord& record)
+{
+    std::vector<std::wstring>& cells = m_row.cells;
+    const Date written = LocalDate(record.lastWriteTime);
+    cells[m_columns.mod] = m_regional.ShortDate(written);
+    cells[m_columns.mod2] = m_regional.Stamp(written);
+    cells[m_columns.tim] = m_regional.LongTime(written);
+    cells[m_columns.tim2] = cells[m_columns.mod2].substr(kStampDateLength);
+    const Date created = LocalDate(record.creationTime);
+    cells[m_columns.cre] = FormGenDatTim(m_instance, m_regional, created);
+    cells[m_columns.cre2] = m_regional.Stamp(created);
+    const Date accessed = LocalDate(record.lastAccessTime);
+    // Such volumes keep no access time.
+    cells[m_columns.acc] = row.isFat ? m_regional.ShortDate(accessed) : FormGenDatTim(m_instance, m_regional, accessed);
+    cells[m_columns.acc2] = m_regional.Stamp(accessed);
+}
+
+std::vector<std::uint32_t> ListRows::SortedPlaces(bool descending) const
+{
+    struct Key {
+        std::size_t start;
+        std::size_t length;
+    };
+    std::string bytes;
+    std::vector<Key> keys(m_rows.size());
+    std::vector<std::uint32_t> places(m_rows.size());
+    for (std::size_t place = 0; place < keys.size(); ++place) {
+        const std::size_t start = bytes.size();
+        m_instance.platform.regional.AppendSortKey(ItemText(m_rows[place]), bytes);
+        keys[place] = {start, bytes.size() - start};
+        places[place] = static_cast<std::uint32_t>(place);
+    }
+    const std::string_view all = bytes;
+    const auto before = [&](std::uint32_t left, std::uint32_t right) {
+        const int order = all.substr(keys[left].start, keys[left].length)
+                              .compare(all.substr(keys[right].start, keys[right].length));
+        return descending ? order > 0 : order < 0;
+    };
+    // One folder's files come in order already.
+    if (!std::is_sorted(places.begin(), places.end(), before))
+        std::stable_sort(places.begin(), places.end(), before);
+    return places;
+}
+
+}  // namespace sylvex

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "diagnostics/trap.h"
+#include "filelist/cached_regional.h"
+#include "filelist/directory_records.h"
+#include "filelist/file_types.h"
+#include "filelist/list_binding.h"
+#include "filelist/ticked.h"
+#include "instance/instance.h"
+#include "widgets/listview.h"
+
+namespace sylvex {
+
+/// The rows of one list: laid out at once in the order written, their texts made when the list view takes them.
+class ListRows final : public RowSource {
+public:
+    /// The paths are complete; all arguments outlive the rows. Asks the bound list for its columns.
+    ListRows(Instance& instance, ListBinding& binding, FileTypes& types, const Ticked& ticked);
+
+    std::size_t Count() const override { return m_rows.size(); }
+    const ListRow& Row(std::size_t place) override;
+    std::vector<std::uint32_t> SortedPlaces(bool descending) const override;
+
+private:
+    /// What all files of one extension share.
+    struct Type {
+        std::wstring ext;
+        std::wstring name;
+        bool drawnPerFile = false;
+        std::optional<int> icon;
+    };
+    struct LaidOut {
+        std::uint32_t entry;
+        std::int32_t pattern;  ///< of a folder's row; -1 for a file
+        std::uint32_t type;    ///< of a file's row
+        int image;             ///< of a folder's row but its last
+        bool isFat;
+    };
+    struct Columns {
+        std::size_t nam, ext, siz, typ, mod, tim, cre, acc, atr, dos, cre2, acc2, siz2, mod2, tim2;
+    };
+    /// Finds an extension as it is spelt without making a text of it.
+    struct TextHash {
+        using is_transparent = void;
+        std::size_t operator()(std::wstring_view text) const { return std::hash<std::wstring_view>()(text); }
+    };
+
+    void FindColumns();
+    void AddFolder(std::uint32_t Item, const std::wstring& sPath);
+    std::uint32_t TypeOf(std::uint32_t entry);
+    Type ReadType(const std::wstring& ext, const std::wstring& path);
+    bool IsFat(std::wstring_view path);
+    std::wstring ItemText(const LaidOut& row) const;
+    bool IsLastOfFolder(const LaidOut& row) const;
+    void FillFile(const LaidOut& row, const DirectoryRecord& record);
+    void FillDates(const LaidOut& row, const DirectoryRecord& record);
+    int IconOfFile(const LaidOut& row);
+    int IconOfFolder(const LaidOut& row, const DirectoryRecord& record);
+    Date LocalDate(std::int64_t fileTime);
+
+    Instance& m_instance;
+    ListBinding& m_binding;
+    FileTypes& m_fileTypes;
+    const Ticked& m_ticked;
+    const std::vector<std::wstring> m_patterns;
+    NamedModule m_declares;
+    CachedRegional m_regional;
+    DirectoryRecords m_records;
+    Columns m_columns{};
+    std::vector<LaidOut> m_rows;
+    std::vector<Type> m_types;
+    std::unordered_map<std::wstring, std::uint32_t, TextHash, std::equal_to<>> m_typePlaces;  // by extension as spelt
+    std::unordered_map<wchar_t, bool> m_fatVolumes;
+    std::optional<int> m_folderIcon;
+    ListRow m_row;
+};
+
+}  // namespace sylvex

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <exception>
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "host/com.h"
+#include "SylvexControl_h.h"
+
+namespace sylvex::host {
+
+/// An automation call that failed.
+class AutomationError : public std::exception {
+public:
+    AutomationError(std::wstring_view member, HRESULT result, std::wstring description);
+    const char* what() const noexcept override { return "automation error"; }
+    HRESULT Result() const { return m_result; }
+    /// Member, number and description in one line. A numbered error shows its number, anything else its HRESULT.
+    std::wstring Text() const;
+
+private:
+    std::wstring m_member;
+    HRESULT m_result;
+    std::wstring m_description;
+};
+
+/// Throws AutomationError, with what the object said about it, when the call of `member` failed.
+void Check(HRESULT result, std::wstring_view member);
+
+/// What the system says about a failure, without line ends.
+std::wstring DescribeResult(HRESULT result);
+
+/// Calls members of an object by their names, as a script does; identifiers are asked for once.
+class LateBound {
+public:
+    explicit LateBound(ComPtr<IDispatch> object) : m_object(std::move(object)) {}
+
+    /// Writes a property by reference, or by value where the object takes no references; throws AutomationError.
+    void Put(const std::wstring& member, Variant&& value);
+    /// Name of a member, or its number when the object cannot tell.
+    std::wstring NameOf(DISPID member) const;
+
+private:
+    DISPID Find(const std::wstring& member);
+
+    ComPtr<IDispatch> m_object;
+    std::map<std::wstring, DISPID> m_members;
+};
+
+/// Reads a text from an automation object: `getter` is the member function that returns a BSTR. Throws AutomationError.
+template <class Object, class Interface>
+std::wstring ReadText(Object& object, HRESULT (STDMETHODCALLTYPE Interface::*getter)(BSTR*), std::wstring_view member)
+{
+    Bstr text;
+    Check((object.*getter)(text.Put()), member);
+    return text.Text();
+}
+
+/// Reads a flag in the same way.
+template <class Object, class Interface>
+bool ReadFlag(Object& object, HRESULT (STDMETHODCALLTYPE Interface::*getter)(VARIANT_BOOL*), std::wstring_view member)
+{
+    VARIANT_BOOL flag = VARIANT_FALSE;
+    Check((object.*getter)(&flag), member);
+    return flag != VARIANT_FALSE;
+}
+
+/// Reads an object in the same way; it may be nothing.
+template <class Object, class Interface, class Result>
+ComPtr<Result> ReadObject(Object& object, HRESULT (STDMETHODCALLTYPE Interface::*getter)(Result**),
+                          std::wstring_view member)
+{
+    ComPtr<Result> result;
+    Check((object.*getter)(result.Put()), member);
+    return result;
+}
+
+/// The automation form of a flag.
+constexpr VARIANT_BOOL FlagOf(bool value)
+{
+    return value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
+}  // namespace sylvex::host

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+namespace sylvex::host {
+
+/// The lines of the log, in a list box that tabs are expanded in. Old lines go when there are too many.
+class EventLog {
+public:
+    /// `box` is the list box; its font must be set.
+    void Attach(HWND box, int charWidth);
+    /// Adds a line: the time, what happened, and the details.
+    void Add(std::wstring_view what, std::wstring_view details);
+    /// As Add, but takes the place of the last line when that came from here with the same `what`.
+    void AddLatest(std::wstring_view what, std::wstring_view details);
+
+private:
+    void Append(const std::wstring& line);
+    void Widen(const std::wstring& line);
+
+    HWND m_box = nullptr;
+    int m_charWidth = 0;
+    int m_extent = 0;
+    std::wstring m_latest;
+    int m_repeats = 0;
+};
+
+}  // namespace sylvex::host

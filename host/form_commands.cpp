@@ -1,0 +1,273 @@
+#include <windows.h>
+
+#include <commctrl.h>
+#include <commdlg.h>
+
+#include <system_error>
+
+#include "host/automation.h"
+#include "host/console.h"
+#include "host/file_list.h"
+#include "host/form.h"
+#include "host/resource.h"
+#include "host/session.h"
+
+namespace sylvex::host {
+namespace {
+
+constexpr wchar_t kProgId[] = L"SylvexControl.Sylvex";
+
+/// Parts of the status bar.
+constexpr WPARAM kTextPart = 0;
+constexpr WPARAM kCountPart = 1;
+
+/// Shows the wait cursor while it exists.
+class WaitCursor {
+public:
+    WaitCursor() : m_before(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+    ~WaitCursor() { SetCursor(m_before); }
+
+private:
+    HCURSOR m_before;
+};
+
+/// Name that the user chose, or empty.
+std::wstring AskForFile(HWND owner)
+{
+    wchar_t name[32768] = L"list.csv";
+    OPENFILENAMEW question{};
+    question.lStructSize = sizeof question;
+    question.hwndOwner = owner;
+    question.lpstrFilter = L"Comma-separated values (*.csv)\0*.csv\0All files\0*.*\0";
+    question.lpstrDefExt = L"csv";
+    question.lpstrFile = name;
+    question.nMaxFile = std::size(name);
+    question.Flags = OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+    return GetSaveFileNameW(&question) ? name : L"";
+}
+
+}  // namespace
+
+class Form::Busy {
+public:
+    explicit Busy(Form& form) : m_form(form) { ++m_form.m_busy; }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+    ~Busy()
+    {
+        if (--m_form.m_busy == 0 && m_form.m_leaving) m_form.Leave();
+    }
+
+private:
+    Form& m_form;
+};
+
+void Form::Start()
+{
+    const Busy busy(*this);
+    RunSession(*this, m_options);
+}
+
+void Form::OpenControl()
+{
+    const ComPtr<IFontDisp> font = MakeFontObject(m_fontDescription);
+    m_container = std::make_unique<ControlContainer>(Handle(), m_place.Handle());
+    try {
+        m_container->Open(kProgId, font,
+                          {[this](const ControlEvent& event) { HearEvent(event); },
+                           [this](DISPID member) { HearProperty(member); }, [this](bool back) { TabOut(back); }});
+    } catch (const AutomationError& error) {
+        m_container.reset();
+        ShowUnavailable(error.Text());
+        throw;
+    }
+    _Sylvex& control = Control();
+    LateBound(ComPtr<IDispatch>(&control)).Put(L"ReqListView", Variant(Item(IDC_LIST)));
+    if (font) Check(control.putref_Font(font.Get()), L"Font");
+    Check(control.put_HideSelection(VARIANT_FALSE), L"HideSelection");
+    Check(control.put_LabelEdit(tvwManual), L"LabelEdit");
+    Check(control.put_Checkboxes(FlagOf(IsDlgButtonChecked(Handle(), IDC_CHECKBOXES))), L"Checkboxes");
+    Check(control.put_RecursiveCheck(FlagOf(IsDlgButtonChecked(Handle(), IDC_RECURSIVE))), L"RecursiveCheck");
+    ApplyPatterns();
+}
+
+void Form::ShowUnavailable(const std::wstring& reason)
+{
+    m_place.SetText(L"The Sylvex control cannot be used on this computer.\n\n" + reason +
+                    L"\n\nRegister the component and start this program again:\n\n    regsvr32 SylvexControl.ocx");
+    for (const int id : {IDC_RECURSIVE, IDC_CHECKBOXES, IDC_ENUMERATE, IDC_REFRESH, IDC_EXPORT, IDC_COPY}) {
+        EnableWindow(Item(id), FALSE);
+    }
+}
+
+std::wstring Form::ItemText(int id) const
+{
+    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(Item(id))) + 1, L'\0');
+    text.resize(static_cast<size_t>(GetWindowTextW(Item(id), text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+void Form::Attempt(const std::function<void()>& command)
+{
+    if (!m_container) return;
+    const Busy busy(*this);
+    try {
+        const WaitCursor cursor;
+        command();
+    } catch (const AutomationError& error) {
+        ReportFailure(error.Text());
+    } catch (const std::system_error& error) {
+        ReportFailure(DescribeResult(HRESULT_FROM_WIN32(error.code().value())));
+    }
+}
+
+void Form::OnCommand(int id, int notification)
+{
+    _Sylvex* const control = m_container ? &Control() : nullptr;
+    switch (id) {
+        case IDOK:
+            OnDefaultKey();
+            break;
+        case IDC_ENUMERATE:
+            Attempt([this] { Enumerate(); });
+            break;
+        case IDC_REFRESH:
+            Attempt([this] { Refresh(); });
+            break;
+        case IDC_EXPORT:
+            Attempt([this] { Export(); });
+            break;
+        case IDC_COPY:
+            Attempt([this] { Copy(); });
+            break;
+        case IDC_RECURSIVE:
+            Attempt([&] {
+                Check(control->put_RecursiveCheck(FlagOf(IsDlgButtonChecked(Handle(), id))), L"RecursiveCheck");
+            });
+            break;
+        case IDC_CHECKBOXES:
+            Attempt([&] { Check(control->put_Checkboxes(FlagOf(IsDlgButtonChecked(Handle(), id))), L"Checkboxes"); });
+            break;
+        case IDC_FILE_FILTER:
+            if (notification == EN_KILLFOCUS) Attempt([this] { ApplyFileFilter(); });
+            break;
+        case IDC_PATTERNS:
+            if (notification == EN_KILLFOCUS) Attempt([this] { ApplyPatterns(); });
+            break;
+        default:
+            break;
+    }
+}
+
+void Form::OnDefaultKey()
+{
+    const HWND focus = GetFocus();
+    if (focus == Item(IDC_FILE_FILTER)) Attempt([this] { Enumerate(); });
+    if (focus == Item(IDC_PATTERNS)) Attempt([this] { Refresh(); });
+}
+
+LRESULT Form::OnNotify(const NMHDR& header)
+{
+    if (header.idFrom == IDC_LIST && header.code == LVN_COLUMNCLICK) {
+        const int column = reinterpret_cast<const NMLISTVIEW&>(header).iSubItem;
+        Attempt([&] { SortByColumn(Control(), column); });
+    }
+    return 0;
+}
+
+void Form::ApplyFileFilter()
+{
+    const std::wstring wished = ItemText(IDC_FILE_FILTER);
+    if (ReadText(Control(), &_Sylvex::get_FileFilter, L"FileFilter") == wished) return;
+    Check(Control().put_FileFilter(Bstr(wished).Get()), L"FileFilter");
+}
+
+void Form::ApplyPatterns()
+{
+    const std::wstring wished = ItemText(IDC_PATTERNS);
+    if (ReadText(Control(), &_Sylvex::get_BuildFileListFilter, L"BuildFileListFilter") == wished) return;
+    Check(Control().put_BuildFileListFilter(Bstr(wished).Get()), L"BuildFileListFilter");
+}
+
+void Form::Enumerate()
+{
+    ApplyFileFilter();
+    Check(Control().Enumerate(), L"Enumerate");
+    ShowRowCount();
+}
+
+void Form::Refresh()
+{
+    ApplyPatterns();
+    Check(Control().Refresh(), L"Refresh");
+    ShowRowCount();
+}
+
+Table Form::List() const
+{
+    return ReadList(Item(IDC_LIST), Control());
+}
+
+void Form::Export()
+{
+    const std::wstring name = AskForFile(Handle());
+    if (name.empty()) return;
+    WriteFileBytes(name, ToUtf8(CsvText(List())));
+    m_log.Add(L"Exported", name);
+}
+
+void Form::Copy()
+{
+    if (!CopyText(Handle(), CsvText(List()))) {
+        ReportFailure(L"The clipboard is in use by another program");
+        return;
+    }
+    m_log.Add(L"Copied", std::to_wstring(CountRows(Item(IDC_LIST))) + L" rows");
+}
+
+void Form::ShowRowCount()
+{
+    const int rows = CountRows(Item(IDC_LIST));
+    const std::wstring text = std::to_wstring(rows) + (rows == 1 ? L" row" : L" rows");
+    SendMessageW(Item(IDC_STATUS), SB_SETTEXTW, kCountPart, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+void Form::ReportFailure(const std::wstring& message)
+{
+    m_log.Add(L"Error", message);
+    SendMessageW(Item(IDC_STATUS), SB_SETTEXTW, kTextPart, reinterpret_cast<LPARAM>(message.c_str()));
+}
+
+std::wstring Form::DescribeNode(INode& node)
+{
+    Bstr path;
+    Check(Control().BuildFullPath(&node, path.Put()), L"BuildFullPath");
+    return ReadText(node, &INode::get_Text, L"Node.Text") + L"   " + path.Text();
+}
+
+void Form::HearEvent(const ControlEvent& event)
+{
+    if (event.id == EventId::MouseMove) {
+        m_log.AddLatest(event.name, event.arguments);
+        return;
+    }
+    if (!event.node || !m_container) {
+        m_log.Add(event.name, event.arguments);
+        return;
+    }
+    Attempt([&] {
+        const std::wstring description = DescribeNode(*event.node);
+        m_log.Add(event.name, description);
+        SendMessageW(Item(IDC_STATUS), SB_SETTEXTW, kTextPart, reinterpret_cast<LPARAM>(description.c_str()));
+    });
+    if (event.id == EventId::NodeCheck) ShowRowCount();
+}
+
+void Form::HearProperty(DISPID member)
+{
+    if (m_container) m_log.Add(L"PropertyChanged", LateBound(ComPtr<IDispatch>(&Control())).NameOf(member));
+}
+
+}  // namespace sylvex::host

@@ -1,0 +1,223 @@
+#include "host/layout.h"
+
+#include <algorithm>
+#include <string>
+
+#include "host/resource.h"
+
+namespace sylvex::host {
+namespace {
+
+constexpr int kButtons[] = {IDC_ENUMERATE, IDC_REFRESH, IDC_EXPORT, IDC_COPY};
+constexpr int kMargin = 7;
+constexpr int kGap = 4;
+constexpr int kWideGap = 10;
+constexpr int kSmallestPane = 60;
+
+std::wstring TextOf(HWND window)
+{
+    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+int WidthOf(const RECT& rect)
+{
+    return rect.right - rect.left;
+}
+int HeightOf(const RECT& rect)
+{
+    return rect.bottom - rect.top;
+}
+
+int Part(double part, int whole, int least)
+{
+    const int most = std::max(least, whole - least);
+    return std::clamp(static_cast<int>(part * whole + 0.5), least, most);
+}
+
+}  // namespace
+
+Metrics::Metrics(HFONT font) : m_font(font)
+{
+    const HDC dc = GetDC(nullptr);
+    const HGDIOBJ before = SelectObject(dc, font);
+    TEXTMETRICW metrics;
+    GetTextMetricsW(dc, &metrics);
+    // The average of the whole alphabet, as the system's dialogs take it.
+    constexpr std::wstring_view kAlphabet = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    SIZE size;
+    GetTextExtentPoint32W(dc, kAlphabet.data(), static_cast<int>(kAlphabet.size()), &size);
+    m_charWidth = (size.cx / 26 + 1) / 2;
+    m_lineHeight = metrics.tmHeight;
+    SelectObject(dc, before);
+    ReleaseDC(nullptr, dc);
+}
+
+int Metrics::TextWidth(std::wstring_view text) const
+{
+    std::wstring shown(text);
+    std::erase(shown, L'&');
+    const HDC dc = GetDC(nullptr);
+    const HGDIOBJ before = SelectObject(dc, m_font);
+    SIZE size{};
+    GetTextExtentPoint32W(dc, shown.data(), static_cast<int>(shown.size()), &size);
+    SelectObject(dc, before);
+    ReleaseDC(nullptr, dc);
+    return size.cx;
+}
+
+/// Moves children in one go, which saves painting them twice.
+class Layout::Moves {
+public:
+    explicit Moves(HWND form) : m_form(form), m_moves(BeginDeferWindowPos(20)) {}
+    Moves(const Moves&) = delete;
+    Moves& operator=(const Moves&) = delete;
+    ~Moves() { EndDeferWindowPos(m_moves); }
+
+    void Move(int id, int x, int y, int width, int height)
+    {
+        m_moves = DeferWindowPos(m_moves, GetDlgItem(m_form, id), nullptr, x, y, std::max(width, 0),
+                                 std::max(height, 0), SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+
+private:
+    HWND m_form;
+    HDWP m_moves;
+};
+
+void Layout::Arrange()
+{
+    const HWND status = GetDlgItem(m_form, IDC_STATUS);
+    SendMessageW(status, WM_SIZE, 0, 0);
+    RECT row = ClientArea();
+    row.bottom = row.top + m_metrics.RowHeight();
+
+    Moves moves(m_form);
+    ArrangeFilters(moves, row);
+    OffsetRect(&row, 0, m_metrics.RowHeight() + m_metrics.Y(kGap));
+    ArrangeCommands(moves, row);
+
+    RECT lower = LowerArea();
+    RECT panes = lower;
+    panes.bottom = lower.top + Part(m_divisions.panesHeight, HeightOf(lower), m_metrics.Y(kSmallestPane));
+    ArrangePanes(moves, panes);
+    lower.top = panes.bottom;
+    ArrangeLog(moves, lower);
+}
+
+RECT Layout::ClientArea() const
+{
+    RECT area;
+    GetClientRect(m_form, &area);
+    RECT status;
+    GetWindowRect(GetDlgItem(m_form, IDC_STATUS), &status);
+    area.bottom -= HeightOf(status);
+    InflateRect(&area, -m_metrics.X(kMargin), -m_metrics.Y(kMargin));
+    area.bottom += m_metrics.Y(kMargin - kGap);
+    return area;
+}
+
+RECT Layout::LowerArea() const
+{
+    RECT area = ClientArea();
+    area.top += 2 * m_metrics.RowHeight() + m_metrics.Y(2 * kGap);
+    return area;
+}
+
+int Layout::ButtonWidth() const
+{
+    int width = m_metrics.X(50);
+    for (const int id : kButtons) {
+        width = std::max(width, m_metrics.TextWidth(TextOf(GetDlgItem(m_form, id))) + m_metrics.X(12));
+    }
+    return width;
+}
+
+int Layout::CheckWidth(int id) const
+{
+    return m_metrics.TextWidth(TextOf(GetDlgItem(m_form, id))) + GetSystemMetrics(SM_CXMENUCHECK) + m_metrics.X(6);
+}
+
+int Layout::LabelWidth(int id) const
+{
+    return m_metrics.TextWidth(TextOf(GetDlgItem(m_form, id))) + m_metrics.X(kGap);
+}
+
+void Layout::ArrangeFilters(Moves& moves, RECT row) const
+{
+    const int first = LabelWidth(IDC_FILE_FILTER_LABEL);
+    const int second = LabelWidth(IDC_PATTERNS_LABEL);
+    const int gap = m_metrics.X(kWideGap);
+    const int height = HeightOf(row);
+    const int edits = WidthOf(row) - first - second - gap;
+
+    int x = row.left;
+    moves.Move(IDC_FILE_FILTER_LABEL, x, row.top, first, height);
+    x += first;
+    moves.Move(IDC_FILE_FILTER, x, row.top, edits / 2, height);
+    x += edits / 2 + gap;
+    moves.Move(IDC_PATTERNS_LABEL, x, row.top, second, height);
+    x += second;
+    moves.Move(IDC_PATTERNS, x, row.top, row.right - x, height);
+}
+
+void Layout::ArrangeCommands(Moves& moves, RECT row) const
+{
+    const int height = HeightOf(row);
+    int left = row.left + LabelWidth(IDC_FILE_FILTER_LABEL);
+    for (const int id : {IDC_RECURSIVE, IDC_CHECKBOXES}) {
+        moves.Move(id, left, row.top, CheckWidth(id), height);
+        left += CheckWidth(id) + m_metrics.X(kWideGap);
+    }
+    const int width = ButtonWidth();
+    int right = row.right;
+    for (const int id : {IDC_COPY, IDC_EXPORT, IDC_REFRESH, IDC_ENUMERATE}) {
+        moves.Move(id, right - width, row.top, width, height);
+        right -= width + m_metrics.X(id == IDC_EXPORT ? kWideGap : kGap);
+    }
+}
+
+void Layout::ArrangePanes(Moves& moves, RECT area) const
+{
+    const int bar = m_metrics.X(kGap);
+    const int tree = Part(m_divisions.treeWidth, WidthOf(area), m_metrics.X(kSmallestPane));
+    const int list = area.left + tree + bar;
+    const int top = area.top + HeadingHeight();
+    moves.Move(IDC_TREE_LABEL, area.left, area.top, tree, HeadingHeight());
+    moves.Move(IDC_LIST_LABEL, list, area.top, area.right - list, HeadingHeight());
+    moves.Move(IDC_TREE, area.left, top, tree, area.bottom - top);
+    moves.Move(IDC_PANES_SPLITTER, area.left + tree, top, bar, area.bottom - top);
+    moves.Move(IDC_LIST, list, top, area.right - list, area.bottom - top);
+}
+
+void Layout::ArrangeLog(Moves& moves, RECT area) const
+{
+    const int bar = m_metrics.Y(kGap);
+    const int top = area.top + bar + HeadingHeight();
+    moves.Move(IDC_LOG_SPLITTER, area.left, area.top, WidthOf(area), bar);
+    moves.Move(IDC_LOG_LABEL, area.left, area.top + bar, WidthOf(area), HeadingHeight());
+    moves.Move(IDC_LOG, area.left, top, WidthOf(area), area.bottom - top);
+}
+
+void Layout::MoveTreeEdge(int x)
+{
+    const RECT area = LowerArea();
+    m_divisions.treeWidth = static_cast<double>(x - area.left) / std::max(WidthOf(area), 1);
+}
+
+void Layout::MovePanesEdge(int y)
+{
+    const RECT area = LowerArea();
+    m_divisions.panesHeight = static_cast<double>(y - area.top) / std::max(HeightOf(area), 1);
+}
+
+SIZE Layout::Minimum() const
+{
+    const int checks = CheckWidth(IDC_RECURSIVE) + CheckWidth(IDC_CHECKBOXES) + 2 * m_metrics.X(kWideGap);
+    const int buttons = 4 * ButtonWidth() + m_metrics.X(2 * kGap + kWideGap);
+    const int width = LabelWidth(IDC_FILE_FILTER_LABEL) + checks + buttons + 2 * m_metrics.X(kMargin);
+    return {width, m_metrics.Y(200)};
+}
+
+}  // namespace sylvex::host

@@ -1,0 +1,231 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "platform/simulated/simulated_desktop.h"
+#include "tests/support/scene.h"
+#include "widgets/nodes.h"
+#include "widgets/order_index.h"
+
+namespace sylvex {
+namespace {
+
+TEST(OrderIndex, AgreesWithAPlainListThroughRandomChanges)
+{
+    OrderIndex order;
+    std::vector<bool> filled;
+    std::mt19937 random(7);
+    for (int step = 0; step < 4000; ++step) {
+        const bool add = filled.empty() || random() % 3 == 0;
+        if (add) {
+            const bool on = random() % 2 == 0;
+            ASSERT_EQ(order.Append(on), filled.size());
+            filled.push_back(on);
+        } else {
+            const std::uint32_t slot = random() % filled.size();
+            filled[slot] ? order.Empty(slot) : order.Fill(slot);
+            filled[slot] = !filled[slot];
+        }
+        std::uint32_t position = 0;
+        if (step % 50 != 0) continue;
+        for (std::uint32_t slot = 0; slot < filled.size(); ++slot) {
+            if (!filled[slot]) continue;
+            ++position;
+            ASSERT_EQ(order.PositionOf(slot), position);
+            ASSERT_EQ(order.SlotAt(position), slot);
+        }
+        ASSERT_EQ(order.Count(), position);
+    }
+}
+
+/// A tree of its own, without the control around it.
+class NodesTest : public testing::Test, private TreeViewEvents {
+protected:
+    SimulatedDesktop desktop;
+    TreeView tree{desktop.Get(), *this, desktop.windows.NewWindow()};
+    Nodes& nodes = tree.GetNodes();
+
+    Node& Add(Node* relative, Relationship relationship, const std::wstring& text, const std::wstring& key = {})
+    {
+        return nodes.Add(relative, relationship, key, text);
+    }
+    std::wstring Order(Node* first)
+    {
+        std::wstring texts;
+        for (; first != nullptr; first = first->Next()) texts += first->Text();
+        return texts;
+    }
+
+private:
+    void TV_Expand(Node&) override {}
+    void TV_Collapse(Node&) override {}
+    void TV_NodeClick(Node&) override {}
+    void TV_NodeCheck(Node&) override {}
+    void TV_DblClick() override {}
+    void TV_KeyDown(short&, short) override {}
+    void TV_KeyPress(short&) override {}
+    void TV_KeyUp(short&, short) override {}
+    void TV_MouseDown(short, short, Point) override {}
+    void TV_MouseMove(short, short, Point) override {}
+    void TV_MouseUp(short, short, Point) override {}
+    void TV_BeforeLabelEdit(bool&) override {}
+    void TV_AfterLabelEdit(bool&, const std::wstring&) override {}
+};
+
+TEST_F(NodesTest, EveryRelationshipPutsTheNodeInItsPlace)
+{
+    Node& b = Add(nullptr, Relationship::Last, L"b");
+    Add(&b, Relationship::Next, L"d");
+    Add(&b, Relationship::Next, L"c");
+    Add(&b, Relationship::Previous, L"a");
+    Add(&b, Relationship::First, L"0");
+    Add(&b, Relationship::Last, L"e");
+    EXPECT_EQ(Order(b.FirstSibling()), L"0abcde");
+    EXPECT_EQ(b.LastSibling()->Text(), L"e");
+    Node& child = Add(&b, Relationship::Child, L"1");
+    Add(&child, Relationship::First, L"0");
+    EXPECT_EQ(Order(b.Child()), L"01");
+    EXPECT_EQ(child.Root(), &b);
+    EXPECT_EQ(child.FullPath(), L"b\\1");
+}
+
+TEST_F(NodesTest, IndicesAreTheOrderOfAddingAndCloseUpBehindARemoval)
+{
+    Node& a = Add(nullptr, Relationship::Last, L"a");
+    Node& b = Add(&a, Relationship::Child, L"b");
+    Node& c = Add(&a, Relationship::Previous, L"c");
+    Add(&b, Relationship::Child, L"d");
+    EXPECT_EQ(c.Index(), 3);
+    nodes.Remove(b);
+    EXPECT_EQ(nodes.Count(), 2);
+    EXPECT_EQ(c.Index(), 2);
+    EXPECT_EQ(&nodes.Item(2), &c);
+    EXPECT_EQ(ErrorOf([&] { nodes.Item(3); }), 35600);
+    EXPECT_EQ(ErrorOf([&] { nodes.Item(0); }), 35600);
+}
+
+TEST_F(NodesTest, KeysAreUniqueRefuseNumbersAndAreFreeAgainAfterRemoval)
+{
+    Node& a = Add(nullptr, Relationship::Last, L"a", L"k");
+    EXPECT_EQ(ErrorOf([&] { Add(nullptr, Relationship::Last, L"b", L"k"); }), 35602);
+    EXPECT_EQ(ErrorOf([&] { Add(nullptr, Relationship::Last, L"b", L"12"); }), 35603);
+    EXPECT_EQ(nodes.Count(), 1);
+    EXPECT_EQ(&nodes.Item(L"k"), &a);
+    nodes.Remove(a);
+    EXPECT_EQ(ErrorOf([&] { nodes.Item(L"k"); }), 35601);
+    Add(nullptr, Relationship::Last, L"b", L"k").SetKey(L"m");
+    EXPECT_EQ(nodes.Find(L"k"), nullptr);
+    EXPECT_NE(nodes.Find(L"m"), nullptr);
+}
+
+TEST_F(NodesTest, DeferredPlaceholdersLookAsIfTheyHadBeenThereFromTheStart)
+{
+    int asked = 0;
+    nodes.SetPlaceholderQuestion([&](Node& node) {
+        ++asked;
+        return node.Text() != L"empty";
+    });
+    Node& root = Add(nullptr, Relationship::Last, L"root");
+    for (const wchar_t* text : {L"x", L"empty", L"y"}) nodes.DeferPlaceholder(nodes.AddChild(root, text, 0));
+    Node& last = nodes.AddChild(root, L"last", 0);
+    EXPECT_EQ(&nodes.Item(1), &root);
+    EXPECT_EQ(asked, 0);
+    EXPECT_EQ(root.Child()->Children(), 1);
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(last.Index(), 7);
+    EXPECT_EQ(nodes.Count(), 7);
+    EXPECT_EQ(nodes.Item(3).Parent(), root.Child());
+    EXPECT_EQ(asked, 3);
+    EXPECT_EQ(root.Child()->Next()->Children(), 0);
+}
+
+TEST_F(NodesTest, AFailingPlaceholderQuestionIsAskedAgain)
+{
+    bool fail = true;
+    nodes.SetPlaceholderQuestion([&](Node&) -> bool {
+        if (fail) throw OutOfMemory();
+        return true;
+    });
+    Node& root = Add(nullptr, Relationship::Last, L"root");
+    nodes.DeferPlaceholder(root);
+    EXPECT_EQ(ErrorOf([&] { nodes.Count(); }), 7);
+    fail = false;
+    EXPECT_EQ(nodes.Count(), 2);
+}
+
+TEST_F(NodesTest, ReferencesOutliveTheirNodeAndAnswerWithAnError)
+{
+    Node& a = Add(nullptr, Relationship::Last, L"a");
+    Node& b = Add(&a, Relationship::Child, L"b");
+    const NodeRef one(&b);
+    const NodeRef two(one);
+    nodes.Remove(a);
+    EXPECT_EQ(one.IfAlive(), nullptr);
+    EXPECT_EQ(ErrorOf([&] { one.Get(); }), 35605);
+    EXPECT_EQ(ErrorOf([&] { (*two).Text(); }), 35605);
+    EXPECT_EQ(NodeRef().Get(), nullptr);
+}
+
+TEST_F(NodesTest, SortingIsByTextWithoutLetterCaseAndStable)
+{
+    Node& root = Add(nullptr, Relationship::Last, L"root");
+    for (const wchar_t* text : {L"b", L"C", L"a", L"B"}) nodes.AddChild(root, text, 0);
+    root.SetSorted(true);
+    EXPECT_EQ(Order(root.Child()), L"abBC");
+    Add(&root, Relationship::Child, L"bb");
+    EXPECT_EQ(Order(root.Child()), L"abBbbC");
+    root.SetSorted(false);
+    Add(&root, Relationship::Child, L"0");
+    EXPECT_EQ(Order(root.Child()), L"abBbbC0");
+    EXPECT_EQ(root.Child()->LastSibling()->Previous()->Text(), L"C");
+}
+
+TEST_F(NodesTest, ABranchMovesUnderAnotherNodeButNotUnderItself)
+{
+    Node& a = Add(nullptr, Relationship::Last, L"a");
+    Node& b = Add(&a, Relationship::Child, L"b");
+    Node& c = Add(&b, Relationship::Child, L"c");
+    Node& d = Add(nullptr, Relationship::Last, L"d");
+    a.SetExpanded(true);
+    b.SetParent(d);
+    EXPECT_EQ(c.FullPath(), L"d\\b\\c");
+    EXPECT_EQ(a.Children(), 0);
+    EXPECT_FALSE(a.Expanded());
+    EXPECT_EQ(ErrorOf([&] { d.SetParent(c); }), 35614);
+}
+
+TEST_F(NodesTest, RowsExistOnlyBelowOpenedNodesAndFollowTheModel)
+{
+    Node& a = Add(nullptr, Relationship::Last, L"a");
+    Node& b = Add(&a, Relationship::Child, L"b");
+    Add(&b, Relationship::Child, L"c");
+    const SimulatedTree& window = *desktop.windows.Trees().front();
+    EXPECT_EQ(window.RowCount(), 1);
+    b.EnsureVisible();
+    EXPECT_EQ(window.RowCount(), 2);
+    b.SetExpanded(true);
+    Add(&b, Relationship::First, L"b0");
+    nodes.AddChild(b, L"d", 0);
+    EXPECT_EQ(window.RowCount(), 5);
+    b.SetSorted(true);
+    EXPECT_EQ(window.RowCount(), 5);
+    EXPECT_TRUE(b.Expanded());
+    nodes.Remove(b);
+    EXPECT_EQ(window.RowCount(), 2);
+    tree.DetachWindow();
+    Add(&a, Relationship::Child, L"e").EnsureVisible();
+    tree.AttachWindow(desktop.windows.NewWindow());
+    EXPECT_EQ(desktop.windows.Trees().back()->RowCount(), 3);
+}
+
+TEST_F(NodesTest, VeryDeepBranchesAreTickedAndFreedWithoutTheStack)
+{
+    Node* node = &Add(nullptr, Relationship::Last, L"a");
+    for (int depth = 0; depth < 200000; ++depth) node = &nodes.AddChild(*node, L"a", 0);
+    EXPECT_EQ(nodes.Count(), 200001);
+    nodes.Remove(*nodes.Item(1).Child());
+    EXPECT_EQ(nodes.Count(), 1);
+}
+
+}  // namespace
+}  // namespace sylvex
