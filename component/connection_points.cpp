@@ -11,7 +11,7 @@ namespace sylvex {
 
 namespace {
 
-CONNECTDATA HandOut(const std::pair<DWORD, ComPtr<IUnknown>>& connection)
+CONNECTDATA HandOut(const Sinks::Entry& connection)
 {
     CONNECTDATA data{nullptr, connection.first};
     connection.second.CopyTo(&data.pUnk);
@@ -100,7 +100,7 @@ public:
         if (!connections) return E_POINTER;
         *connections = nullptr;
         return Border(IID_IConnectionPoint, [&] {
-            using Connections = ListEnumerator<IEnumConnections, CONNECTDATA, Sinks::Entry>;
+            using Connections = ListEnumerator<IEnumConnections, CONNECTDATA, Sinks::Entry, HandOut>;
             *connections = Make<Connections>(m_sinks.All()).Detach();
         });
     }
@@ -177,7 +177,8 @@ STDMETHODIMP ConnectionPointsPart::EnumConnectionPoints(IEnumConnectionPoints** 
     if (!points) return E_POINTER;
     *points = nullptr;
     return Border(IID_IConnectionPointContainer, [&] {
-        using Points = ListEnumerator<IEnumConnectionPoints, IConnectionPoint*, ComPtr<IConnectionPoint>>;
+        using Points =
+            ListEnumerator<IEnumConnectionPoints, IConnectionPoint*, ComPtr<IConnectionPoint>, HandOut>;
         *points = Make<Points>(Core().Points().All()).Detach();
     });
 }

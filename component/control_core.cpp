@@ -25,14 +25,18 @@ DISPID PropertyOf(const wchar_t* name)
 ControlCore::ControlCore(IUnknown& identity)
     : m_identity(identity), m_points(identity), m_objects(*this), m_window(*this), m_fontWatch([this] { FontChanged(); })
 {
-    m_control = std::make_unique<Sylvex>(Services(), *this, *this, NumberOf(m_window.Handle()));
+    Container& container = *this;
+    SylvexEvents& events = *this;
+    m_control = std::make_unique<Sylvex>(Services(), container, events, NumberOf(m_window.Handle()));
     m_control->UserControl_Resize(m_window.InnerSize());
 }
 
 ControlCore::~ControlCore()
 {
-    // What the windows tell while they go is nobody's business any more.
+    // What happens while the control goes (its windows go, tags of nodes are released) finds it gone already.
     m_observer = nullptr;
+    m_objects.Close();
+    const std::unique_ptr<Sylvex> last = std::move(m_control);
 }
 
 Sylvex& ControlCore::Used()

@@ -7,9 +7,9 @@
 
 namespace sylvex {
 
-/// An enumerator of a fixed list. `Interface` is the enumeration's interface, `Raw` what it hands out, and `Held` what
-/// is kept: copyable, and turned into a new `Raw` that the caller owns by Raw HandOut(const Held&).
-template <class Interface, class Raw, class Held>
+/// An enumerator of a fixed list. `Interface` is the enumeration's interface, `Held` what the list keeps, and HandOut()
+/// makes a new `Raw` of it that the caller of the enumerator owns.
+template <class Interface, class Raw, class Held, Raw (*HandOut)(const Held&)>
 class ListEnumerator final : public CountedObject<Interface> {
 public:
     explicit ListEnumerator(std::vector<Held> items, std::size_t at = 0) : m_items(std::move(items)), m_at(at) {}

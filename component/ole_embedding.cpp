@@ -13,6 +13,20 @@ namespace {
 // About 190 by 240 pixels on an ordinary screen.
 constexpr SIZEL kFirstExtent{5080, 6350};
 
+bool MovesFocus(UINT notification)
+{
+    switch (notification) {
+    case static_cast<UINT>(NM_SETFOCUS):
+    case static_cast<UINT>(NM_KILLFOCUS):
+    // The label's edit box may have taken the focus along.
+    case static_cast<UINT>(TVN_ENDLABELEDITA):
+    case static_cast<UINT>(TVN_ENDLABELEDITW):
+        return true;
+    default:
+        return false;
+    }
+}
+
 }  // namespace
 
 Embedding::Embedding(ControlCore& core, IOleInPlaceActiveObject& active)
@@ -68,17 +82,9 @@ void Embedding::FollowAmbientFont()
 
 bool Embedding::WindowMessage(UINT message, WPARAM, LPARAM lParam, LRESULT&)
 {
-    if (message != WM_NOTIFY) return false;
-    switch (reinterpret_cast<const NMHDR*>(lParam)->code) {
-    case static_cast<UINT>(NM_SETFOCUS):
-    case static_cast<UINT>(NM_KILLFOCUS):
-    // The label's edit box may have taken the focus along.
-    case static_cast<UINT>(TVN_ENDLABELEDITA):
-    case static_cast<UINT>(TVN_ENDLABELEDITW):
-        m_activation.FocusMayHaveMoved();
-        break;
-    default:
-        break;
+    if (message == WM_NOTIFY && MovesFocus(reinterpret_cast<const NMHDR*>(lParam)->code)) {
+        const std::shared_ptr<void> alive = m_core.KeepAlive();
+        Border(IID_IOleInPlaceObject, [&] { m_activation.FocusMayHaveMoved(); });
     }
     return false;
 }

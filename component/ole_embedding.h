@@ -2,6 +2,7 @@
 
 #include "component/activation.h"
 #include "component/control_core.h"
+#include "component/control_part.h"
 #include "component/view_notices.h"
 
 namespace sylvex {

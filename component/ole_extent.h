@@ -7,12 +7,19 @@
 namespace sylvex {
 
 /// The screen's pixels per inch, across and down.
-Size ScreenResolution();
+inline Size ScreenResolution()
+{
+    const HDC screen = GetDC(nullptr);
+    const Size resolution{GetDeviceCaps(screen, LOGPIXELSX), GetDeviceCaps(screen, LOGPIXELSY)};
+    ReleaseDC(nullptr, screen);
+    return resolution;
+}
 
-/// A length in pixels as hundredths of a millimetre, at `resolution` pixels per inch; rounded.
-SIZEL HimetricOf(Size pixels, Size resolution);
-
-/// The way back; rounded, so that a size in pixels survives both ways at any resolution up to 2540.
-Size PixelsOf(SIZEL himetric, Size resolution);
+/// A size in hundredths of a millimetre in pixels, at `resolution` pixels per inch; rounded.
+inline Size PixelsOf(SIZEL himetric, Size resolution)
+{
+    constexpr int himetricPerInch = 2540;
+    return {MulDiv(himetric.cx, resolution.cx, himetricPerInch), MulDiv(himetric.cy, resolution.cy, himetricPerInch)};
+}
 
 }  // namespace sylvex

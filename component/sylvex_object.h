@@ -1,7 +1,5 @@
 #pragma once
 
-#include <optional>
-
 #include "component/control_core.h"
 #include "component/object.h"
 #include "component/ole_parts.h"
@@ -22,11 +20,6 @@ class SylvexObject final
 public:
     /// Throws what the control's creation throws.
     explicit SylvexObject(IUnknown* outer) : AggregableObject(outer), m_core(*Outer()) {}
-
-    /// As the dispatch part, but takes a plain assignment of ReqListView for one of an object: hosts that have a window
-    /// handle write it like any number.
-    STDMETHODIMP Invoke(DISPID member, REFIID reserved, LCID locale, WORD kind, DISPPARAMS* arguments, VARIANT* result,
-                        EXCEPINFO* exception, UINT* badArgument) override;
 
     STDMETHODIMP Enumerate() override;
     STDMETHODIMP SetNodeVisible() override;
@@ -97,12 +90,24 @@ private:
     ControlCore& Core() override { return m_core; }
     IUnknown* Identity() override { return Outer(); }
 
+    /// Runs a member on the control. The host may let go of the control in an event that the member raises.
     template <class Body>
     HRESULT Member(Body&& body) noexcept;
-    HRESULT GetSetting(TreeSetting setting, int& value) noexcept;
+    template <class Read>
+    HRESULT GetText(BSTR* value, Read&& read) noexcept;
+    template <class Read>
+    HRESULT GetFlag(VARIANT_BOOL* value, Read&& read) noexcept;
+    template <class Value>
+    HRESULT GetSetting(TreeSetting setting, Value* value) noexcept;
     HRESULT LetSetting(TreeSetting setting, int value) noexcept;
-    HRESULT GetFlag(TreeSetting setting, VARIANT_BOOL* value) noexcept;
-    HRESULT Absent();
+    HRESULT GetFlagSetting(TreeSetting setting, VARIANT_BOOL* value) noexcept;
+    HRESULT LetFlagSetting(TreeSetting setting, VARIANT_BOOL value) noexcept;
+    /// Writes a property of the surface with the notices that belong to it.
+    template <class Write>
+    HRESULT LetSurface(DISPID property, Write&& write) noexcept;
+    /// The node behind an argument, null for nothing.
+    Node* NodeOf(INode* node) { return m_core.Objects().NodeOf(node); }
+    Node* NodeOf(INode** node) { return node ? NodeOf(*node) : nullptr; }
 
     ControlCore m_core;
 };

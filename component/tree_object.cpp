@@ -61,7 +61,7 @@ STDMETHODIMP TreeViewObject::Refresh()
 
 STDMETHODIMP TreeViewObject::get_hWnd(LONG* value)
 {
-    return Member([&] { Checked(value) = HandleOf(Tree().hWnd()); });
+    return Member([&] { Checked(value) = LongOf(Tree().hWnd()); });
 }
 
 template <class Value>

@@ -39,7 +39,9 @@ ImageListHandle ImageListOf(const VARIANT& given)
 
 TreeObjects::TreeObjects(TreeOwner& owner) : m_link(std::make_shared<TreeLink>(owner, *this)) {}
 
-TreeObjects::~TreeObjects() { m_link->Cut(); }
+TreeObjects::~TreeObjects() { Close(); }
+
+void TreeObjects::Close() { m_link->Cut(); }
 
 const ComPtr<ITreeView>& TreeObjects::TreeObject()
 {

@@ -17,6 +17,9 @@ public:
     TreeObjects(const TreeObjects&) = delete;
     TreeObjects& operator=(const TreeObjects&) = delete;
 
+    /// The tree goes: from now on every object that is still held raises 35605.
+    void Close();
+
     /// The same object each time, likewise below.
     const ComPtr<ITreeView>& TreeObject();
     const ComPtr<INodes>& NodesObject();

@@ -2,15 +2,10 @@
 
 #include <utility>
 
+#include "host/window.h"
+
 namespace sylvex::host {
 namespace {
-
-std::wstring TextOf(HWND window)
-{
-    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
 
 /// The text in one line.
 std::wstring OneLine(std::wstring text)
@@ -57,7 +52,7 @@ void DialogGuard::AnswerBox(HWND box)
 {
     // Number of the text in a message box.
     constexpr int kTextId = 0xFFFF;
-    if (box != m_answered) m_listener(OneLine(TextOf(box) + L": " + TextOf(GetDlgItem(box, kTextId))));
+    if (box != m_answered) m_listener(OneLine(WindowText(box) + L": " + WindowText(GetDlgItem(box, kTextId))));
     m_answered = box;
     for (const int button : {IDCANCEL, IDOK, IDNO, IDABORT}) {
         if (!GetDlgItem(box, button)) continue;

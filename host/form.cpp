@@ -162,7 +162,8 @@ LRESULT Form::Answer(UINT message, WPARAM wParam, LPARAM lParam)
             OnCommand(LOWORD(wParam), HIWORD(wParam));
             return 0;
         case WM_NOTIFY:
-            return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
+            if (wParam == IDC_LIST) OnListNotice(*reinterpret_cast<const NMHDR*>(lParam));
+            return 0;
         case WM_CLOSE:
             OnClose();
             return 0;

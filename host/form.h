@@ -48,14 +48,13 @@ private:
     bool CreateChildren();
     void CreatePanes();
     HWND Item(int id) const { return GetDlgItem(Handle(), id); }
-    std::wstring ItemText(int id) const;
     void ServeMessage(MSG& message);
     bool TakeTab(const MSG& message);
     void TabOut(bool back);
     void OnSize();
     void OnActivate(bool active);
     void OnMinMax(MINMAXINFO& info) const;
-    LRESULT OnNotify(const NMHDR& header);
+    void OnListNotice(const NMHDR& header);
     void OnCommand(int id, int notification);
     void OnDefaultKey();
     void OnTimer(UINT_PTR timer);
@@ -71,6 +70,8 @@ private:
     void Refresh();
     void Export();
     void Copy();
+    void UntickSelected();
+    void ShowStatus(const std::wstring& text);
     void HearEvent(const ControlEvent& event);
     void HearProperty(DISPID member);
     std::wstring DescribeNode(INode& node);

@@ -102,19 +102,11 @@ void Form::ShowUnavailable(const std::wstring& reason)
     }
 }
 
-std::wstring Form::ItemText(int id) const
-{
-    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(Item(id))) + 1, L'\0');
-    text.resize(static_cast<size_t>(GetWindowTextW(Item(id), text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
 void Form::Attempt(const std::function<void()>& command)
 {
     if (!m_container) return;
     const Busy busy(*this);
     try {
-        const WaitCursor cursor;
         command();
     } catch (const AutomationError& error) {
         ReportFailure(error.Text());
@@ -168,38 +160,58 @@ void Form::OnDefaultKey()
     if (focus == Item(IDC_PATTERNS)) Attempt([this] { Refresh(); });
 }
 
-LRESULT Form::OnNotify(const NMHDR& header)
+void Form::OnListNotice(const NMHDR& header)
 {
-    if (header.idFrom == IDC_LIST && header.code == LVN_COLUMNCLICK) {
-        const int column = reinterpret_cast<const NMLISTVIEW&>(header).iSubItem;
-        Attempt([&] { SortByColumn(Control(), column); });
+    switch (header.code) {
+        case LVN_COLUMNCLICK:
+            Attempt([&] { SortByColumn(Control(), reinterpret_cast<const NMLISTVIEW&>(header).iSubItem); });
+            break;
+        case LVN_ITEMACTIVATE:
+            Attempt([this] { Check(Control().SetNode(), L"SetNode"); });
+            break;
+        case LVN_KEYDOWN:
+            if (reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_DELETE) Attempt([this] { UntickSelected(); });
+            break;
+        default:
+            break;
     }
-    return 0;
+}
+
+void Form::UntickSelected()
+{
+    VARIANT_BOOL tick = VARIANT_FALSE;
+    VARIANT_BOOL buildList = VARIANT_TRUE;
+    Check(Control().SetNodeChecked(&tick, &buildList), L"SetNodeChecked");
+    ShowRowCount();
 }
 
 void Form::ApplyFileFilter()
 {
-    const std::wstring wished = ItemText(IDC_FILE_FILTER);
+    const std::wstring wished = WindowText(Item(IDC_FILE_FILTER));
     if (ReadText(Control(), &_Sylvex::get_FileFilter, L"FileFilter") == wished) return;
     Check(Control().put_FileFilter(Bstr(wished).Get()), L"FileFilter");
 }
 
 void Form::ApplyPatterns()
 {
-    const std::wstring wished = ItemText(IDC_PATTERNS);
+    const std::wstring wished = WindowText(Item(IDC_PATTERNS));
     if (ReadText(Control(), &_Sylvex::get_BuildFileListFilter, L"BuildFileListFilter") == wished) return;
     Check(Control().put_BuildFileListFilter(Bstr(wished).Get()), L"BuildFileListFilter");
 }
 
 void Form::Enumerate()
 {
+    const WaitCursor cursor;
     ApplyFileFilter();
     Check(Control().Enumerate(), L"Enumerate");
+    ShowStatus(
+        L"Tick folders and files. In the list, a double click finds the entry in the tree, and Delete unticks it.");
     ShowRowCount();
 }
 
 void Form::Refresh()
 {
+    const WaitCursor cursor;
     ApplyPatterns();
     Check(Control().Refresh(), L"Refresh");
     ShowRowCount();
@@ -234,10 +246,15 @@ void Form::ShowRowCount()
     SendMessageW(Item(IDC_STATUS), SB_SETTEXTW, kCountPart, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
+void Form::ShowStatus(const std::wstring& text)
+{
+    SendMessageW(Item(IDC_STATUS), SB_SETTEXTW, kTextPart, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
 void Form::ReportFailure(const std::wstring& message)
 {
     m_log.Add(L"Error", message);
-    SendMessageW(Item(IDC_STATUS), SB_SETTEXTW, kTextPart, reinterpret_cast<LPARAM>(message.c_str()));
+    ShowStatus(message);
 }
 
 std::wstring Form::DescribeNode(INode& node)
@@ -260,14 +277,15 @@ void Form::HearEvent(const ControlEvent& event)
     Attempt([&] {
         const std::wstring description = DescribeNode(*event.node);
         m_log.Add(event.name, description);
-        SendMessageW(Item(IDC_STATUS), SB_SETTEXTW, kTextPart, reinterpret_cast<LPARAM>(description.c_str()));
+        ShowStatus(description);
     });
     if (event.id == EventId::NodeCheck) ShowRowCount();
 }
 
 void Form::HearProperty(DISPID member)
 {
-    if (m_container) m_log.Add(L"PropertyChanged", LateBound(ComPtr<IDispatch>(&Control())).NameOf(member));
+    if (m_container && m_container->IsOpen())
+        m_log.Add(L"PropertyChanged", LateBound(ComPtr<IDispatch>(&Control())).NameOf(member));
 }
 
 }  // namespace sylvex::host

@@ -1,9 +1,9 @@
 #include "host/layout.h"
 
 #include <algorithm>
-#include <string>
 
 #include "host/resource.h"
+#include "host/window.h"
 
 namespace sylvex::host {
 namespace {
@@ -13,13 +13,6 @@ constexpr int kMargin = 7;
 constexpr int kGap = 4;
 constexpr int kWideGap = 10;
 constexpr int kSmallestPane = 60;
-
-std::wstring TextOf(HWND window)
-{
-    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
 
 int WidthOf(const RECT& rect)
 {
@@ -129,19 +122,19 @@ int Layout::ButtonWidth() const
 {
     int width = m_metrics.X(50);
     for (const int id : kButtons) {
-        width = std::max(width, m_metrics.TextWidth(TextOf(GetDlgItem(m_form, id))) + m_metrics.X(12));
+        width = std::max(width, m_metrics.TextWidth(WindowText(GetDlgItem(m_form, id))) + m_metrics.X(12));
     }
     return width;
 }
 
 int Layout::CheckWidth(int id) const
 {
-    return m_metrics.TextWidth(TextOf(GetDlgItem(m_form, id))) + GetSystemMetrics(SM_CXMENUCHECK) + m_metrics.X(6);
+    return m_metrics.TextWidth(WindowText(GetDlgItem(m_form, id))) + GetSystemMetrics(SM_CXMENUCHECK) + m_metrics.X(6);
 }
 
 int Layout::LabelWidth(int id) const
 {
-    return m_metrics.TextWidth(TextOf(GetDlgItem(m_form, id))) + m_metrics.X(kGap);
+    return m_metrics.TextWidth(WindowText(GetDlgItem(m_form, id))) + m_metrics.X(kGap);
 }
 
 void Layout::ArrangeFilters(Moves& moves, RECT row) const

@@ -7,6 +7,13 @@
 
 namespace sylvex::host {
 
+std::wstring WindowText(HWND window)
+{
+    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
 bool Window::CreateThis(WNDCLASSEXW windowClass, const Shape& shape, HWND parent)
 {
     windowClass.cbSize = sizeof windowClass;

@@ -20,6 +20,9 @@ private:
     HFONT m_font;
 };
 
+/// Caption of a window, or the text of a child window; empty for none.
+std::wstring WindowText(HWND window);
+
 /// A window of a class of our own. The object must outlive the window.
 class Window {
 public:

@@ -162,6 +162,7 @@ private:
     bool m_sorted : 1 = false;
     bool m_childPending : 1 = false;
     bool m_pendingMark : 1 = false;
+    bool m_opening : 1 = false;   // its expand event runs: losing the last child does not close it
     bool m_realised : 1 = false;  // the children have rows in the window
 };
 

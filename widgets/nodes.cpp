@@ -146,7 +146,7 @@ void Nodes::Remove(Node& node)
     }
     Destroy(node);
     if (parent != nullptr && parent->m_children == 0) {
-        parent->m_expanded = false;
+        if (!parent->m_opening) parent->m_expanded = false;
         m_mirror.ChildrenChanged(*parent);
     }
     CompactIfSparse();

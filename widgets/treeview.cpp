@@ -225,19 +225,21 @@ bool TreeView::OpenModel(Node& node)
 {
     if (node.Children() == 0) return false;
     const NodeRef keep(&node);
-    node.m_expanded = true;
+    node.m_expanded = node.m_opening = true;
+    const auto finish = [&] {
+        if (keep.IfAlive() == nullptr) return false;
+        node.m_opening = false;
+        if (node.Children() == 0) node.m_expanded = false;
+        if (node.m_expanded) Realise(&node);
+        return node.m_expanded;
+    };
     try {
         m_events.TV_Expand(node);
     } catch (...) {
-        if (keep.IfAlive() != nullptr && node.Children() == 0) node.m_expanded = false;
-        if (keep.IfAlive() != nullptr) Realise(&node);
+        finish();  // what has been loaded shows all the same
         throw;
     }
-    if (keep.IfAlive() == nullptr) return false;
-    if (node.Children() == 0) node.m_expanded = false;
-    if (!node.m_expanded) return false;
-    Realise(&node);
-    return true;
+    return finish();
 }
 
 void TreeView::CloseModel(Node& node)

@@ -11,7 +11,7 @@
 namespace sylvex {
 
 /// A control on a desk with a host that writes down what it hears. Trees and lists read as text.
-class Scene : private Container, private SylvexEvents {
+class Scene : public Container, public SylvexEvents {
 public:
     Scene();
     ~Scene() override;

@@ -1,0 +1,146 @@
+#pragma once
+
+#include <memory>
+#include <unordered_map>
+
+#include "component/list_objects.h"
+#include "component/object.h"
+#include "component/values.h"
+#include "diagnostics/runtime_error.h"
+
+#include <ocidl.h>
+
+namespace sylvex {
+
+/// The objects of one list that somebody holds: each part of the list has at most one. They take themselves out.
+class HeldObjects final : public ListCompanion {
+public:
+    /// Those of a list; made when first asked for.
+    static HeldObjects& Of(WindowListView& list);
+
+    IListView* view = nullptr;
+    IListItems* items = nullptr;
+    IColumnHeaders* columns = nullptr;
+    std::unordered_map<RowId, IListItem*> item;
+    std::unordered_map<ColumnId, IColumnHeader*> column;
+    /// The font that the host gave, which owns the window's.
+    ComPtr<IFont> font;
+};
+
+/// An automation object of a list: answers `Interface`, as the class `Class` of the type library.
+template <class Interface, class Class, class... Parts>
+class ListMember : public CountedObject<Dispatch<Interface>, ClassInfo<Class>, Parts...> {
+protected:
+    explicit ListMember(std::shared_ptr<WindowListView> list) : m_list(std::move(list)) {}
+
+    const std::shared_ptr<WindowListView>& Shared() const { return m_list; }
+    WindowListView& List() const { return *m_list; }
+    ListWindow& Window() const { return m_list->Window(); }
+    HeldObjects& Held() const { return HeldObjects::Of(*m_list); }
+    /// Sends the list's window a message; raises 398 when it has gone.
+    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const
+    {
+        return SendMessageW(reinterpret_cast<HWND>(m_list->hWnd()), message, wParam, lParam);
+    }
+
+    /// Runs a member. What it does may run code of the host, which may let go of this object.
+    template <class Body>
+    HRESULT Member(Body&& body) noexcept
+    {
+        return Border(__uuidof(Interface), [&] {
+            const ComPtr<Interface> self(this);
+            return body();
+        });
+    }
+
+private:
+    std::shared_ptr<WindowListView> m_list;
+};
+
+/// Walks places from 0 on and stands on the thing given last: when that one has been removed, the one that moved to its
+/// place comes next. `Places` tells Count(), Id(place) and Object(place), an IDispatch pointer that the caller owns.
+template <class Places>
+class PlaceEnumerator final : public CountedObject<IEnumVARIANT> {
+public:
+    explicit PlaceEnumerator(Places places) : m_places(std::move(places)) {}
+
+    STDMETHODIMP Next(ULONG count, VARIANT* items, ULONG* fetched) override
+    {
+        if (!items || (!fetched && count != 1)) return E_POINTER;
+        ULONG given = 0;
+        const HRESULT result = Border(IID_IEnumVARIANT, [&] {
+            for (; given < count && Step(); ++given) items[given] = Variant(m_places.Object(m_at).Get()).Detach();
+            return given == count ? S_OK : S_FALSE;
+        });
+        if (fetched) *fetched = given;
+        return result;
+    }
+    STDMETHODIMP Skip(ULONG count) override
+    {
+        return Border(IID_IEnumVARIANT, [&] {
+            for (; count > 0; --count) {
+                if (!Step()) return S_FALSE;
+            }
+            return S_OK;
+        });
+    }
+    STDMETHODIMP Reset() override
+    {
+        m_started = false;
+        m_at = 0;
+        return S_OK;
+    }
+    STDMETHODIMP Clone(IEnumVARIANT** copy) override
+    {
+        if (!copy) return E_POINTER;
+        return Border(IID_IEnumVARIANT, [&] {
+            ComPtr<PlaceEnumerator> other = Make<PlaceEnumerator>(m_places);
+            other->m_started = m_started;
+            other->m_at = m_at;
+            other->m_last = m_last;
+            *copy = other.Detach();
+        });
+    }
+
+private:
+    bool Step()
+    {
+        const int count = m_places.Count();
+        if (m_started && m_at < count && m_places.Id(m_at) == m_last) ++m_at;
+        if (m_at >= count) return false;
+        m_last = m_places.Id(m_at);
+        return m_started = true;
+    }
+
+    Places m_places;
+    bool m_started = false;
+    int m_at = 0;
+    std::intptr_t m_last = 0;
+};
+
+/// The object of the row or column at a place from 0.
+ComPtr<IListItem> ItemObject(const std::shared_ptr<WindowListView>& list, int place);
+ComPtr<IColumnHeader> ColumnObject(const std::shared_ptr<WindowListView>& list, int place);
+/// The collections.
+ComPtr<IListItems> ItemsObject(const std::shared_ptr<WindowListView>& list);
+ComPtr<IColumnHeaders> ColumnsObject(const std::shared_ptr<WindowListView>& list);
+
+/// Place of the row that a host names by its key or by its number from 1. Raises 35600, 35601, or 13.
+int RowNamed(WindowListView& list, const VARIANT& index);
+/// Place of the row behind an item object that a host handed in. Raises 13 when it is none of ours, 35601 when it belongs
+/// to another list, 35605 when the row has been removed.
+int RowBehind(WindowListView& list, IUnknown* item);
+/// Compares as the list sorts: below 0, 0 or above 0.
+int CompareTexts(std::wstring_view left, std::wstring_view right);
+/// A picture's place in the image list as a host names it by number from 1; -1 for none. Raises 35601 for a key, since
+/// the system's image list has none.
+int PictureNamed(const VARIANT& picture);
+
+/// A collection's or list's own object: the held one, otherwise a new one that notes itself.
+template <class Object, class Interface>
+ComPtr<Interface> HeldOrNew(Interface* held, const std::shared_ptr<WindowListView>& list)
+{
+    return held ? ComPtr<Interface>(held) : ComPtr<Interface>(Make<Object>(list).Get());
+}
+
+}  // namespace sylvex

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "platform/treewindow.h"
+#include "platform/win32/handles.h"
+#include "platform/win32/tree_edit.h"
+#include "platform/win32/tree_face.h"
+#include "platform/win32/tree_input.h"
+#include "platform/win32/tree_marks.h"
+#include "platform/win32/tree_rows.h"
+
+namespace sylvex {
+
+/// A native tree window with its message procedures. The listener may destroy the tree, or a window that holds it,
+/// out of any call: then nothing more is told, and the native window itself goes when its own code has returned.
+class TreeCore : public std::enable_shared_from_this<TreeCore> {
+public:
+    /// Makes the window; raises 7 when the platform cannot.
+    static std::shared_ptr<TreeCore> Create(HWND parent, TreeWindowListener& listener);
+    TreeCore(HWND parent, TreeWindowListener& listener);
+
+    /// Null once the window is gone.
+    HWND Window() const noexcept { return m_window; }
+    HWND Parent() const noexcept { return m_parent; }
+    /// Sends the native tree a message that is not looked at on its way; 0 when the window is gone. The caller has to
+    /// expect that the listener was called in between.
+    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+    /// The same for an item.
+    LRESULT Send(UINT message, WPARAM wParam, HTREEITEM item);
+    /// Calls the listener; false when there is none left afterwards.
+    template <typename Call>
+    bool Tell(Call call)
+    {
+        if (!m_listener) return false;
+        call(*m_listener);
+        return m_listener && m_window;
+    }
+    /// Lets go of the listener and destroys the window, at once or as soon as no native code runs in it.
+    void Close() noexcept;
+
+    TreeRows rows{*this};
+    TreeMarks marks{*this};
+    TreeEdit edit{*this};
+    TreeInput input{*this};
+    TreeFace face{*this};
+
+private:
+    class Frame;
+    static LRESULT CALLBACK OnTreeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR identifier,
+                                          DWORD_PTR core);
+    static LRESULT CALLBACK OnParentMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                            UINT_PTR identifier, DWORD_PTR core);
+    LRESULT OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> Intercept(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnDestroyed(HWND window, WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> OnNotify(NMHDR& header);
+    void Detach() noexcept;
+
+    HWND m_parent;
+    HWND m_window = nullptr;
+    HWND m_detached = nullptr;  // waits for the end of the native code that runs in it
+    TreeWindowListener* m_listener;
+    UINT m_straight = 0;
+    int m_depth = 0;
+};
+
+}  // namespace sylvex

@@ -1,0 +1,52 @@
+#include "platform/win32/tree_edit.h"
+
+#include <optional>
+#include <string>
+
+#include "platform/win32/tree_core.h"
+
+namespace sylvex {
+
+void TreeEdit::Begin(HTREEITEM item)
+{
+    const auto keep = m_core.shared_from_this();
+    // The tree opens the edit only while it has the focus.
+    SetFocus(m_core.Window());
+    if (m_core.Window()) OnAsked(TVM_EDITLABELW, 0, ParameterOf(item));
+}
+
+LRESULT TreeEdit::OnAsked(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const auto keep = m_core.shared_from_this();
+    const bool before = std::exchange(m_asked, true);
+    const auto edit = m_core.Send(message, wParam, lParam);
+    m_asked = before;
+    return edit;
+}
+
+void TreeEdit::Cancel()
+{
+    if (m_core.Send(TVM_GETEDITCONTROL)) m_core.Send(TVM_ENDEDITLABELNOW, TRUE);
+}
+
+LRESULT TreeEdit::OnBegin(const NMTVDISPINFOW& notice)
+{
+    constexpr LRESULT kNoEditing = TRUE;
+    if (!m_asked && (!m_automatic || m_core.input.SpoilsEditing())) return kNoEditing;
+    bool allowed = false;
+    const auto data = static_cast<ItemData>(notice.item.lParam);
+    const bool told = m_core.Tell([&](TreeWindowListener& l) { allowed = l.LabelEditing(data); });
+    return told && allowed ? FALSE : kNoEditing;
+}
+
+LRESULT TreeEdit::OnEnd(const NMTVDISPINFOW& notice)
+{
+    std::optional<std::wstring> text;
+    if (notice.item.pszText) text = notice.item.pszText;
+    bool kept = false;
+    const auto data = static_cast<ItemData>(notice.item.lParam);
+    const bool told = m_core.Tell([&](TreeWindowListener& l) { kept = l.LabelEdited(data, text); });
+    return told && kept && text;
+}
+
+}  // namespace sylvex

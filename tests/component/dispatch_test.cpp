@@ -1,0 +1,170 @@
+#include <windows.h>
+
+#include <ole2.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "SylvexControl_h.h"
+#include "tests/component/component_file.h"
+
+namespace sylvex::test {
+namespace {
+
+constexpr DISPID kCheckNodeSelective = 0x60030055;
+constexpr DISPID kConvert = 0x60030065;
+constexpr DISPID kFont = 0x68030012;
+constexpr DISPID kFreeze = 0x60030056;
+
+// "12345678" as one little-endian integer.
+constexpr LONGLONG kEightDigits = 0x3837363534333231;
+
+VARIANT Reference(VARTYPE type, void* target)
+{
+    VARIANT reference{};
+    V_VT(&reference) = static_cast<VARTYPE>(type | VT_BYREF);
+    V_BYREF(&reference) = target;
+    return reference;
+}
+
+VARIANT Text(BSTR text)
+{
+    VARIANT value{};
+    V_VT(&value) = VT_BSTR;
+    V_BSTR(&value) = text;
+    return value;
+}
+
+// The control as a script sees it: by name, with no more than an IDispatch.
+class LateBound : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_HRESULT_SUCCEEDED(OleInitialize(nullptr));
+        m_module = LoadLibraryW(ComponentPath().c_str());
+        ASSERT_NE(m_module, nullptr);
+        using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
+        const auto get =
+            reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(m_module, "DllGetClassObject")));
+        IClassFactory* factory = nullptr;
+        ASSERT_HRESULT_SUCCEEDED(get(__uuidof(::Sylvex), IID_IClassFactory, reinterpret_cast<void**>(&factory)));
+        EXPECT_HRESULT_SUCCEEDED(factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(&m_control)));
+        factory->Release();
+    }
+
+    void TearDown() override
+    {
+        if (m_control) m_control->Release();
+        FreeLibrary(m_module);
+        OleUninitialize();
+    }
+
+    HRESULT Call(DISPID member, WORD kind, std::vector<VARIANT> reversed, VARIANT* result = nullptr)
+    {
+        DISPID value = DISPID_PROPERTYPUT;
+        const bool isWrite = (kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+        DISPPARAMS arguments = {reversed.data(), isWrite ? &value : nullptr, static_cast<UINT>(reversed.size()),
+                                isWrite ? 1u : 0u};
+        return m_control->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &arguments, result, nullptr, &m_bad);
+    }
+
+    HMODULE m_module = nullptr;
+    IDispatch* m_control = nullptr;
+    UINT m_bad = 99;
+};
+
+TEST_F(LateBound, TextByReferenceTakesEveryFormOfText)
+{
+    BSTR text = SysAllocString(L"12345678");
+    VARIANT variable = Text(text);
+    VARIANT number{};
+    V_VT(&number) = VT_I4;
+    V_I4(&number) = 12345678;
+    const struct {
+        const char* form;
+        VARIANT argument;
+    } forms[] = {
+        {"a literal", variable},
+        {"a typed variable", Reference(VT_BSTR, &text)},
+        {"a script's variable", Reference(VT_VARIANT, &variable)},
+        {"a number", number},
+        {"a script's variable with a number", Reference(VT_VARIANT, &number)},
+    };
+    for (const auto& [form, argument] : forms) {
+        VARIANT result{};
+        EXPECT_HRESULT_SUCCEEDED(Call(kConvert, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {argument}, &result)) << form;
+        ASSERT_EQ(V_VT(&result), VT_CY) << form;
+        EXPECT_EQ(V_CY(&result).int64, kEightDigits) << form;
+    }
+    EXPECT_EQ(V_VT(&number), VT_I4) << "a variable that the member does not change keeps its type";
+    EXPECT_EQ(std::wstring(V_BSTR(&variable)), L"12345678");
+    SysFreeString(text);
+}
+
+TEST_F(LateBound, ArgumentsGoByTheirNames)
+{
+    VARIANT argument = Text(SysAllocString(L"12345678"));
+    OLECHAR member[] = L"CVC";
+    OLECHAR parameter[] = L"ValToConvert";
+    LPOLESTR names[] = {member, parameter};
+    DISPID ids[2] = {};
+    ASSERT_HRESULT_SUCCEEDED(m_control->GetIDsOfNames(IID_NULL, names, 2, LOCALE_USER_DEFAULT, ids));
+    DISPPARAMS arguments = {&argument, &ids[1], 1, 1};
+    VARIANT result{};
+    EXPECT_HRESULT_SUCCEEDED(m_control->Invoke(ids[0], IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments,
+                                               &result, nullptr, nullptr));
+    EXPECT_EQ(V_CY(&result).int64, kEightDigits);
+    VariantClear(&argument);
+}
+
+TEST_F(LateBound, ObjectByReferenceMustBeANode)
+{
+    VARIANT control{};
+    V_VT(&control) = VT_DISPATCH;
+    V_DISPATCH(&control) = m_control;
+    VARIANT text = Text(SysAllocString(L"node"));
+    const struct {
+        const char* form;
+        VARIANT argument;
+    } forms[] = {
+        {"an object of another kind", control},
+        {"a typed variable with an object of another kind", Reference(VT_DISPATCH, &V_DISPATCH(&control))},
+        {"a script's variable with an object of another kind", Reference(VT_VARIANT, &control)},
+        {"a text", text},
+        {"a script's variable with a text", Reference(VT_VARIANT, &text)},
+    };
+    for (const auto& [form, argument] : forms) {
+        m_bad = 99;
+        EXPECT_EQ(Call(kCheckNodeSelective, DISPATCH_METHOD, {argument}), DISP_E_TYPEMISMATCH) << form;
+        EXPECT_EQ(m_bad, 0u) << form;
+    }
+    VariantClear(&text);
+}
+
+TEST_F(LateBound, PropertiesCanBeWrittenInEitherWay)
+{
+    VARIANT font{};
+    ASSERT_HRESULT_SUCCEEDED(Call(kFont, DISPATCH_PROPERTYGET, {}, &font));
+    ASSERT_EQ(V_VT(&font), VT_DISPATCH);
+    for (const WORD kind :
+         {DISPATCH_PROPERTYPUT, DISPATCH_PROPERTYPUTREF, DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF}) {
+        EXPECT_HRESULT_SUCCEEDED(Call(kFont, kind, {font})) << kind;
+    }
+    VariantClear(&font);
+}
+
+TEST_F(LateBound, WrongNumbersOfArgumentsAreRefused)
+{
+    VARIANT state{};
+    V_VT(&state) = VT_BOOL;
+    EXPECT_TRUE(FAILED(Call(kFreeze, DISPATCH_METHOD, {})));
+    EXPECT_EQ(Call(kFreeze, DISPATCH_METHOD, {state, state}), DISP_E_BADPARAMCOUNT);
+    VARIANT result = state;
+    EXPECT_HRESULT_SUCCEEDED(Call(kFreeze, DISPATCH_METHOD, {Reference(VT_VARIANT, &state)}, &result));
+    EXPECT_EQ(V_VT(&result), VT_EMPTY);
+}
+
+}  // namespace
+}  // namespace sylvex::test

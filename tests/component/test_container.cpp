@@ -1,0 +1,187 @@
+#include "tests/component/test_container.h"
+
+namespace sylvex::test {
+
+namespace {
+
+constexpr wchar_t kFormClass[] = L"SylvexTestForm";
+
+void RegisterForm()
+{
+    WNDCLASSW form{};
+    form.lpfnWndProc = DefWindowProcW;
+    form.hInstance = GetModuleHandleW(nullptr);
+    form.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    form.lpszClassName = kFormClass;
+    RegisterClassW(&form);
+}
+
+std::string NameOf(const MSG& message, DWORD modifiers)
+{
+    return "Key " + std::to_string(message.wParam) + (modifiers & 1 ? " shift" : "") +
+           (modifiers & 2 ? " control" : "") + (modifiers & 4 ? " alt" : "");
+}
+
+}  // namespace
+
+TestContainer::TestContainer()
+{
+    NewForm();
+    ambients.emplace();
+}
+
+TestContainer::~TestContainer()
+{
+    active.Reset();
+    DestroyForm();
+}
+
+void TestContainer::NewForm()
+{
+    RegisterForm();
+    m_form = CreateWindowW(kFormClass, L"Form", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 50, 50, 420, 320,
+                           nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    SetForegroundWindow(m_form);
+    DrainMessages();
+}
+
+void TestContainer::DestroyForm()
+{
+    if (m_form) DestroyWindow(std::exchange(m_form, nullptr));
+}
+
+void TestContainer::SetAmbient(DISPID property, bool value)
+{
+    VARIANT& ambient = (*ambients)[property];
+    V_VT(&ambient) = VT_BOOL;
+    V_BOOL(&ambient) = value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
+void TestContainer::SetAmbient(DISPID property, long value)
+{
+    VARIANT& ambient = (*ambients)[property];
+    V_VT(&ambient) = VT_I4;
+    V_I4(&ambient) = value;
+}
+
+void TestContainer::Key(UINT message, WPARAM key)
+{
+    PostMessageW(GetFocus(), message, key, 1);
+    MSG next;
+    while (PeekMessageW(&next, nullptr, 0, 0, PM_REMOVE)) {
+        const ComPtr<IOleInPlaceActiveObject> first = active;
+        const bool isKey = next.message >= WM_KEYFIRST && next.message <= WM_KEYLAST;
+        if (isKey && first && first->TranslateAccelerator(&next) == S_OK) continue;
+        TranslateMessage(&next);
+        DispatchMessageW(&next);
+    }
+}
+
+STDMETHODIMP TestContainer::QueryInterface(REFIID id, void** found)
+{
+    *found = nullptr;
+    if (id == IID_IUnknown || id == IID_IOleClientSite) *found = static_cast<IOleClientSite*>(this);
+    if (id == IID_IOleWindow || id == IID_IOleInPlaceSite) *found = static_cast<IOleInPlaceSite*>(this);
+    if (id == IID_IOleControlSite) *found = static_cast<IOleControlSite*>(this);
+    if (id == IID_IOleInPlaceFrame) *found = static_cast<IOleInPlaceFrame*>(this);
+    if (id == IID_IDispatch && ambients) *found = static_cast<IDispatch*>(this);
+    if (id == IID_IPropertyNotifySink) *found = static_cast<IPropertyNotifySink*>(this);
+    if (!*found) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+}
+
+STDMETHODIMP TestContainer::GetWindow(HWND* window)
+{
+    *window = m_form;
+    return S_OK;
+}
+
+STDMETHODIMP TestContainer::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT position,
+                                             LPRECT clip, LPOLEINPLACEFRAMEINFO info)
+{
+    *frame = this;
+    AddRef();
+    *document = nullptr;
+    *position = place;
+    *clip = {0, 0, 1000, 1000};
+    *info = {sizeof *info, FALSE, m_form, nullptr, 0};
+    return S_OK;
+}
+
+STDMETHODIMP TestContainer::OnPosRectChange(LPCRECT wanted)
+{
+    if (allowsResize) place = *wanted;
+    if (const ComPtr<IOleInPlaceObject> sized = ComPtr<IOleObject>(resized).As<IOleInPlaceObject>()) {
+        sized->SetObjectRects(&place, &place);
+    }
+    return Note("OnPosRectChange");
+}
+
+STDMETHODIMP TestContainer::TranslateAccelerator(LPMSG message, DWORD modifiers)
+{
+    if (message->message == WM_KEYDOWN) Note(NameOf(*message, modifiers).c_str());
+    return keyAnswer;
+}
+
+STDMETHODIMP TestContainer::SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR)
+{
+    active = ComPtr<IOleInPlaceActiveObject>(object);
+    return S_OK;
+}
+
+STDMETHODIMP TestContainer::Invoke(DISPID property, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*)
+{
+    if (property == DISPID_AMBIENT_FONT && font) {
+        V_VT(result) = VT_DISPATCH;
+        font.CopyTo(&V_DISPATCH(result));
+        return S_OK;
+    }
+    if (!ambients || !ambients->contains(property)) return DISP_E_MEMBERNOTFOUND;
+    *result = ambients->at(property);
+    return S_OK;
+}
+
+HRESULT TestContainer::Note(const char* line)
+{
+    m_log += line;
+    m_log += '\n';
+    return S_OK;
+}
+
+Embedded::Embedded(TestContainer& container) : control(NewControl()), m_container(container)
+{
+    if (control) object = control.As<IOleObject>();
+}
+
+Embedded::~Embedded() { Close(); }
+
+HRESULT Embedded::SetSite() { return object->SetClientSite(&m_container); }
+
+HRESULT Embedded::InitNew() { return As<IPersistStreamInit>()->InitNew(); }
+
+HRESULT Embedded::Do(LONG verb)
+{
+    return object->DoVerb(verb, nullptr, &m_container, 0, m_container.Form(), &m_container.place);
+}
+
+void Embedded::Start()
+{
+    ASSERT_HRESULT_SUCCEEDED(SetSite());
+    ASSERT_HRESULT_SUCCEEDED(InitNew());
+    ASSERT_HRESULT_SUCCEEDED(Do(OLEIVERB_UIACTIVATE));
+    DrainMessages();
+}
+
+void Embedded::Close()
+{
+    if (object) {
+        object->Close(OLECLOSE_NOSAVE);
+        object->SetClientSite(nullptr);
+    }
+    object.Reset();
+    control.Reset();
+    DrainMessages();
+}
+
+}  // namespace sylvex::test

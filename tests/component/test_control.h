@@ -1,0 +1,36 @@
+#pragma once
+
+#include <windows.h>
+
+#include <ole2.h>
+
+#include <olectl.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "SylvexControl_h.h"
+#include "component/com.h"
+
+namespace sylvex::test {
+
+/// A new control, made by the component's own class factory; needs no registration.
+ComPtr<::_Sylvex> NewControl();
+
+/// The window of the control's tree.
+HWND TreeOf(const ComPtr<::_Sylvex>& control);
+
+/// The properties that are saved, one "Name=value" a line; fonts as name, size and weight, pictures as their kind.
+std::string PropertiesOf(const ComPtr<::_Sylvex>& control);
+
+/// A font object; `size` in points.
+ComPtr<IFontDisp> NewFont(const wchar_t* name, int size, bool bold = false);
+
+/// A picture object that holds an icon.
+ComPtr<IPictureDisp> NewPicture();
+
+/// Runs the message loop until nothing waits.
+void DrainMessages();
+
+}  // namespace sylvex::test
