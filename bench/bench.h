@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -47,9 +49,10 @@ private:
 };
 
 /// A control in a frame, enumerated, check boxes on, with a host that listens to nothing.
-class Subject : private Container, private SylvexEvents {
+class Subject : public Container, public SylvexEvents {
 public:
-    Subject();
+    /// `iconsByType`: as on the systems where files show the icon of their type.
+    explicit Subject(bool iconsByType = false);
     ~Subject() override;
     Sylvex& Control() { return *m_control; }
     /// The node of a folder, its ancestors opened, itself not.
@@ -63,6 +66,21 @@ public:
     Win32Platform platform;
 
 private:
+    /// The machine, but reporting version 5.0.
+    class OldSystem final : public System {
+    public:
+        explicit OldSystem(System& real) : m_real(real) {}
+        SystemVersion Version() override { return {2, 5, 0}; }
+        int Metric(int number) override { return m_real.Metric(number); }
+        std::optional<std::wstring> ClassRootValue(const std::wstring& key) override { return m_real.ClassRootValue(key); }
+        Point CursorPosition() override { return m_real.CursorPosition(); }
+        void ResetPointer() override { m_real.ResetPointer(); }
+        std::wstring ProgramName() override { return m_real.ProgramName(); }
+
+    private:
+        System& m_real;
+    };
+    Platform Services(bool iconsByType);
     std::shared_ptr<void> KeepAlive() override { return {}; }
     bool UserMode() override { return true; }
     void PropertyChanged(const wchar_t*) override {}
@@ -80,6 +98,8 @@ private:
     void MouseDown(short, short, Point) override {}
 
     Frame m_frame;
+    OldSystem m_oldSystem{platform.Get().system};
+    Platform m_services;
     std::unique_ptr<Sylvex> m_control;
     std::unique_ptr<Frame> m_listFrame;
 };

@@ -1,5 +1,3 @@
-#include <commctrl.h>
-
 #include "bench/bench.h"
 
 namespace sylvex::bench {

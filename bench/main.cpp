@@ -1,5 +1,3 @@
-#include <commctrl.h>
-
 #include <cstdio>
 
 #include "bench/bench.h"

@@ -1,19 +1,19 @@
-#include <commctrl.h>
+#include "bench/bench.h"
+
 #include <psapi.h>
 #include <shellapi.h>
 
+#include <cstdio>
 #include <memory>
-
-#include "bench/bench.h"
 
 namespace sylvex::bench {
 
 namespace {
 
-double OursOpen(const std::wstring& folder)
+double OursOpen(const std::wstring& folder, bool iconsByType = false)
 {
     return Median([&] {
-        Subject subject;
+        Subject subject(iconsByType);
         Node& node = subject.NodeOf(folder);
         subject.Paint();
         return subject.Open(node);
@@ -75,6 +75,9 @@ void OpeningRows()
         const std::wstring folder = FolderOfFolders(folders);
         Print({"open a folder of " + std::to_string(folders) + " subfolders", OursOpen(folder), FloorOpen(folder, true), 1.5});
     }
+    const std::wstring typed = FlatFolder(10000, 200);
+    Print({"open a folder of 10000 files, icons of 200 types", OursOpen(typed, true),
+           FloorOpen(typed, false) + Median([&] { return ShellQueries(typed, 200); }), 1.3});
     const std::wstring flat = FlatFolder(100000, 200);
     const double bare = BytesPerEntry(100000, [&] {
         auto tree = std::make_unique<BareTree>(true);

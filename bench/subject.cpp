@@ -1,5 +1,3 @@
-#include <commctrl.h>
-
 #include <algorithm>
 #include <cstdio>
 
@@ -49,12 +47,26 @@ HWND NewList(const Frame& frame)
     return list;
 }
 
-Subject::Subject()
-    : m_control(std::make_unique<Sylvex>(platform.Get(), *this, *this, reinterpret_cast<WindowHandle>(m_frame.Window())))
+Platform Subject::Services(bool iconsByType)
+{
+    if (!iconsByType) return platform.Get();
+    // The bundle holds references, so another system means another bundle.
+    const auto with = [](System& system, auto& real) {
+        auto& [files, shell, regional, oldSystem, windows, images, timers, boxes, reporter, boxTools, network] = real;
+        static_cast<void>(oldSystem);
+        return Platform{files, shell, regional, system, windows, images, timers, boxes, reporter, boxTools, network};
+    };
+    return with(m_oldSystem, platform.Get());
+}
+
+Subject::Subject(bool iconsByType)
+    : m_services(Services(iconsByType)),
+      m_control(std::make_unique<Sylvex>(m_services, *this, *this, reinterpret_cast<WindowHandle>(m_frame.Window())))
 {
     m_control->UserControl_InitProperties();
     m_control->UserControl_Resize({580, 760});
     m_control->LetSetting(TreeSetting::Checkboxes, 1);
+    m_control->LetFileFilter(L"*");  // every folder with a file can be opened
     m_control->Enumerate();
 }
 

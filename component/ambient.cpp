@@ -25,4 +25,14 @@ ComPtr<IFont> CopyOf(const ComPtr<IFont>& font)
     return copy;
 }
 
+bool LookAlike(const ComPtr<IFont>& left, const ComPtr<IFont>& right)
+{
+    if (!left || !right) return false;
+    // A font object takes the size and the name that it gets from the system when it is first used.
+    HFONT used = nullptr;
+    left->get_hFont(&used);
+    right->get_hFont(&used);
+    return left->IsEqual(right.Get()) == S_OK;
+}
+
 }  // namespace sylvex

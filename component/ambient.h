@@ -15,4 +15,7 @@ ComPtr<IFontDisp> CopyOfAmbientFont(const ControlCore& core);
 /// A copy of a font object; empty for null and for a font of a kind that cannot be copied.
 ComPtr<IFont> CopyOf(const ComPtr<IFont>& font);
 
+/// Whether two fonts look the same; false when either is empty.
+bool LookAlike(const ComPtr<IFont>& left, const ComPtr<IFont>& right);
+
 }  // namespace sylvex

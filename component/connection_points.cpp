@@ -9,23 +9,20 @@
 
 namespace sylvex {
 
-namespace {
-
-CONNECTDATA HandOut(const Sinks::Entry& connection)
+// Not in a namespace without a name, where the enumerators would not look.
+static CONNECTDATA HandOut(const Sinks::Entry& connection)
 {
     CONNECTDATA data{nullptr, connection.first};
     connection.second.CopyTo(&data.pUnk);
     return data;
 }
 
-IConnectionPoint* HandOut(const ComPtr<IConnectionPoint>& point)
+static IConnectionPoint* HandOut(const ComPtr<IConnectionPoint>& point)
 {
     IConnectionPoint* result = nullptr;
     point.CopyTo(&result);
     return result;
 }
-
-}  // namespace
 
 std::vector<ComPtr<IUnknown>> Sinks::Snapshot() const
 {
@@ -100,7 +97,7 @@ public:
         if (!connections) return E_POINTER;
         *connections = nullptr;
         return Border(IID_IConnectionPoint, [&] {
-            using Connections = ListEnumerator<IEnumConnections, CONNECTDATA, Sinks::Entry, HandOut>;
+            using Connections = ListEnumerator<IEnumConnections, CONNECTDATA, Sinks::Entry>;
             *connections = Make<Connections>(m_sinks.All()).Detach();
         });
     }
@@ -177,8 +174,7 @@ STDMETHODIMP ConnectionPointsPart::EnumConnectionPoints(IEnumConnectionPoints** 
     if (!points) return E_POINTER;
     *points = nullptr;
     return Border(IID_IConnectionPointContainer, [&] {
-        using Points =
-            ListEnumerator<IEnumConnectionPoints, IConnectionPoint*, ComPtr<IConnectionPoint>, HandOut>;
+        using Points = ListEnumerator<IEnumConnectionPoints, IConnectionPoint*, ComPtr<IConnectionPoint>>;
         *points = Make<Points>(Core().Points().All()).Detach();
     });
 }

@@ -7,9 +7,9 @@
 
 namespace sylvex {
 
-/// An enumerator of a fixed list. `Interface` is the enumeration's interface, `Held` what the list keeps, and HandOut()
-/// makes a new `Raw` of it that the caller of the enumerator owns.
-template <class Interface, class Raw, class Held, Raw (*HandOut)(const Held&)>
+/// An enumerator of a fixed list. `Interface` is the enumeration's interface and `Held` what the list keeps; a function
+/// Raw HandOut(const Held&) beside that type makes what the caller of the enumerator gets and owns.
+template <class Interface, class Raw, class Held>
 class ListEnumerator final : public CountedObject<Interface> {
 public:
     explicit ListEnumerator(std::vector<Held> items, std::size_t at = 0) : m_items(std::move(items)), m_at(at) {}

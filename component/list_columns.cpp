@@ -207,7 +207,7 @@ STDMETHODIMP ColumnHeadersObject::Add(VARIANT Index, VARIANT Key, VARIANT Text, 
         const long number = IsMissing(Index) ? count + 1 : IndexOf(Index);
         if (number < 1 || number > count + 1) throw IndexOutOfBounds();
         PictureNamed(Icon);
-        const auto aligned = AlignmentOf(IsMissing(alignment) ? lvwColumnLeft : IndexOf(alignment));
+        const auto aligned = AlignmentOf(IsMissing(alignment) ? 0L : IndexOf(alignment));
         const ColumnId column =
             List().InsertColumn(static_cast<int>(number) - 1, TextOf(Key), TextOf(Text), WidthOf(Width), aligned);
         *result = ColumnObject(Shared(), List().PlaceOfColumn(column)).Detach();

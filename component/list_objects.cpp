@@ -87,7 +87,7 @@ public:
     }
     STDMETHODIMP get_hWnd(LONG* value) override
     {
-        return Member([&] { Checked(value) = HandleOf(List().hWnd()); });
+        return Member([&] { Checked(value) = LongOf(List().hWnd()); });
     }
     STDMETHODIMP get_View(short* value) override;
     STDMETHODIMP put_View(short value) override;

@@ -74,8 +74,7 @@ void Embedding::AmbientChanged(DISPID property)
 
 void Embedding::FollowAmbientFont()
 {
-    const ComPtr<IFont> current = m_core.Font().As<IFont>();
-    if (!m_inheritedFont || !current || m_inheritedFont->IsEqual(current.Get()) != S_OK) return;
+    if (!m_inheritedFont || !LookAlike(m_inheritedFont, m_core.Font().As<IFont>())) return;
     m_core.SetFont(CopyOfAmbientFont(m_core).Get());
     SetFontInherited(true);
 }

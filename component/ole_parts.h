@@ -26,10 +26,14 @@ public:
             this, id);
     }
 
+protected:
+    // One answer for all the parts.
+    ControlCore& Core() override = 0;
+
 private:
     Embedding& Embedded() override
     {
-        if (!m_embedding) m_embedding = std::make_unique<Embedding>(OleObjectPart::Core(), *this);
+        if (!m_embedding) m_embedding = std::make_unique<Embedding>(Core(), *this);
         return *m_embedding;
     }
 

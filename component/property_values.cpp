@@ -1,7 +1,8 @@
 #include "component/property_values.h"
 
 #include <limits>
-#include <ocidl.h>
+
+#include "component/ambient.h"
 
 namespace sylvex {
 
@@ -25,10 +26,7 @@ bool IsObject(const VARIANT& value) { return V_VT(&value) == VT_UNKNOWN || V_VT(
 
 bool SameObject(IUnknown* left, IUnknown* right)
 {
-    if (left == right) return true;
-    const ComPtr<IFont> font = ComPtr<IUnknown>(left).As<IFont>();
-    const ComPtr<IFont> other = ComPtr<IUnknown>(right).As<IFont>();
-    return font && other && font->IsEqual(other.Get()) == S_OK;
+    return left == right || LookAlike(ComPtr<IUnknown>(left).As<IFont>(), ComPtr<IUnknown>(right).As<IFont>());
 }
 
 }  // namespace

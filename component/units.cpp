@@ -9,6 +9,7 @@ namespace sylvex {
 namespace {
 
 constexpr float kTwipsPerInch = 1440;
+constexpr int kHimetricPerInch = 2540;
 
 // Offsets from the control's corner, so a container that turns its axes does not turn these.
 constexpr DWORD kToContainer = XFORMCOORDS_SIZE | XFORMCOORDS_HIMETRICTOCONTAINER;
@@ -21,12 +22,11 @@ int Rounded(float value) { return static_cast<int>(std::lround(value)); }
 ContainerPoint ToContainer(IOleControlSite* site, Point pixels)
 {
     const Size resolution = ScreenResolution();
-    const SIZEL himetric = HimetricOf({pixels.x, pixels.y}, resolution);
     // A container that does not convert leaves these as they are, whatever it answers.
     POINTF place{static_cast<float>(pixels.x) * kTwipsPerInch / static_cast<float>(resolution.cx),
                  static_cast<float>(pixels.y) * kTwipsPerInch / static_cast<float>(resolution.cy)};
     POINTF told = place;
-    POINTL asked{himetric.cx, himetric.cy};
+    POINTL asked{MulDiv(pixels.x, kHimetricPerInch, resolution.cx), MulDiv(pixels.y, kHimetricPerInch, resolution.cy)};
     if (site && SUCCEEDED(site->TransformCoords(&asked, &told, kToContainer))) place = told;
     return {place.x, place.y};
 }

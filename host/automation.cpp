@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "host/system_text.h"
+
 namespace sylvex::host {
 namespace {
 
@@ -14,6 +16,11 @@ std::wstring NumberOf(HRESULT result)
     wchar_t text[16];
     std::swprintf(text, std::size(text), L"0x%08lX", static_cast<unsigned long>(result));
     return text;
+}
+
+std::wstring MessageOf(std::wstring_view member, HRESULT result, const std::wstring& description)
+{
+    return std::wstring(member) + L": error " + NumberOf(result) + (description.empty() ? L"" : L", ") + description;
 }
 
 /// Description that the failing object left behind, or empty.
@@ -52,30 +59,14 @@ private:
 
 }  // namespace
 
-AutomationError::AutomationError(std::wstring_view member, HRESULT result, std::wstring description)
-    : m_member(member), m_result(result), m_description(std::move(description))
+AutomationError::AutomationError(std::wstring_view member, HRESULT result, const std::wstring& description)
+    : Failure(MessageOf(member, result, description.empty() ? DescribeResult(result) : description))
 {
-    if (m_description.empty()) m_description = DescribeResult(result);
-}
-
-std::wstring AutomationError::Text() const
-{
-    return m_member + L": error " + NumberOf(m_result) + (m_description.empty() ? L"" : L", ") + m_description;
 }
 
 void Check(HRESULT result, std::wstring_view member)
 {
     if (FAILED(result)) throw AutomationError(member, result, TakeDescription());
-}
-
-std::wstring DescribeResult(HRESULT result)
-{
-    wchar_t text[512];
-    constexpr DWORD kFlags = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
-    DWORD length = FormatMessageW(kFlags, nullptr, static_cast<DWORD>(result), 0, text, std::size(text), nullptr);
-    while (length > 0 && (text[length - 1] == L' ' || text[length - 1] == L'.'))
-        --length;
-    return {text, length};
 }
 
 void LateBound::Put(const std::wstring& member, Variant&& value)

@@ -1,35 +1,25 @@
 #pragma once
 
-#include <exception>
 #include <map>
 #include <string>
 #include <string_view>
 
 #include "host/com.h"
+#include "host/failure.h"
 #include "SylvexControl_h.h"
 
 namespace sylvex::host {
 
-/// An automation call that failed.
-class AutomationError : public std::exception {
+/// An automation call that failed. The message has the member, the number and the description; a numbered error shows
+/// its number, anything else its HRESULT.
+class AutomationError : public Failure {
 public:
-    AutomationError(std::wstring_view member, HRESULT result, std::wstring description);
-    const char* what() const noexcept override { return "automation error"; }
-    HRESULT Result() const { return m_result; }
-    /// Member, number and description in one line. A numbered error shows its number, anything else its HRESULT.
-    std::wstring Text() const;
-
-private:
-    std::wstring m_member;
-    HRESULT m_result;
-    std::wstring m_description;
+    /// An empty description stands for what the system says.
+    AutomationError(std::wstring_view member, HRESULT result, const std::wstring& description);
 };
 
 /// Throws AutomationError, with what the object said about it, when the call of `member` failed.
 void Check(HRESULT result, std::wstring_view member);
-
-/// What the system says about a failure, without line ends.
-std::wstring DescribeResult(HRESULT result);
 
 /// Calls members of an object by their names, as a script does; identifiers are asked for once.
 class LateBound {

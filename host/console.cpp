@@ -2,10 +2,12 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <string>
-#include <system_error>
 
 #include "host/csv.h"
+#include "host/failure.h"
+#include "host/system_text.h"
 
 namespace sylvex::host {
 namespace {
@@ -56,6 +58,12 @@ bool WriteToParentsConsole(std::wstring_view text)
     return !console.IsOpen() || WriteTo(console.Get(), text);
 }
 
+[[noreturn]] void FailOn(const std::wstring& target)
+{
+    const HRESULT result = HRESULT_FROM_WIN32(GetLastError());
+    throw Failure(target + L": cannot be written: " + DescribeResult(result));
+}
+
 bool Write(DWORD standard, std::wstring_view text)
 {
     const HANDLE file = GetStdHandle(standard);
@@ -65,23 +73,21 @@ bool Write(DWORD standard, std::wstring_view text)
 
 }  // namespace
 
-bool WriteOutput(std::wstring_view text)
+void WriteOutput(std::wstring_view text)
 {
-    return Write(STD_OUTPUT_HANDLE, text);
+    if (!Write(STD_OUTPUT_HANDLE, text)) FailOn(L"standard output");
 }
 
-bool WriteError(std::wstring_view text)
+void WriteError(std::wstring_view message)
 {
-    return Write(STD_ERROR_HANDLE, text);
+    Write(STD_ERROR_HANDLE, L"SylvexHost: " + std::wstring(message) + L"\n");
 }
 
-void WriteFileBytes(std::wstring_view name, std::string_view bytes)
+void WriteFileBytes(const std::wstring& name, std::string_view bytes)
 {
-    const FileHandle file(CreateFileW(std::wstring(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file.IsOpen() || !WriteBytes(file.Get(), bytes)) {
-        throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
-    }
+    const FileHandle file(
+        CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file.IsOpen() || !WriteBytes(file.Get(), bytes)) FailOn(name);
 }
 
 }  // namespace sylvex::host

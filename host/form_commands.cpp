@@ -3,8 +3,6 @@
 #include <commctrl.h>
 #include <commdlg.h>
 
-#include <system_error>
-
 #include "host/automation.h"
 #include "host/console.h"
 #include "host/file_list.h"
@@ -80,7 +78,7 @@ void Form::OpenControl()
                            [this](DISPID member) { HearProperty(member); }, [this](bool back) { TabOut(back); }});
     } catch (const AutomationError& error) {
         m_container.reset();
-        ShowUnavailable(error.Text());
+        ShowUnavailable(error.Message());
         throw;
     }
     _Sylvex& control = Control();
@@ -108,10 +106,8 @@ void Form::Attempt(const std::function<void()>& command)
     const Busy busy(*this);
     try {
         command();
-    } catch (const AutomationError& error) {
-        ReportFailure(error.Text());
-    } catch (const std::system_error& error) {
-        ReportFailure(DescribeResult(HRESULT_FROM_WIN32(error.code().value())));
+    } catch (const Failure& failure) {
+        ReportFailure(failure.Message());
     }
 }
 
@@ -232,10 +228,7 @@ void Form::Export()
 
 void Form::Copy()
 {
-    if (!CopyText(Handle(), CsvText(List()))) {
-        ReportFailure(L"The clipboard is in use by another program");
-        return;
-    }
+    if (!CopyText(Handle(), CsvText(List()))) throw Failure(L"The clipboard is in use by another program");
     m_log.Add(L"Copied", std::to_wstring(CountRows(Item(IDC_LIST))) + L" rows");
 }
 

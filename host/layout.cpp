@@ -71,7 +71,7 @@ public:
     void Move(int id, int x, int y, int width, int height)
     {
         m_moves = DeferWindowPos(m_moves, GetDlgItem(m_form, id), nullptr, x, y, std::max(width, 0),
-                                 std::max(height, 0), SWP_NOZORDER | SWP_NOACTIVATE);
+                                 std::max(height, 0), SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
     }
 
 private:

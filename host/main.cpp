@@ -44,7 +44,7 @@ int RunForm(const Options& options, int show)
     InitCommonControlsEx(&classes);
     Form form(MessageFont(), options);
     if (!ole.IsOpen() || !form.Create(show)) {
-        WriteError(L"SylvexHost: the window cannot be created\n");
+        WriteError(L"the window cannot be created");
         return kFailed;
     }
     return form.Run();
@@ -52,15 +52,18 @@ int RunForm(const Options& options, int show)
 
 int Main(const std::vector<std::wstring>& arguments, int show)
 {
-    Options options;
     try {
-        options = ParseOptions(arguments);
+        const Options options = ParseOptions(arguments);
+        if (!options.help) return RunForm(options, show);
+        WriteOutput(UsageText());
+        return 0;
     } catch (const UsageError& error) {
-        WriteError(L"SylvexHost: " + error.Message() + L"\nTry --help.\n");
+        WriteError(error.Message() + L"\nTry --help.");
         return kWrongArguments;
+    } catch (const Failure& failure) {
+        WriteError(failure.Message());
+        return kFailed;
     }
-    if (options.help) return WriteOutput(UsageText()) ? 0 : kFailed;
-    return RunForm(options, show);
 }
 
 }  // namespace

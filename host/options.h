@@ -1,10 +1,11 @@
 #pragma once
 
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "host/failure.h"
 
 namespace sylvex::host {
 
@@ -42,15 +43,10 @@ struct Options {
     bool Unattended() const { return exit || csv || readyFile; }
 };
 
-/// A command line that cannot be understood; `what` says why.
-class UsageError : public std::exception {
+/// A command line that cannot be understood.
+class UsageError : public Failure {
 public:
-    explicit UsageError(std::wstring message) : m_message(std::move(message)) {}
-    const char* what() const noexcept override { return "wrong arguments"; }
-    const std::wstring& Message() const { return m_message; }
-
-private:
-    std::wstring m_message;
+    using Failure::Failure;
 };
 
 /// Reads the arguments after the program's name; values follow their option or stand behind "=". Throws UsageError.

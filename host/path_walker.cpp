@@ -64,11 +64,11 @@ ComPtr<ITreeView> TreeOf(_Sylvex& control)
 ComPtr<INode> PathWalker::Find(const TreePath& path) const
 {
     ComPtr<INode> node = FindDrive(*TreeOf(m_control), path.drive);
-    if (!node) throw PathNotFound(path.Text() + L": the tree has no drive " + path.drive);
+    if (!node) throw Failure(path.Text() + L": the tree has no drive " + path.drive);
     for (const std::wstring& name : path.names) {
         Expand(*node);
         ComPtr<INode> child = FindNamed(*node, name);
-        if (!child) throw PathNotFound(path.Text() + L": the tree has no " + name + L" there");
+        if (!child) throw Failure(path.Text() + L": the tree has no " + name + L" there");
         node = std::move(child);
     }
     return node;

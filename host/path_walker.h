@@ -6,19 +6,8 @@
 
 namespace sylvex::host {
 
-/// A path that the tree does not have.
-class PathNotFound : public std::exception {
-public:
-    explicit PathNotFound(std::wstring message) : m_message(std::move(message)) {}
-    const char* what() const noexcept override { return "not in the tree"; }
-    const std::wstring& Message() const { return m_message; }
-
-private:
-    std::wstring m_message;
-};
-
-/// Goes down the tree from My Computer through a drive, expanding on the way. Every member throws PathNotFound or
-/// AutomationError; the control must outlive the walker.
+/// Goes down the tree from My Computer through a drive, expanding on the way. The control must
+/// outlive the walker. Every member throws AutomationError, and Failure when the tree does not have the path.
 class PathWalker {
 public:
     explicit PathWalker(_Sylvex& control) : m_control(control) {}

@@ -1,8 +1,8 @@
 #include "host/session.h"
 
-#include <system_error>
+#include <functional>
+#include <optional>
 
-#include "host/automation.h"
 #include "host/console.h"
 #include "host/dialog_guard.h"
 #include "host/form.h"
@@ -16,10 +16,10 @@ constexpr int kFailed = 1;
 void WriteList(const Form& form, const std::wstring& target)
 {
     const std::wstring text = CsvText(form.List());
-    if (target != L"-") {
+    if (target == L"-") {
+        WriteOutput(text);
+    } else {
         WriteFileBytes(target, ToUtf8(text));
-    } else if (!WriteOutput(text)) {
-        throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
     }
 }
 
@@ -38,21 +38,15 @@ void DoAll(Form& form, const Options& options)
 /// Runs a step; what goes wrong is written and shown, and the result is whether all went well.
 bool Try(Form& form, const std::function<void()>& step)
 {
-    std::wstring failure;
     try {
         step();
         return true;
-    } catch (const AutomationError& error) {
-        failure = error.Text();
-    } catch (const PathNotFound& error) {
-        failure = error.Message();
-    } catch (const std::system_error& error) {
-        failure = DescribeResult(HRESULT_FROM_WIN32(error.code().value()));
+    } catch (const Failure& failure) {
+        form.ReportFailure(failure.Message());
+        form.SetStatus(kFailed);
+        WriteError(failure.Message());
+        return false;
     }
-    form.ReportFailure(failure);
-    form.SetStatus(kFailed);
-    WriteError(L"SylvexHost: " + failure + L"\n");
-    return false;
 }
 
 void WriteReadyFile(Form& form, const Options& options)
@@ -69,7 +63,7 @@ void RunSession(Form& form, const Options& options)
     if (options.Unattended()) {
         guard.emplace([&form](const std::wstring& text) {
             form.Log().Add(L"MessageBox", text);
-            WriteError(L"SylvexHost: message box: " + text + L"\n");
+            WriteError(L"message box: " + text);
         });
     }
     const bool done = Try(form, [&] { DoAll(form, options); });

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "platform/box_tools.h"
+#include "platform/drag.h"
 #include "platform/filesystem.h"
 #include "platform/images.h"
 #include "platform/messages.h"
+#include "platform/network.h"
 #include "platform/regional.h"
 #include "platform/shell.h"
 #include "platform/system.h"
@@ -22,6 +25,9 @@ struct Platform {
     Timers& timers;
     MessageBoxes& boxes;
     Reporter& reporter;
+    BoxTools& boxTools;
+    Network& network;
+    Drag& drag;
 };
 
 }  // namespace sylvex

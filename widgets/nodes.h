@@ -71,6 +71,15 @@ public:
     Node* FirstRoot() const { return m_firstRoot; }
     Node* LastRoot() const { return m_lastRoot; }
     bool Empty() const { return m_order.Count() == 0; }
+    /// The first node in index order that `wanted` (which must not change the tree) answers true for, null for none.
+    /// Placeholders that are still in question are left out, and stay in question.
+    template <class Wanted>
+    Node* FirstOf(Wanted&& wanted) const
+    {
+        for (Node* node : m_slots)
+            if (node != nullptr && wanted(*node)) return node;
+        return nullptr;
+    }
     void Sort(Node* parent);
     /// Marks have been written by Node::WriteMarks.
     void MarksWritten() { m_mirror.MarksChanged(); }

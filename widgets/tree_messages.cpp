@@ -7,18 +7,71 @@ namespace sylvex {
 
 namespace {
 
-constexpr unsigned kGetItemRect = 0x1104;
-constexpr unsigned kGetNextItem = 0x110A;
-constexpr unsigned kRoot = 0;
+enum Message : unsigned {
+    TVM_EXPAND = 0x1102,
+    TVM_GETITEMRECT = 0x1104,
+    TVM_GETNEXTITEM = 0x110A,
+    TVM_SELECTITEM = 0x110B,
+    TVM_GETITEMA = 0x110C,
+    TVM_SETITEMA = 0x110D,
+    TVM_HITTEST = 0x1111,
+    TVM_CREATEDRAGIMAGE = 0x1112
+};
+
+enum Which : unsigned { TVGN_ROOT = 0, TVGN_PARENT = 3, TVGN_DROPHILITE = 8 };
 
 }  // namespace
+
+std::intptr_t TreeMessages::Send(WindowHandle hWnd, unsigned message, std::uintptr_t wParam, ItemHandle item)
+{
+    return m_windows.Send(hWnd, message, wParam, static_cast<std::intptr_t>(item));
+}
+
+std::intptr_t TreeMessages::SendRecord(WindowHandle hWnd, unsigned message, std::uintptr_t wParam, void* record)
+{
+    return m_windows.Send(hWnd, message, wParam, reinterpret_cast<std::intptr_t>(record));
+}
+
+bool TreeMessages::TreeView_Expand(WindowHandle hWnd, ItemHandle hItem, unsigned Flag)
+{
+    return Trapped(m_module, L"TreeView_Expand", VARIABLES(hWnd, hItem, Flag), kNone, [&](int& line) {
+        line = 1;
+        return Send(hWnd, TVM_EXPAND, Flag, hItem) != 0;
+    });
+}
+
+bool TreeMessages::TreeView_GetItemRect(WindowHandle hWnd, ItemHandle hItem, Rect& prc, bool fItemRect)
+{
+    return Trapped(m_module, L"TreeView_GetItemRect", VARIABLES(hWnd, hItem, prc, fItemRect), kNone, [&](int& line) {
+        line = 1;
+        // The message takes the item in the rectangle's first bytes.
+        std::memcpy(static_cast<void*>(&prc), &hItem, std::min(sizeof prc, sizeof hItem));
+        line = 2;
+        return SendRecord(hWnd, TVM_GETITEMRECT, fItemRect ? 1 : 0, &prc) != 0;
+    });
+}
 
 ItemHandle TreeMessages::TreeView_GetNextItem(WindowHandle hWnd, ItemHandle hItem, unsigned Flag)
 {
     return Trapped(m_module, L"TreeView_GetNextItem", VARIABLES(hWnd, hItem, Flag), kNone, [&](int& line) {
         line = 1;
-        return static_cast<ItemHandle>(
-            m_windows.Send(hWnd, kGetNextItem, Flag, static_cast<std::intptr_t>(hItem)));
+        return static_cast<ItemHandle>(Send(hWnd, TVM_GETNEXTITEM, Flag, hItem));
+    });
+}
+
+ItemHandle TreeMessages::TreeView_GetParent(WindowHandle hWnd, ItemHandle hItem)
+{
+    return Trapped(m_module, L"TreeView_GetParent", VARIABLES(hWnd, hItem), kNone, [&](int& line) {
+        line = 1;
+        return TreeView_GetNextItem(hWnd, hItem, TVGN_PARENT);
+    });
+}
+
+ItemHandle TreeMessages::TreeView_GetDropHilight(WindowHandle hWnd)
+{
+    return Trapped(m_module, L"TreeView_GetDropHilight", VARIABLES(hWnd), kNone, [&](int& line) {
+        line = 1;
+        return TreeView_GetNextItem(hWnd, 0, TVGN_DROPHILITE);
     });
 }
 
@@ -26,17 +79,55 @@ ItemHandle TreeMessages::TreeView_GetRoot(WindowHandle hWnd)
 {
     return Trapped(m_module, L"TreeView_GetRoot", VARIABLES(hWnd), kNone, [&](int& line) {
         line = 1;
-        return TreeView_GetNextItem(hWnd, 0, kRoot);
+        return TreeView_GetNextItem(hWnd, 0, TVGN_ROOT);
     });
 }
 
-bool TreeMessages::TreeView_GetItemRect(WindowHandle hWnd, ItemHandle hItem, Rect& prc, bool fItemRect)
+bool TreeMessages::TreeView_Select(WindowHandle hWnd, ItemHandle hItem, unsigned code)
 {
-    return Trapped(m_module, L"TreeView_GetItemRect", VARIABLES(hWnd, hItem, fItemRect), kNone, [&](int& line) {
+    return Trapped(m_module, L"TreeView_Select", VARIABLES(hWnd, hItem, code), kNone, [&](int& line) {
         line = 1;
-        std::memcpy(static_cast<void*>(&prc), &hItem, std::min(sizeof prc, sizeof hItem));  // the message takes the item in the rectangle
-        line = 2;
-        return m_windows.Send(hWnd, kGetItemRect, fItemRect ? 1 : 0, reinterpret_cast<std::intptr_t>(&prc)) != 0;
+        return Send(hWnd, TVM_SELECTITEM, code, hItem) != 0;
+    });
+}
+
+bool TreeMessages::TreeView_SelectDropTarget(WindowHandle hWnd, ItemHandle hItem)
+{
+    return Trapped(m_module, L"TreeView_SelectDropTarget", VARIABLES(hWnd, hItem), kNone, [&](int& line) {
+        line = 1;
+        return TreeView_Select(hWnd, hItem, TVGN_DROPHILITE);
+    });
+}
+
+bool TreeMessages::TreeView_GetItem(WindowHandle hWnd, TVITEM& pItem)
+{
+    return Trapped(m_module, L"TreeView_GetItem", VARIABLES(hWnd, pItem), kNone, [&](int& line) {
+        line = 1;
+        return SendRecord(hWnd, TVM_GETITEMA, 0, &pItem) != 0;
+    });
+}
+
+bool TreeMessages::TreeView_SetItem(WindowHandle hWnd, TVITEM& pItem)
+{
+    return Trapped(m_module, L"TreeView_SetItem", VARIABLES(hWnd, pItem), kNone, [&](int& line) {
+        line = 1;
+        return SendRecord(hWnd, TVM_SETITEMA, 0, &pItem) != 0;
+    });
+}
+
+ItemHandle TreeMessages::TreeView_HitTest(WindowHandle hWnd, TVHITTESTINFO& lpht)
+{
+    return Trapped(m_module, L"TreeView_HitTest", VARIABLES(hWnd, lpht), kNone, [&](int& line) {
+        line = 1;
+        return static_cast<ItemHandle>(SendRecord(hWnd, TVM_HITTEST, 0, &lpht));
+    });
+}
+
+ImageListHandle TreeMessages::TreeView_CreateDragImage(WindowHandle hWnd, ItemHandle hItem)
+{
+    return Trapped(m_module, L"TreeView_CreateDragImage", VARIABLES(hWnd, hItem), kNone, [&](int& line) {
+        line = 1;
+        return static_cast<ImageListHandle>(Send(hWnd, TVM_CREATEDRAGIMAGE, 0, hItem));
     });
 }
 

@@ -14,6 +14,7 @@ std::string SimulatedDesktop::Leaks() const
     tell("image lists freed twice", images.BadFrees());
     tell("searches", disk.OpenSearches());
     tell("timers", timers.Live());
+    tell("timers of boxes", boxTools.Timers());
     tell("trees", static_cast<int>(windows.Trees().size()));
     return text;
 }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "platform/simulated/simulated_boxtools.h"
 #include "platform/simulated/simulated_disk.h"
 #include "platform/simulated/simulated_images.h"
 #include "platform/simulated/simulated_messages.h"
+#include "platform/simulated/simulated_network.h"
 #include "platform/simulated/simulated_regional.h"
 #include "platform/simulated/simulated_shell.h"
 #include "platform/simulated/simulated_system.h"
@@ -30,15 +32,18 @@ public:
     SimulatedImages images{gate, icons};
     SimulatedWindows windows{gate, images, system};
     SimulatedTimers timers{gate};
-    SimulatedBoxes boxes{gate, system};
+    SimulatedBoxTools boxTools{gate, windows};
+    SimulatedBoxes boxes{gate, system, boxTools};
     SimulatedReporter reporter{gate};
+    SimulatedNetwork network{gate};
 
     Platform& Get() { return m_platform; }
     /// What is not given back: "" or a line such as "icons 2, image lists 1". Ask when the control is gone.
     std::string Leaks() const;
 
 private:
-    Platform m_platform{disk, shell, regional, system, windows, images, timers, boxes, reporter};
+    Platform m_platform{disk,   shell, regional, system,   windows, images,
+                        timers, boxes, reporter, boxTools, network};
 };
 
 }  // namespace sylvex

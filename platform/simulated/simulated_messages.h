@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/messages.h"
+#include "platform/simulated/simulated_boxtools.h"
 #include "platform/simulated/simulated_system.h"
 
 namespace sylvex {
@@ -14,7 +15,10 @@ namespace sylvex {
 /// Message boxes that close by themselves.
 class SimulatedBoxes final : public MessageBoxes {
 public:
-    SimulatedBoxes(CallGate& gate, const SimulatedSystem& system) : m_gate(gate), m_system(system) {}
+    SimulatedBoxes(CallGate& gate, const SimulatedSystem& system, SimulatedBoxTools& tools)
+        : m_gate(gate), m_system(system), m_tools(tools)
+    {
+    }
     /// The button for the next box that has no answer yet; boxes without one give 1 (OK).
     void Answer(int button) { m_answers.push_back(button); }
     /// Runs once, while the next box is open: what the user or the host does meanwhile.
@@ -31,6 +35,7 @@ public:
 private:
     CallGate& m_gate;
     const SimulatedSystem& m_system;
+    SimulatedBoxTools& m_tools;
     std::deque<int> m_answers;
     std::function<void()> m_meanwhile;
     std::vector<std::string> m_lines;

@@ -42,6 +42,13 @@ void SimulatedWindows::DestroyWindow(WindowHandle window)
         DestroyWindow(child);
 }
 
+WindowHandle SimulatedWindows::TopLevelOf(WindowHandle window) const
+{
+    const auto found = m_windows.find(window);
+    if (found == m_windows.end()) return 0;
+    return found->second.parent == 0 ? window : TopLevelOf(found->second.parent);
+}
+
 int SimulatedWindows::CountSent(unsigned message) const
 {
     return static_cast<int>(

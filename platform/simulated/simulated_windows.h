@@ -33,6 +33,9 @@ public:
     SimulatedList NewList();
     /// Destroys a window with those below it, as a closing host does.
     void DestroyWindow(WindowHandle window);
+    bool Has(WindowHandle window) const { return m_windows.count(window) != 0; }
+    /// The window at the top of those that hold this one; 0 for one that does not exist.
+    WindowHandle TopLevelOf(WindowHandle window) const;
     /// The trees that exist, in the order of their making. They belong to who called CreateTree.
     const std::vector<SimulatedTree*>& Trees() const { return m_trees; }
     /// Every message that was sent, in order.

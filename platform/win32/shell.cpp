@@ -9,6 +9,9 @@
 #include "platform/win32/filesystem.h"
 #include "platform/win32/handles.h"
 
+// The platform's header turns the name of the seam's function into another.
+#undef ExtractIcon
+
 namespace sylvex {
 namespace {
 

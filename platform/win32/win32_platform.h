@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "platform/win32/box_tools.h"
 #include "platform/win32/filesystem.h"
 #include "platform/win32/images.h"
 #include "platform/win32/messages.h"
+#include "platform/win32/network.h"
 #include "platform/win32/regional.h"
 #include "platform/win32/shell.h"
 #include "platform/win32/system.h"
@@ -27,7 +29,10 @@ private:
     Win32Timers m_timers;
     Win32MessageBoxes m_boxes;
     Win32Reporter m_reporter;
-    Platform m_platform{m_files, m_shell, m_regional, m_system, m_windows, m_images, m_timers, m_boxes, m_reporter};
+    Win32BoxTools m_boxTools;
+    Win32Network m_network;
+    Platform m_platform{m_files,  m_shell, m_regional, m_system,   m_windows, m_images,
+                        m_timers, m_boxes, m_reporter, m_boxTools, m_network};
 };
 
 }  // namespace sylvex

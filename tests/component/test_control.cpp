@@ -14,22 +14,7 @@ std::string Narrow(const BSTR text)
     return std::string(wide.begin(), wide.end());
 }
 
-std::string DescriptionOf(IFontDisp* font)
-{
-    const ComPtr<IFont> described = ComPtr<IFontDisp>(font).As<IFont>();
-    if (!described) return "none";
-    BSTR name = nullptr;
-    CY size{};
-    BOOL bold = FALSE;
-    described->get_Name(&name);
-    described->get_Size(&size);
-    described->get_Bold(&bold);
-    const std::string text = Narrow(name);
-    SysFreeString(name);
-    return text + " " + std::to_string((size.int64 + 5000) / 10000) + (bold ? " bold" : "");
-}
-
-std::string DescriptionOf(IPictureDisp* picture)
+std::string TextOf(IPictureDisp* picture)
 {
     const ComPtr<IPicture> described = ComPtr<IPictureDisp>(picture).As<IPicture>();
     if (!described) return "none";
@@ -50,7 +35,7 @@ template <class Type>
 std::string ReadObject(const ComPtr<::_Sylvex>& control, HRESULT (STDMETHODCALLTYPE ::_Sylvex::*get)(Type**))
 {
     ComPtr<Type> object;
-    return SUCCEEDED((*control.*get)(object.Put())) ? DescriptionOf(object.Get()) : "failed";
+    return SUCCEEDED((*control.*get)(object.Put())) ? TextOf(object.Get()) : "failed";
 }
 
 std::string ReadText(const ComPtr<::_Sylvex>& control, HRESULT (STDMETHODCALLTYPE ::_Sylvex::*get)(BSTR*))
@@ -67,10 +52,10 @@ std::string ReadText(const ComPtr<::_Sylvex>& control, HRESULT (STDMETHODCALLTYP
 ComPtr<::_Sylvex> NewControl()
 {
     using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-    // Stays loaded: the tests' own objects outlive no part of it.
+    static const HRESULT initialised = OleInitialize(nullptr);
     static const HMODULE module = LoadLibraryW(ComponentPath().c_str());
     ComPtr<::_Sylvex> control;
-    if (!module) return control;
+    if (FAILED(initialised) || !module) return control;
     const auto getClassObject = reinterpret_cast<GetClassObject>(
         reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
     ComPtr<IClassFactory> factory;
@@ -79,6 +64,21 @@ ComPtr<::_Sylvex> NewControl()
     }
     factory->CreateInstance(nullptr, __uuidof(::_Sylvex), reinterpret_cast<void**>(control.Put()));
     return control;
+}
+
+std::string TextOf(IFontDisp* font)
+{
+    const ComPtr<IFont> described = ComPtr<IFontDisp>(font).As<IFont>();
+    if (!described) return "none";
+    BSTR name = nullptr;
+    CY size{};
+    BOOL bold = FALSE;
+    described->get_Name(&name);
+    described->get_Size(&size);
+    described->get_Bold(&bold);
+    const std::string text = Narrow(name);
+    SysFreeString(name);
+    return text + " " + std::to_string((size.int64 / 1000) + (bold ? " bold" : "");
 }
 
 HWND TreeOf(const ComPtr<::_Sylvex>& control)

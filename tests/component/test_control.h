@@ -21,7 +21,10 @@ ComPtr<::_Sylvex> NewControl();
 /// The window of the control's tree.
 HWND TreeOf(const ComPtr<::_Sylvex>& control);
 
-/// The properties that are saved, one "Name=value" a line; fonts as name, size and weight, pictures as their kind.
+/// A font's name, size and weight as the system gives them; "none" for null.
+std::string TextOf(IFontDisp* font);
+
+/// The properties that are saved, one "Name=value" a line; pictures as their kind.
 std::string PropertiesOf(const ComPtr<::_Sylvex>& control);
 
 /// A font object; `size` in points.

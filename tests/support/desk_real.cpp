@@ -97,7 +97,8 @@ private:
     QuietReporter m_reporter;
     Platform m_platform{m_real.Get().files,  m_real.Get().shell,  m_real.Get().regional,
                         m_real.Get().system, m_real.Get().windows, m_real.Get().images,
-                        m_real.Get().timers, m_real.Get().boxes,  m_reporter};
+                        m_real.Get().timers, m_real.Get().boxes,  m_reporter,
+                        m_real.Get().boxTools, m_real.Get().network};
     std::wstring m_base;
     std::vector<HWND> m_windows;
 };

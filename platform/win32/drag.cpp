@@ -1,0 +1,147 @@
+#include "platform/win32/drag.h"
+
+#include <utility>
+
+#include "platform/win32/handles.h"
+
+namespace sylvex {
+namespace {
+
+Rect RectOf(const RECT& rect)
+{
+    return {static_cast<int>(rect.left), static_cast<int>(rect.top), static_cast<int>(rect.right),
+            static_cast<int>(rect.bottom)};
+}
+
+Point PointOf(const POINT& point) { return {static_cast<int>(point.x), static_cast<int>(point.y)}; }
+
+bool IsRelease(UINT message) { return message == WM_LBUTTONUP || message == WM_RBUTTONUP || message == WM_MBUTTONUP; }
+
+}  // namespace
+
+/// The mouse held for one window; a subclass of the window notices when it goes elsewhere.
+class Win32Drag::Capture : public std::enable_shared_from_this<Capture> {
+public:
+    Capture(HWND window, std::function<void()> lost) : m_window(window), m_lost(std::move(lost)) {}
+
+    void Begin()
+    {
+        SetWindowSubclass(m_window, &OnMessage, Identifier(), Identifier());
+        ::SetCapture(m_window);
+    }
+
+    void End() noexcept
+    {
+        m_lost = nullptr;
+        RemoveWindowSubclass(m_window, &OnMessage, Identifier());
+        if (GetCapture() == m_window) ::ReleaseCapture();
+    }
+
+private:
+    UINT_PTR Identifier() const noexcept { return reinterpret_cast<UINT_PTR>(this); }
+
+    static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                      DWORD_PTR capture)
+    {
+        const auto self = reinterpret_cast<Capture*>(capture)->shared_from_this();
+        // A tree that held the mouse since the press lets go of it before it tells of the release.
+        const bool release = IsRelease(message);
+        const bool before = std::exchange(self->m_releasing, self->m_releasing || release);
+        const bool lost = message == WM_DESTROY ||
+                          (message == WM_CAPTURECHANGED && !before && reinterpret_cast<HWND>(lParam) != window);
+        if (lost) self->Lose();
+        const auto answer = DefSubclassProc(window, message, wParam, lParam);
+        self->m_releasing = before;
+        if (release && GetCapture() != window) self->Lose();
+        return answer;
+    }
+
+    void Lose()
+    {
+        if (const auto lost = std::exchange(m_lost, nullptr)) lost();
+    }
+
+    HWND m_window;
+    std::function<void()> m_lost;
+    bool m_releasing = false;
+};
+
+Win32Drag::~Win32Drag() { Win32Drag::ReleaseCapture(); }
+
+Size Win32Drag::PictureSize(ImageListHandle list)
+{
+    Size size;
+    if (!ImageList_GetIconSize(HandleOf<HIMAGELIST>(list), &size.cx, &size.cy)) return {};
+    return size;
+}
+
+bool Win32Drag::BeginDrag(ImageListHandle list, Point hotSpot)
+{
+    return ImageList_BeginDrag(HandleOf<HIMAGELIST>(list), 0, hotSpot.x, hotSpot.y) != FALSE;
+}
+
+void Win32Drag::DragEnter(WindowHandle window, Point where) { ImageList_DragEnter(WindowOf(window), where.x, where.y); }
+
+void Win32Drag::DragMove(Point where) { ImageList_DragMove(where.x, where.y); }
+
+void Win32Drag::DragLeave(WindowHandle window) noexcept { ImageList_DragLeave(WindowOf(window)); }
+
+void Win32Drag::DragShowNolock(bool show) { ImageList_DragShowNolock(show ? TRUE : FALSE); }
+
+void Win32Drag::EndDrag() noexcept { ImageList_EndDrag(); }
+
+std::optional<Rect> Win32Drag::ClientRect(WindowHandle window)
+{
+    RECT rect{};
+    if (!GetClientRect(WindowOf(window), &rect)) return std::nullopt;
+    return RectOf(rect);
+}
+
+std::optional<Rect> Win32Drag::WindowRect(WindowHandle window)
+{
+    RECT rect{};
+    if (!GetWindowRect(WindowOf(window), &rect)) return std::nullopt;
+    return RectOf(rect);
+}
+
+std::optional<Point> Win32Drag::ClientToScreen(WindowHandle window, Point client)
+{
+    POINT point{client.x, client.y};
+    if (!::ClientToScreen(WindowOf(window), &point)) return std::nullopt;
+    return PointOf(point);
+}
+
+Point Win32Drag::ScreenToClient(WindowHandle window, Point screen)
+{
+    POINT point{screen.x, screen.y};
+    ::ScreenToClient(WindowOf(window), &point);
+    return PointOf(point);
+}
+
+std::optional<ScrollBar> Win32Drag::GetScrollInfo(WindowHandle window, int bar)
+{
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    if (!::GetScrollInfo(WindowOf(window), bar, &info)) return std::nullopt;
+    return ScrollBar{info.nMin, info.nMax, info.nPage, info.nPos};
+}
+
+int Win32Drag::GetScrollPos(WindowHandle window, int bar) { return ::GetScrollPos(WindowOf(window), bar); }
+
+void Win32Drag::UpdateWindow(WindowHandle window) { ::UpdateWindow(WindowOf(window)); }
+
+void Win32Drag::SetCapture(WindowHandle window, std::function<void()> lost)
+{
+    Win32Drag::ReleaseCapture();
+    if (!IsWindow(WindowOf(window))) return;
+    m_capture = std::make_shared<Capture>(WindowOf(window), std::move(lost));
+    m_capture->Begin();
+}
+
+void Win32Drag::ReleaseCapture() noexcept
+{
+    if (const auto capture = std::exchange(m_capture, nullptr)) capture->End();
+}
+
+}  // namespace sylvex

@@ -1,0 +1,284 @@
+#include "tests/component/automation.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <utility>
+
+#include "SylvexControl_h.h"
+#include "tests/component/component_file.h"
+
+namespace sylvex::test {
+namespace {
+
+constexpr HRESULT kNumbered = static_cast<HRESULT>(0x800A0000);
+
+// Every test here needs OLE on its thread.
+class OleThread : public testing::Environment {
+public:
+    void SetUp() override { OleInitialize(nullptr); }
+    void TearDown() override { OleUninitialize(); }
+};
+[[maybe_unused]] testing::Environment* const oleThread = testing::AddGlobalTestEnvironment(new OleThread);
+
+void Check(HRESULT result, EXCEPINFO* exception = nullptr)
+{
+    if (SUCCEEDED(result)) return;
+    Failure failure{result, {}};
+    if (result == DISP_E_EXCEPTION && exception) {
+        failure.number = exception->scode;
+        if (exception->bstrDescription) failure.description = exception->bstrDescription;
+        SysFreeString(exception->bstrDescription);
+        SysFreeString(exception->bstrSource);
+        SysFreeString(exception->bstrHelpFile);
+    }
+    if ((failure.number & ~0xFFFF) == kNumbered) failure.number &= 0xFFFF;
+    throw failure;
+}
+
+HMODULE Component()
+{
+    static const HMODULE module = LoadLibraryW(ComponentPath().c_str());
+    if (!module) throw std::runtime_error("the component does not load");
+    return module;
+}
+
+template <class Function>
+Function Export(const char* name)
+{
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(Component(), name)));
+}
+
+HRESULT Create(IUnknown* outer, REFIID id, void** object)
+{
+    const auto get = Export<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
+    IClassFactory* factory = nullptr;
+    Check(get(__uuidof(::Sylvex), IID_IClassFactory, reinterpret_cast<void**>(&factory)));
+    const HRESULT made = factory->CreateInstance(outer, id, object);
+    factory->Release();
+    return made;
+}
+
+const wchar_t* NameOf(DISPID event)
+{
+    static const wchar_t* const names[] = {L"ListItemChecked", L"NodeCheck", L"NodeClick", L"AfterLabelEdit",
+                                           L"BeforeLabelEdit", L"Collapse",  L"DblClick",  L"Expand",
+                                           L"KeyDown",         L"KeyPress",  L"KeyUp",     L"MouseUp",
+                                           L"MouseMove",       L"MouseDown", L"HitTest"};
+    return event >= 1 && event <= 15 ? names[event - 1] : L"?";
+}
+
+}  // namespace
+
+Value::Value(int value) : Value() { V_VT(&m_value) = VT_I4, V_I4(&m_value) = value; }
+
+Value::Value(bool value) : Value() { V_VT(&m_value) = VT_BOOL, V_BOOL(&m_value) = value ? VARIANT_TRUE : VARIANT_FALSE; }
+
+Value::Value(double value) : Value() { V_VT(&m_value) = VT_R8, V_R8(&m_value) = value; }
+
+Value::Value(const wchar_t* text) : Value() { V_VT(&m_value) = VT_BSTR, V_BSTR(&m_value) = SysAllocString(text); }
+
+Value::Value(IDispatch* object) : Value()
+{
+    V_VT(&m_value) = VT_DISPATCH, V_DISPATCH(&m_value) = object;
+    if (object) object->AddRef();
+}
+
+Value::Value(const VARIANT& source) : Value() { Check(VariantCopyInd(&m_value, const_cast<VARIANT*>(&source))); }
+
+Value Value::Missing()
+{
+    Value missing;
+    V_VT(&missing.m_value) = VT_ERROR, V_ERROR(&missing.m_value) = DISP_E_PARAMNOTFOUND;
+    return missing;
+}
+
+std::wstring Value::Text() const
+{
+    Value text;
+    Check(VariantChangeType(&text.m_value, const_cast<VARIANT*>(&m_value), 0, VT_BSTR));
+    return {V_BSTR(&text.m_value), SysStringLen(V_BSTR(&text.m_value))};
+}
+
+int Value::Number() const
+{
+    Value number;
+    Check(VariantChangeType(&number.m_value, const_cast<VARIANT*>(&m_value), 0, VT_I4));
+    return V_I4(&number.m_value);
+}
+
+bool Value::Flag() const
+{
+    if (V_VT(&m_value) != VT_BOOL) throw Failure{13, L"not a Boolean"};
+    return V_BOOL(&m_value) == VARIANT_TRUE;
+}
+
+bool Value::IsNothing() const { return V_VT(&m_value) == VT_DISPATCH && !V_DISPATCH(&m_value); }
+
+IDispatch* Value::Object() const
+{
+    if (V_VT(&m_value) != VT_DISPATCH) throw Failure{13, L"not an object"};
+    return V_DISPATCH(&m_value);
+}
+
+bool Value::Is(const Value& other) const
+{
+    IUnknown* mine = nullptr;
+    IUnknown* theirs = nullptr;
+    Check(Object()->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(&mine)));
+    Check(other.Object()->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(&theirs)));
+    mine->Release();
+    theirs->Release();
+    return mine == theirs;
+}
+
+Value Value::Invoke(const wchar_t* name, WORD kind, std::vector<Value>& arguments) const
+{
+    IDispatch* const object = Object();
+    if (!object) throw Failure{91, L"nothing"};
+    LPOLESTR asked = const_cast<LPOLESTR>(name);
+    DISPID member = DISPID_UNKNOWN;
+    Check(object->GetIDsOfNames(IID_NULL, &asked, 1, LOCALE_USER_DEFAULT, &member));
+    std::vector<VARIANT> reversed;
+    for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) reversed.push_back(argument->m_value);
+    DISPID written = DISPID_PROPERTYPUT;
+    const bool writes = (kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+    DISPPARAMS parameters{reversed.data(), writes ? &written : nullptr, static_cast<UINT>(reversed.size()),
+                          writes ? 1u : 0u};
+    Value result;
+    EXCEPINFO exception{};
+    Check(object->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, writes ? nullptr : &result.m_value,
+                         &exception, nullptr),
+          &exception);
+    return result;
+}
+
+Value Value::Get(const wchar_t* name, std::vector<Value> arguments) const
+{
+    return Invoke(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, arguments);
+}
+
+Value Value::Call(const wchar_t* name, std::vector<Value> arguments) const
+{
+    return Invoke(name, DISPATCH_METHOD, arguments);
+}
+
+void Value::Put(const wchar_t* name, const Value& value) const
+{
+    std::vector<Value> arguments{value};
+    Invoke(name, DISPATCH_PROPERTYPUT, arguments);
+}
+
+void Value::Set(const wchar_t* name, const Value& value) const
+{
+    std::vector<Value> arguments{value};
+    Invoke(name, DISPATCH_PROPERTYPUTREF, arguments);
+}
+
+std::vector<Value> Value::Each() const
+{
+    DISPPARAMS none{};
+    Value enumerator;
+    Check(Object()->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none,
+                           &enumerator.m_value, nullptr, nullptr));
+    IEnumVARIANT* items = nullptr;
+    Check(V_UNKNOWN(&enumerator.m_value)->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(&items)));
+    std::vector<Value> met;
+    for (Value item; items->Next(1, &item.m_value, nullptr) == S_OK; item = Value()) met.push_back(item);
+    items->Release();
+    return met;
+}
+
+long ErrorOf(const std::function<void()>& body)
+{
+    try {
+        body();
+        return 0;
+    } catch (const Failure& failure) {
+        return failure.number;
+    }
+}
+
+Value NewControl()
+{
+    IDispatch* control = nullptr;
+    Check(Create(nullptr, IID_IDispatch, reinterpret_cast<void**>(&control)));
+    const Value result(control);
+    control->Release();
+    return result;
+}
+
+IUnknown* NewInnerControl(IUnknown& outer)
+{
+    IUnknown* inner = nullptr;
+    Create(&outer, IID_IUnknown, reinterpret_cast<void**>(&inner));
+    return inner;
+}
+
+bool ComponentIsBusy() { return Export<HRESULT(WINAPI*)()>("DllCanUnloadNow")() != S_OK; }
+
+void PumpMessages()
+{
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+IConnectionPoint* PointOf(const Value& control, const IID& outgoing)
+{
+    IConnectionPointContainer* container = nullptr;
+    Check(control.Object()->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&container)));
+    IConnectionPoint* point = nullptr;
+    container->FindConnectionPoint(outgoing, &point);
+    container->Release();
+    return point;
+}
+
+EventLog::EventLog(const Value& control) : m_point(PointOf(control, __uuidof(::__Sylvex)))
+{
+    Check(m_point ? m_point->Advise(this, &m_cookie) : CONNECT_E_NOCONNECTION);
+}
+
+EventLog::~EventLog()
+{
+    Disconnect();
+    EXPECT_EQ(m_references, 0u) << "the control still holds a sink that has disconnected";
+}
+
+void EventLog::Disconnect()
+{
+    IConnectionPoint* const point = std::exchange(m_point, nullptr);
+    if (!point) return;
+    point->Unadvise(m_cookie);
+    point->Release();
+}
+
+std::wstring EventLog::Take() { return std::exchange(m_lines, std::wstring()); }
+
+STDMETHODIMP EventLog::QueryInterface(REFIID id, void** found)
+{
+    *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
+    if (!*found) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+}
+
+STDMETHODIMP EventLog::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*, UINT*)
+{
+    const std::wstring name = NameOf(event);
+    m_lines += (m_lines.empty() ? L"" : L"; ") + name;
+    std::vector<VARIANT*> ordered;
+    for (UINT index = arguments->cArgs; index-- > 0;) ordered.push_back(&arguments->rgvarg[index]);
+    for (const VARIANT* argument : ordered) {
+        const Value value(*argument);
+        const bool object = V_VT(&value.Raw()) == VT_DISPATCH;
+        m_lines += L" " + (object ? value.Get(L"Text").Text() : value.Text());
+    }
+    const auto handler = m_handlers.find(name);
+    if (handler != m_handlers.end()) handler->second(ordered);
+    return m_answer;
+}
+
+}  // namespace sylvex::test

@@ -1,0 +1,462 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <set>
+
+#include "component/ole_extent.h"
+#include "tests/component/key_sink.h"
+#include "tests/component/test_bag.h"
+#include "tests/component/test_container.h"
+
+namespace sylvex::test {
+namespace {
+
+// ---- The kinds of containers: each must end up with a living control in its form.
+
+using StartUp = std::function<HRESULT(TestContainer&, Embedded&)>;
+
+struct Kind {
+    const char* name;
+    StartUp start;
+};
+
+HRESULT SiteThenNew(TestContainer&, Embedded& embedded)
+{
+    EXPECT_HRESULT_SUCCEEDED(embedded.SetSite());
+    return embedded.InitNew();
+}
+
+HRESULT NewThenSite(TestContainer&, Embedded& embedded)
+{
+    EXPECT_HRESULT_SUCCEEDED(embedded.InitNew());
+    return embedded.SetSite();
+}
+
+HRESULT NeverPersists(TestContainer&, Embedded& embedded) { return embedded.SetSite(); }
+
+HRESULT QuickActivates(TestContainer& container, Embedded& embedded)
+{
+    QACONTAINER offer{};
+    offer.cbSize = sizeof offer;
+    offer.pClientSite = &container;
+    offer.pPropertyNotifySink = &container;
+    QACONTROL answer{};
+    answer.cbSize = sizeof answer;
+    const HRESULT result = embedded.As<IQuickActivate>()->QuickActivate(&offer, &answer);
+    EXPECT_NE(answer.dwPropNotifyCookie, 0u);
+    EXPECT_TRUE(answer.dwMiscStatus & OLEMISC_ACTIVATEWHENVISIBLE);
+    return SUCCEEDED(result) ? embedded.InitNew() : result;
+}
+
+HRESULT LoadsABag(TestContainer&, Embedded& embedded)
+{
+    TestBag bag;
+    EXPECT_HRESULT_SUCCEEDED(embedded.SetSite());
+    return embedded.As<IPersistPropertyBag>()->Load(&bag, nullptr);
+}
+
+HRESULT LoadsAStream(TestContainer& container, Embedded& embedded)
+{
+    Embedded saved(container);
+    const ComPtr<IStream> stream = NewStream();
+    EXPECT_HRESULT_SUCCEEDED(saved.As<IPersistStreamInit>()->Save(stream.Get(), TRUE));
+    Rewind(stream);
+    EXPECT_HRESULT_SUCCEEDED(embedded.SetSite());
+    return embedded.As<IPersistStreamInit>()->Load(stream.Get());
+}
+
+HRESULT LoadsAStorageBeforeTheSite(TestContainer& container, Embedded& embedded)
+{
+    Embedded saved(container);
+    const ComPtr<IStorage> storage = NewStorage();
+    EXPECT_HRESULT_SUCCEEDED(saved.As<IPersistStorage>()->Save(storage.Get(), FALSE));
+    EXPECT_HRESULT_SUCCEEDED(embedded.As<IPersistStorage>()->Load(storage.Get()));
+    return embedded.SetSite();
+}
+
+HRESULT SaysNothingOfItself(TestContainer& container, Embedded& embedded)
+{
+    container.ambients.reset();
+    return LoadsABag(container, embedded);
+}
+
+HRESULT HasLocaleZero(TestContainer& container, Embedded& embedded)
+{
+    container.SetAmbient(DISPID_AMBIENT_LOCALEID, 0L);
+    return LoadsABag(container, embedded);
+}
+
+HRESULT IsDesigning(TestContainer& container, Embedded& embedded)
+{
+    container.SetAmbient(DISPID_AMBIENT_USERMODE, false);
+    return SiteThenNew(container, embedded);
+}
+
+class Containers : public testing::TestWithParam<Kind> {};
+
+TEST_P(Containers, ShowTheControlAndLetItGo)
+{
+    TestContainer container;
+    {
+        Embedded embedded(container);
+        ASSERT_TRUE(embedded.control);
+        ASSERT_HRESULT_SUCCEEDED(GetParam().start(container, embedded));
+        ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_INPLACEACTIVATE));
+        DrainMessages();
+
+        const HWND tree = embedded.Tree();
+        EXPECT_TRUE(IsChild(container.Form(), tree));
+        EXPECT_TRUE(IsWindowVisible(tree));
+        EXPECT_EQ(SendMessageW(tree, TVM_GETCOUNT, 0, 0), 1) << "the placeholder node";
+        EXPECT_HRESULT_SUCCEEDED(embedded.control->put_Checkboxes(VARIANT_TRUE));
+        EXPECT_TRUE(GetWindowLongW(tree, GWL_STYLE) & TVS_CHECKBOXES);
+    }
+    EXPECT_EQ(container.References(), 0);
+    EXPECT_EQ(GetWindow(container.Form(), GW_CHILD), nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, Containers,
+                         testing::Values(Kind{"SiteThenNew", SiteThenNew}, Kind{"NewThenSite", NewThenSite},
+                                         Kind{"NeverPersists", NeverPersists}, Kind{"QuickActivates", QuickActivates},
+                                         Kind{"LoadsABag", LoadsABag}, Kind{"LoadsAStream", LoadsAStream},
+                                         Kind{"LoadsAStorageBeforeTheSite", LoadsAStorageBeforeTheSite},
+                                         Kind{"SaysNothingOfItself", SaysNothingOfItself},
+                                         Kind{"HasLocaleZero", HasLocaleZero}, Kind{"IsDesigning", IsDesigning}),
+                         [](const auto& info) { return info.param.name; });
+
+// ---- Activation
+
+TEST(Activation, GoesUpAndDownInTheOrderThatContainersExpect)
+{
+    TestContainer container;
+    Embedded embedded(container);
+    embedded.Start();
+    EXPECT_EQ(container.TakeLog(), "OnInPlaceActivate\nOnUIActivate\nOnFocus in\n");
+    EXPECT_TRUE(container.active);
+    EXPECT_EQ(GetFocus(), embedded.Tree());
+
+    EXPECT_HRESULT_SUCCEEDED(embedded.As<IOleInPlaceObject>()->UIDeactivate());
+    EXPECT_EQ(container.TakeLog(), "OnUIDeactivate\n");
+    EXPECT_FALSE(container.active);
+
+    EXPECT_HRESULT_SUCCEEDED(embedded.As<IOleInPlaceObject>()->InPlaceDeactivate());
+    EXPECT_EQ(container.TakeLog(), "OnFocus out\nOnInPlaceDeactivate\n");
+    EXPECT_FALSE(IsWindowVisible(embedded.Tree()));
+    EXPECT_EQ(GetFocus(), container.Form());
+
+    HWND window = nullptr;
+    EXPECT_HRESULT_FAILED(embedded.As<IOleWindow>()->GetWindow(&window));
+}
+
+TEST(Activation, KeepsTheTreeWhileTheControlIsHidden)
+{
+    TestContainer container;
+    Embedded embedded(container);
+    embedded.Start();
+    ASSERT_HRESULT_SUCCEEDED(embedded.control->Enumerate());
+    const LRESULT loaded = SendMessageW(embedded.Tree(), TVM_GETCOUNT, 0, 0);
+    EXPECT_GT(loaded, 1);
+
+    EXPECT_HRESULT_SUCCEEDED(embedded.As<IOleInPlaceObject>()->InPlaceDeactivate());
+    EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_SHOW));
+    EXPECT_EQ(SendMessageW(embedded.Tree(), TVM_GETCOUNT, 0, 0), loaded);
+    EXPECT_TRUE(IsWindowVisible(embedded.Tree()));
+}
+
+TEST(Activation, SurvivesTheEndOfItsContainersWindow)
+{
+    TestContainer container;
+    Embedded embedded(container);
+    embedded.Start();
+    ASSERT_HRESULT_SUCCEEDED(embedded.control->Enumerate());
+    container.active.Reset();
+    container.DestroyForm();
+    DrainMessages();
+
+    EXPECT_HRESULT_SUCCEEDED(embedded.control->put_FullRowSelect(VARIANT_TRUE));
+    container.NewForm();
+    EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_SHOW));
+    EXPECT_TRUE(IsChild(container.Form(), embedded.Tree()));
+    EXPECT_GT(SendMessageW(embedded.Tree(), TVM_GETCOUNT, 0, 0), 1);
+}
+
+TEST(Activation, VerbsShowHideAndOpenTheProperties)
+{
+    TestContainer container;
+    Embedded embedded(container);
+    ASSERT_HRESULT_SUCCEEDED(embedded.SetSite());
+    EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_SHOW));
+    EXPECT_TRUE(IsWindowVisible(embedded.Tree()));
+    EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_HIDE));
+    EXPECT_FALSE(IsWindowVisible(embedded.Tree()));
+    EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_SHOW));
+    EXPECT_TRUE(IsWindowVisible(embedded.Tree()));
+    EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_PRIMARY));
+    EXPECT_TRUE(container.active);
+
+    container.TakeLog();
+    EXPECT_EQ(embedded.Do(OLEIVERB_PROPERTIES), S_OK);
+    EXPECT_EQ(container.TakeLog(), "ShowPropertyFrame\n");
+    EXPECT_EQ(embedded.Do(OLEIVERB_OPEN), E_NOTIMPL);
+    EXPECT_EQ(embedded.Do(77), OLEOBJ_S_INVALIDVERB);
+
+    ComPtr<IEnumOLEVERB> verbs;
+    ASSERT_HRESULT_SUCCEEDED(embedded.object->EnumVerbs(verbs.Put()));
+    OLEVERB verb{};
+    std::set<LONG> numbers;
+    while (verbs->Next(1, &verb, nullptr) == S_OK) {
+        numbers.insert(verb.lVerb);
+        CoTaskMemFree(verb.lpszVerbName);
+    }
+    EXPECT_EQ(numbers, (std::set<LONG>{0, 1}));
+}
+
+TEST(Activation, NamesTheSystemsPagesForFontsColoursAndPictures)
+{
+    TestContainer container;
+    Embedded embedded(container);
+    CAUUID pages{};
+    ASSERT_HRESULT_SUCCEEDED(embedded.As<ISpecifyPropertyPages>()->GetPages(&pages));
+    EXPECT_EQ(pages.cElems, 3u);
+    CoTaskMemFree(pages.pElems);
+}
+
+TEST(Activation, TwoControlsOnOneFormHandTheInterfaceOver)
+{
+    TestContainer container;
+    TestContainer other;
+    Embedded first(container);
+    Embedded second(other);
+    first.Start();
+    second.Start();
+    EXPECT_EQ(GetFocus(), second.Tree());
+    container.TakeLog();
+    other.TakeLog();
+
+    SetFocus(first.Tree());
+    DrainMessages();
+    EXPECT_EQ(other.TakeLog(), "OnFocus out\n");
+    // A container takes the interface from the control that had it.
+    EXPECT_HRESULT_SUCCEEDED(second.As<IOleInPlaceObject>()->UIDeactivate());
+    EXPECT_EQ(container.TakeLog(), "OnFocus in\n");
+    EXPECT_HRESULT_SUCCEEDED(first.control->put_FullRowSelect(VARIANT_TRUE));
+    VARIANT_BOOL otherValue = VARIANT_TRUE;
+    EXPECT_HRESULT_SUCCEEDED(second.control->get_FullRowSelect(&otherValue));
+    EXPECT_EQ(otherValue, VARIANT_FALSE);
+}
+
+TEST(Activation, ComesWithTheFocusAtRunTimeOnly)
+{
+    TestContainer container;
+    Embedded embedded(container);
+    ASSERT_HRESULT_SUCCEEDED(embedded.SetSite());
+    ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_INPLACEACTIVATE));
+    container.TakeLog();
+    SetFocus(embedded.Tree());
+    EXPECT_EQ(container.TakeLog(), "OnUIActivate\nOnFocus in\n");
+    EXPECT_HRESULT_SUCCEEDED(embedded.As<IOleInPlaceObject>()->UIDeactivate());
+    SetFocus(container.Form());
+
+    container.SetAmbient(DISPID_AMBIENT_USERMODE, false);
+    container.TakeLog();
+    SetFocus(embedded.Tree());
+    EXPECT_EQ(container.TakeLog(), "OnFocus in\n");
+}
+
+std::string FontOf(const Embedded& embedded)
+{
+    ComPtr<IFontDisp> font;
+    embedded.control->get_Font(font.Put());
+    return TextOf(font.Get());
+}
+
+TEST(Activation, FollowsTheAmbientProperties)
+{
+    TestContainer container;
+    container.font = NewFont(L"Arial", 12);
+    Embedded embedded(container);
+    ASSERT_HRESULT_SUCCEEDED(LoadsABag(container, embedded));
+    ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_UIACTIVATE));
+    const ComPtr<IOleControl> control = embedded.As<IOleControl>();
+
+    container.font = NewFont(L"Arial", 20, true);
+    EXPECT_HRESULT_SUCCEEDED(control->OnAmbientPropertyChange(DISPID_AMBIENT_FONT));
+    EXPECT_EQ(FontOf(embedded), TextOf(NewFont(L"Arial", 20, true).Get()));
+    EXPECT_HRESULT_SUCCEEDED(embedded.control->putref_Font(NewFont(L"Arial", 9).Get()));
+    EXPECT_HRESULT_SUCCEEDED(control->OnAmbientPropertyChange(DISPID_UNKNOWN));
+    EXPECT_EQ(FontOf(embedded), TextOf(NewFont(L"Arial", 9).Get())) << "a font of its own stays";
+
+    container.SetAmbient(DISPID_AMBIENT_UIDEAD, true);
+    EXPECT_HRESULT_SUCCEEDED(control->OnAmbientPropertyChange(DISPID_AMBIENT_UIDEAD));
+    EXPECT_FALSE(container.active);
+    EXPECT_FALSE(IsWindowEnabled(GetParent(embedded.Tree())));
+    container.SetAmbient(DISPID_AMBIENT_UIDEAD, false);
+    EXPECT_HRESULT_SUCCEEDED(control->OnAmbientPropertyChange(DISPID_AMBIENT_UIDEAD));
+    EXPECT_TRUE(IsWindowEnabled(GetParent(embedded.Tree())));
+}
+
+// ---- Size
+
+TEST(Extent, IsInHimetricAndBecomesPixelsOfTheScreen)
+{
+    struct {
+        SIZEL himetric;
+        int resolution;
+        int width, height;
+    } const cases[] = {{{2540, 1270}, 96, 96, 48}, {{2540, 1270}, 120, 120, 60}, {{2540, 1270}, 144, 144, 72},
+                       {{2540, 1270}, 192, 192, 96}, {{0, 0}, 96, 0, 0},           {{26, 27}, 96, 1, 1}};
+    for (const auto& [himetric, resolution, width, height] : cases) {
+        const Size pixels = PixelsOf(himetric, {resolution, resolution});
+        EXPECT_EQ(pixels.cx, width) << resolution;
+        EXPECT_EQ(pixels.cy, height) << resolution;
+    }
+}
+
+TEST(Extent, SizesTheControlHiddenAndInPlace)
+{
+    TestContainer container;
+    Embedded embedded(container);
+    ASSERT_HRESULT_SUCCEEDED(embedded.SetSite());
+    SIZEL size{5080, 2540};
+    EXPECT_HRESULT_SUCCEEDED(embedded.object->SetExtent(DVASPECT_CONTENT, &size));
+    SIZEL read{};
+    EXPECT_HRESULT_SUCCEEDED(embedded.As<IViewObject2>()->GetExtent(DVASPECT_CONTENT, -1, nullptr, &read));
+    EXPECT_EQ(read.cx, 5080);
+    EXPECT_EQ(read.cy, 2540);
+    const Size pixels = PixelsOf(size, ScreenResolution());
+    RECT tree{};
+    GetWindowRect(embedded.Tree(), &tree);
+    EXPECT_EQ(tree.right - tree.left, pixels.cx);
+    EXPECT_EQ(tree.bottom - tree.top, pixels.cy);
+
+    ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_INPLACEACTIVATE));
+    container.resized = embedded.object.Get();
+    size = {2540, 2540};
+    EXPECT_HRESULT_SUCCEEDED(embedded.object->SetExtent(DVASPECT_CONTENT, &size));
+    GetWindowRect(embedded.Tree(), &tree);
+    EXPECT_EQ(tree.right - tree.left, PixelsOf(size, ScreenResolution()).cx);
+
+    EXPECT_EQ(embedded.object->SetExtent(DVASPECT_ICON, &size), DV_E_DVASPECT);
+    size = {-1, 5};
+    EXPECT_HRESULT_FAILED(embedded.object->SetExtent(DVASPECT_CONTENT, &size));
+    size = {0, 0};
+    EXPECT_HRESULT_SUCCEEDED(embedded.object->SetExtent(DVASPECT_CONTENT, &size));
+}
+
+TEST(Extent, IsClippedToWhatTheContainerShows)
+{
+    TestContainer container;
+    Embedded embedded(container);
+    embedded.Start();
+    const RECT place{20, 30, 220, 180};
+    const RECT clip{70, 0, 1000, 1000};
+    EXPECT_HRESULT_SUCCEEDED(embedded.As<IOleInPlaceObject>()->SetObjectRects(&place, &clip));
+    HWND window = nullptr;
+    ASSERT_HRESULT_SUCCEEDED(embedded.As<IOleInPlaceObject>()->GetWindow(&window));
+    RECT where{};
+    GetWindowRect(window, &where);
+    MapWindowPoints(nullptr, container.Form(), reinterpret_cast<POINT*>(&where), 2);
+    EXPECT_TRUE(EqualRect(&where, &place));
+    RECT seen{};
+    GetWindowRgnBox(window, &seen);
+    EXPECT_EQ(seen.left, 50);
+    EXPECT_EQ(seen.right, 200);
+}
+
+// ---- The end
+
+TEST(End, MayComeInsideAnEventOfTheControl)
+{
+    KeySink sink;
+    TestContainer container;
+    Embedded embedded(container);
+    embedded.Start();
+    sink.Connect(embedded);
+    sink.onKey = [&] { embedded.Close(); };
+    const HWND tree = embedded.Tree();
+    container.Key(WM_KEYDOWN, VK_DOWN);
+    DrainMessages();
+    EXPECT_EQ(sink.keys.size(), 1u);
+    EXPECT_FALSE(IsWindow(tree));
+    EXPECT_EQ(container.References(), 0);
+}
+
+TEST(End, OfTheFormInsideAnEventOfTheControl)
+{
+    KeySink sink;
+    TestContainer container;
+    Embedded embedded(container);
+    embedded.Start();
+    sink.Connect(embedded);
+    sink.onKey = [&] {
+        container.active.Reset();
+        container.DestroyForm();
+        embedded.Close();
+    };
+    container.Key(WM_KEYDOWN, VK_DOWN);
+    DrainMessages();
+    EXPECT_EQ(container.References(), 0);
+}
+
+TEST(End, SavesThroughTheSiteOnlyWhenThereIsSomethingToSave)
+{
+    TestContainer container;
+    Embedded embedded(container);
+    embedded.Start();
+    container.TakeLog();
+    EXPECT_HRESULT_SUCCEEDED(embedded.object->Close(OLECLOSE_SAVEIFDIRTY));
+    EXPECT_EQ(container.TakeLog().find("SaveObject"), std::string::npos);
+    EXPECT_HRESULT_SUCCEEDED(embedded.control->put_HotTracking(VARIANT_TRUE));
+    EXPECT_HRESULT_SUCCEEDED(embedded.object->Close(OLECLOSE_SAVEIFDIRTY));
+    EXPECT_NE(container.TakeLog().find("SaveObject"), std::string::npos);
+}
+
+BOOL CALLBACK CountWindow(HWND, LPARAM count)
+{
+    ++*reinterpret_cast<int*>(count);
+    return TRUE;
+}
+
+int WindowsOfThread()
+{
+    int count = 0;
+    EnumThreadWindows(GetCurrentThreadId(), CountWindow, reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
+struct Handles {
+    DWORD gdi = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    DWORD user = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    int windows = WindowsOfThread();
+};
+
+TEST(End, LeavesNothingBehindAfterManyLives)
+{
+    TestContainer container;
+    container.font = NewFont(L"Arial", 12);
+    const ComPtr<IPictureDisp> picture = NewPicture();
+    const auto live = [&](bool full) {
+        Embedded embedded(container);
+        embedded.Start();
+        embedded.control->put_Checkboxes(VARIANT_TRUE);
+        embedded.control->putref_Font(container.font.Get());
+        embedded.control->putref_MouseIcon(picture.Get());
+        embedded.control->putref_Picture(picture.Get());
+        if (full) embedded.control->Enumerate();
+    };
+    for (int i = 0; i < 20; ++i) live(i % 5 == 0);
+    const Handles before;
+    for (int i = 0; i < 500; ++i) live(i % 50 == 0);
+    const Handles after;
+    EXPECT_EQ(container.References(), 0);
+    EXPECT_EQ(after.windows, before.windows);
+    EXPECT_LE(after.gdi, before.gdi + 5);
+    EXPECT_LE(after.user, before.user + 5);
+}
+
+}  // namespace
+}  // namespace sylvex::test

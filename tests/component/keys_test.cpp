@@ -1,0 +1,112 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <gtest/gtest.h>
+
+#include "tests/component/key_sink.h"
+
+namespace sylvex::test {
+namespace {
+
+class Keys : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        embedded.Start();
+        sink.Connect(embedded);
+        container.TakeLog();
+    }
+
+    HRESULT Translate(UINT message, WPARAM key)
+    {
+        MSG offered{GetFocus(), message, key, 1, 0, {}};
+        return embedded.As<IOleInPlaceActiveObject>()->TranslateAccelerator(&offered);
+    }
+
+    KeySink sink;
+    TestContainer container;
+    Embedded embedded{container};
+};
+
+TEST_F(Keys, OfTheTreeComeBeforeTheContainersOwn)
+{
+    const std::vector<short> own{VK_RETURN, VK_ESCAPE, VK_UP, VK_DOWN, VK_LEFT, VK_RIGHT, VK_HOME,
+                                 VK_END,    VK_PRIOR,  VK_NEXT, VK_F2, 'A',     VK_SPACE, VK_MULTIPLY};
+    for (const short key : own) EXPECT_EQ(Translate(WM_KEYDOWN, static_cast<WPARAM>(key)), S_OK) << key;
+    DrainMessages();
+    EXPECT_EQ(sink.keys, own);
+    EXPECT_EQ(container.TakeLog(), "") << "the container is not asked";
+}
+
+TEST_F(Keys, ThatTheTreeHasNoUseForGoToTheContainer)
+{
+    for (const WPARAM key : {VK_TAB, VK_F5, VK_INSERT}) EXPECT_EQ(Translate(WM_KEYDOWN, key), S_OK) << key;
+    EXPECT_EQ(container.TakeLog(), "Key 9\nKey 116\nKey 45\n");
+    EXPECT_TRUE(sink.keys.empty());
+
+    container.keyAnswer = S_FALSE;
+    EXPECT_EQ(Translate(WM_KEYDOWN, VK_TAB), S_FALSE) << "the container's loop goes on with it";
+    SetFocus(container.Form());
+    EXPECT_EQ(Translate(WM_KEYDOWN, VK_RETURN), S_FALSE) << "the focus is elsewhere";
+}
+
+TEST_F(Keys, WhileALabelIsEditedBelongToTheEdit)
+{
+    embedded.control->put_LabelEdit(tvwAutomatic);
+    const HWND tree = embedded.Tree();
+    const auto root = SendMessageW(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0);
+    SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, root);
+    const auto open = [&] {
+        return reinterpret_cast<HWND>(SendMessageW(tree, TVM_EDITLABELW, 0, root));
+    };
+    HWND edit = open();
+    ASSERT_TRUE(IsWindow(edit));
+    EXPECT_EQ(GetFocus(), edit);
+    EXPECT_TRUE(container.active) << "the interface stays while the label has the focus";
+    container.TakeLog();
+
+    SetWindowTextW(edit, L"");
+    container.Key(WM_KEYDOWN, 'Q');
+    container.Key(WM_KEYDOWN, VK_LEFT);
+    wchar_t text[8] = {};
+    GetWindowTextW(edit, text, ARRAYSIZE(text));
+    EXPECT_STREQ(text, L"q");
+    EXPECT_TRUE(sink.keys.empty()) << "the tree hears nothing";
+
+    container.Key(WM_KEYDOWN, VK_ESCAPE);
+    EXPECT_FALSE(SendMessageW(tree, TVM_GETEDITCONTROL, 0, 0));
+    EXPECT_EQ(GetFocus(), tree);
+    EXPECT_EQ(container.TakeLog(), "") << "the focus never left the control";
+
+    edit = open();
+    SetFocus(container.Form());
+    DrainMessages();
+    EXPECT_EQ(container.TakeLog(), "OnFocus out\n");
+}
+
+TEST_F(Keys, AreAnnouncedToTheContainersDefaultButtons)
+{
+    CONTROLINFO info{};
+    info.cb = sizeof info;
+    ASSERT_HRESULT_SUCCEEDED(embedded.As<IOleControl>()->GetControlInfo(&info));
+    EXPECT_EQ(info.dwFlags, DWORD{CTRLINFO_EATS_RETURN | CTRLINFO_EATS_ESCAPE});
+    EXPECT_EQ(info.cAccel, 0);
+}
+
+TEST_F(Keys, RaiseNoEventsWhileTheyAreFrozen)
+{
+    const ComPtr<IOleControl> control = embedded.As<IOleControl>();
+    control->FreezeEvents(TRUE);
+    control->FreezeEvents(TRUE);
+    container.Key(WM_KEYDOWN, VK_DOWN);
+    control->FreezeEvents(FALSE);
+    container.Key(WM_KEYDOWN, VK_DOWN);
+    EXPECT_TRUE(sink.keys.empty());
+    control->FreezeEvents(FALSE);
+    container.Key(WM_KEYDOWN, VK_UP);
+    EXPECT_EQ(sink.keys, std::vector<short>{VK_UP});
+}
+
+}  // namespace
+}  // namespace sylvex::test

@@ -1,0 +1,289 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "tests/component/automation.h"
+
+namespace sylvex::test {
+namespace {
+
+constexpr long kTypeMismatch = 13;
+constexpr long kObjectNotSet = 91;
+constexpr long kInvalidValue = 380;
+constexpr long kIndexOutOfBounds = 35600;
+constexpr long kElementNotFound = 35601;
+constexpr long kKeyNotUnique = 35602;
+constexpr long kInvalidKey = 35603;
+constexpr long kNodeGone = 35605;
+constexpr long kCycle = 35614;
+
+constexpr int kFirst = 0, kLast = 1, kNext = 2, kPrevious = 3, kChild = 4;
+
+/// "a(b c(d)) e": the texts of a node's row of siblings with what is below each.
+std::wstring Branches(Value node)
+{
+    std::wstring text;
+    for (; !node.IsNothing(); node = node.Get(L"Next")) {
+        text += (text.empty() ? L"" : L" ") + node.Get(L"Text").Text();
+        if (node.Get(L"Children").Number() > 0) text += L"(" + Branches(node.Get(L"Child")) + L")";
+    }
+    return text;
+}
+
+// A control's tree with nothing in it, as a host reaches it.
+class TreeObjects : public testing::Test {
+protected:
+    TreeObjects() { nodes.Call(L"Clear"); }
+
+    Value Add(const Value& relative, const Value& relationship, const wchar_t* text, const Value& key = Value::Missing())
+    {
+        return nodes.Call(L"Add", {relative, relationship, key, text});
+    }
+    Value Root(const wchar_t* text) { return Add(Value::Missing(), Value::Missing(), text); }
+    Value Child(const Value& parent, const wchar_t* text) { return Add(parent, kChild, text); }
+    std::wstring Tree()
+    {
+        if (nodes.Get(L"Count").Number() == 0) return {};
+        return Branches(nodes.Get(L"Item", {1}).Get(L"Root").Get(L"FirstSibling"));
+    }
+
+    ReportLog reports;
+    Value control = NewControl();
+    Value tree = control.Get(L"TreeView");
+    Value nodes = tree.Get(L"Nodes");
+};
+
+TEST_F(TreeObjects, AddPlacesANodeAsItsRelationshipSays)
+{
+    const Value b = Root(L"b");
+    Root(L"e");
+    Add(b, Value::Missing(), L"c");
+    Add(2, kPrevious, L"d");
+    Add(b, kFirst, L"a");
+    Add(b, kLast, L"f");
+    Add(b, kChild, L"1", L"first");
+    Add(L"first", kNext, L"2");
+    EXPECT_EQ(Tree(), L"a b(1 2) c d e f");
+}
+
+TEST_F(TreeObjects, AddRefusesWhatItCannotPlace)
+{
+    const Value node = Add(Value::Missing(), Value::Missing(), L"a", L"key");
+    const Value other = NewControl();
+    const Value foreign = other.Get(L"TreeView").Get(L"Nodes").Get(L"Item", {1});
+    const Value gone = Root(L"gone");
+    nodes.Call(L"Remove", {gone.Get(L"Index")});
+    const Value none = Value::Missing();
+    const struct {
+        const char* what;
+        std::vector<Value> arguments;
+        long error;
+    } cases[] = {
+        {"a key in use", {none, none, L"key", L"x"}, kKeyNotUnique},
+        {"a number as key", {none, none, L"12", L"x"}, kInvalidKey},
+        {"an unknown relative", {L"nobody", kChild, none, L"x"}, kElementNotFound},
+        {"an index beyond the last", {9, kChild, none, L"x"}, kIndexOutOfBounds},
+        {"a node of another tree", {foreign, kChild, none, L"x"}, kElementNotFound},
+        {"a removed node", {gone, kChild, none, L"x"}, kNodeGone},
+        {"an object that is no node", {control, kChild, none, L"x"}, kTypeMismatch},
+        {"an unknown relationship", {node, 5, none, L"x"}, kInvalidValue},
+        {"an unknown picture", {none, none, none, L"x", L"nopicture"}, kElementNotFound},
+        {"a picture number beyond the last", {none, none, none, L"x", none, 999}, kElementNotFound},
+    };
+    for (const auto& [what, arguments, error] : cases) {
+        EXPECT_EQ(ErrorOf([&] { nodes.Call(L"Add", arguments); }), error) << what;
+    }
+    EXPECT_EQ(Tree(), L"a") << "a refused node must not be there";
+    EXPECT_EQ(reports.Take(), L"") << "errors of the tree's own objects are the caller's";
+}
+
+TEST_F(TreeObjects, NodesAreFoundByAnyNumberAndByKey)
+{
+    const Value a = Root(L"a");
+    const Value b = Add(Value::Missing(), Value::Missing(), L"b", L"second");
+    EXPECT_TRUE(nodes.Get(L"Item", {2}).Is(b));
+    EXPECT_TRUE(nodes.Get(L"Item", {1.4}).Is(a));
+    EXPECT_TRUE(nodes.Get(L"Item", {L"second"}).Is(b));
+    EXPECT_EQ(ErrorOf([&] { nodes.Get(L"Item", {0}); }), kIndexOutOfBounds);
+    EXPECT_EQ(ErrorOf([&] { nodes.Get(L"Item", {3e10}); }), kIndexOutOfBounds);
+    EXPECT_EQ(ErrorOf([&] { nodes.Get(L"Item", {L"2"}); }), kElementNotFound) << "a text is a key, whatever it reads";
+    EXPECT_EQ(ErrorOf([&] { nodes.Get(L"Item", {a}); }), kTypeMismatch);
+}
+
+TEST_F(TreeObjects, ANodeHasOneObjectWhileItIsHeld)
+{
+    const Value a = Root(L"a");
+    const Value b = Child(a, L"b");
+    EXPECT_TRUE(a.Get(L"Child").Is(b));
+    EXPECT_TRUE(b.Get(L"Parent").Is(a));
+    EXPECT_TRUE(b.Get(L"Root").Is(nodes.Get(L"Item", {1})));
+    EXPECT_TRUE(control.Get(L"TreeView").Get(L"Nodes").Is(nodes));
+    for (const wchar_t* const absent : {L"Parent", L"Next", L"Previous"}) EXPECT_TRUE(a.Get(absent).IsNothing());
+    EXPECT_TRUE(b.Get(L"Child").IsNothing());
+    EXPECT_TRUE(tree.Get(L"SelectedItem").IsNothing());
+}
+
+TEST_F(TreeObjects, PropertiesOfANodeReachItsTree)
+{
+    const Value a = Add(Value::Missing(), Value::Missing(), L"a", L"k");
+    const Value b = Child(a, L"b");
+    // A lone child without children would be taken for a placeholder when the node is expanded.
+    Child(a, L"b2");
+    EXPECT_EQ(b.Get(L"FullPath").Text(), L"a\\b");
+    a.Put(L"Text", L"A");
+    a.Put(L"Key", L"K");
+    EXPECT_EQ(nodes.Get(L"Item", {L"K"}).Get(L"Text").Text(), L"A");
+    EXPECT_EQ(ErrorOf([&] { b.Put(L"Key", L"K"); }), kKeyNotUnique);
+    EXPECT_EQ(V_VT(&a.Get(L"Image").Raw()), VT_EMPTY);
+    a.Put(L"Image", L"cl");
+    EXPECT_EQ(a.Get(L"Image").Text(), L"cl");
+    a.Put(L"Image", 2);
+    EXPECT_EQ(a.Get(L"Image").Number(), 2);
+    EXPECT_EQ(ErrorOf([&] { a.Put(L"Image", L"nopicture"); }), kElementNotFound);
+    for (const wchar_t* const flag : {L"Checked", L"Bold", L"Expanded", L"Selected", L"Sorted"}) {
+        EXPECT_FALSE(a.Get(flag).Flag());
+        a.Put(flag, true);
+        EXPECT_TRUE(a.Get(flag).Flag());
+    }
+    EXPECT_TRUE(control.Get(L"SelectedItem").Is(a));
+    const Value c = Root(L"c");
+    b.Set(L"Parent", c);
+    EXPECT_EQ(Tree(), L"A(b2) c(b)");
+    EXPECT_EQ(ErrorOf([&] { c.Set(L"Parent", b); }), kCycle);
+    EXPECT_EQ(ErrorOf([&] { c.Set(L"Parent", Value(static_cast<IDispatch*>(nullptr))); }), kObjectNotSet);
+}
+
+TEST_F(TreeObjects, TagKeepsAnyValue)
+{
+    const Value node = Root(L"a");
+    EXPECT_EQ(V_VT(&node.Get(L"Tag").Raw()), VT_EMPTY);
+    node.Put(L"Tag", L"text");
+    EXPECT_EQ(node.Get(L"Tag").Text(), L"text");
+    {
+        EventLog object(control);
+        object.Disconnect();
+        node.Set(L"Tag", static_cast<IDispatch*>(&object));
+        EXPECT_EQ(node.Get(L"Tag").Object(), &object);
+        nodes.Call(L"Clear");
+        EXPECT_EQ(object.References(), 0u) << "a tag goes with its node";
+    }
+}
+
+TEST_F(TreeObjects, RemovedNodesAnswerWithAnError)
+{
+    const Value a = Root(L"a");
+    const Value b = Child(a, L"b");
+    nodes.Call(L"Remove", {a.Get(L"Index")});
+    for (const Value& node : {a, b}) {
+        EXPECT_EQ(ErrorOf([&] { node.Get(L"Text"); }), kNodeGone);
+        EXPECT_EQ(ErrorOf([&] { node.Put(L"Expanded", true); }), kNodeGone);
+        EXPECT_EQ(ErrorOf([&] { node.Call(L"EnsureVisible"); }), kNodeGone);
+    }
+    EXPECT_EQ(ErrorOf([&] { control.Set(L"SelectedItem", a); }), kNodeGone);
+    EXPECT_EQ(ErrorOf([&] { tree.Set(L"DropHighlight", b); }), kNodeGone);
+    EXPECT_EQ(nodes.Get(L"Count").Number(), 0);
+}
+
+TEST_F(TreeObjects, ObjectsOutliveTheControl)
+{
+    const Value a = Root(L"a");
+    Value other = NewControl();
+    const Value otherTree = other.Get(L"TreeView");
+    const Value otherNodes = otherTree.Get(L"Nodes");
+    const Value node = otherNodes.Get(L"Item", {1});
+    const Value met = otherNodes.Each().front();
+    other = Value();
+    EXPECT_EQ(ErrorOf([&] { otherTree.Get(L"Visible"); }), kNodeGone);
+    EXPECT_EQ(ErrorOf([&] { otherNodes.Get(L"Count"); }), kNodeGone);
+    EXPECT_EQ(ErrorOf([&] { node.Get(L"Text"); }), kNodeGone);
+    EXPECT_EQ(ErrorOf([&] { a.Set(L"Parent", node); }), kNodeGone);
+}
+
+TEST_F(TreeObjects, ForEachMeetsEveryNodeInTheOrderOfAdding)
+{
+    const Value a = Root(L"a");
+    Root(L"c");
+    Child(a, L"b");
+    std::wstring texts;
+    for (const Value& node : nodes.Each()) texts += node.Get(L"Text").Text();
+    EXPECT_EQ(texts, L"acb");
+}
+
+TEST_F(TreeObjects, EnumeratorStandsChangesMeanwhile)
+{
+    const auto walk = [&](const std::function<void(const Value&)>& change) {
+        nodes.Call(L"Clear");
+        for (const wchar_t* const text : {L"a", L"b", L"c", L"d"}) Root(text);
+        DISPPARAMS none{};
+        Value enumerator;
+        nodes.Object()->Invoke(DISPID_NEWENUM, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, &enumerator.Raw(), nullptr,
+                               nullptr);
+        IEnumVARIANT* items = nullptr;
+        V_UNKNOWN(&enumerator.Raw())->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(&items));
+        std::wstring met;
+        for (Value item; items->Next(1, &item.Raw(), nullptr) == S_OK; item = Value()) {
+            met += item.Get(L"Text").Text();
+            change(item);
+        }
+        items->Release();
+        return met;
+    };
+    EXPECT_EQ(walk([&](const Value& node) { nodes.Call(L"Remove", {node.Get(L"Index")}); }), L"abcd");
+    EXPECT_EQ(walk([&](const Value& node) {
+                  if (node.Get(L"Text").Text() == L"b") nodes.Call(L"Remove", {1});
+              }),
+              L"abcd");
+    EXPECT_EQ(walk([&](const Value&) { nodes.Call(L"Clear"); }), L"a");
+    EXPECT_EQ(walk([&](const Value& node) {
+                  if (node.Get(L"Text").Text() == L"d") Root(L"e");
+              }),
+              L"abcde");
+}
+
+TEST_F(TreeObjects, SettingsOfTheTreeAreThoseOfTheControl)
+{
+    const struct {
+        const wchar_t* name;
+        int value;
+        int bad;
+    } settings[] = {{L"Appearance", 0, 2}, {L"BorderStyle", 1, -1}, {L"LabelEdit", 1, 2}, {L"LineStyle", 1, 2},
+                    {L"MousePointer", 99, 16}};
+    for (const auto& [name, value, bad] : settings) {
+        tree.Put(name, value);
+        EXPECT_EQ(control.Get(name).Number(), value) << name;
+        EXPECT_EQ(ErrorOf([&, name = name, bad = bad] { tree.Put(name, bad); }), kInvalidValue) << name;
+        EXPECT_EQ(tree.Get(name).Number(), value) << name;
+    }
+    for (const wchar_t* const flag : {L"Checkboxes", L"FullRowSelect", L"HotTracking"}) {
+        tree.Put(flag, true);
+        EXPECT_TRUE(control.Get(flag).Flag()) << flag;
+    }
+    EXPECT_EQ(control.Get(L"hWnd").Number(), tree.Get(L"hWnd").Number());
+}
+
+TEST_F(TreeObjects, RootsStaySortedWhileTheTreeSaysSo)
+{
+    for (const wchar_t* const text : {L"b", L"c", L"a"}) Root(text);
+    tree.Put(L"Sorted", true);
+    Root(L"B2");
+    EXPECT_EQ(Tree(), L"a b B2 c");
+}
+
+TEST_F(TreeObjects, HitTestTakesTheUnitsOfTheEvents)
+{
+    const Value a = Root(L"a");
+    const Value b = Root(L"b");
+    const HWND window = reinterpret_cast<HWND>(static_cast<INT_PTR>(tree.Get(L"hWnd").Number()));
+    SetWindowPos(window, nullptr, 0, 0, 200, 200, SWP_NOMOVE | SWP_NOZORDER);
+    // In the middle of the second row, in pixels; without a container the unit is the twip.
+    const int height = static_cast<int>(SendMessageW(window, 0x1100 + 28 /* TVM_GETITEMHEIGHT */, 0, 0));
+    const HDC screen = GetDC(nullptr);
+    const double twips = 1440.0 / GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    EXPECT_TRUE(tree.Call(L"HitTest", {30 * twips, height * 1.5 * twips}).Is(b));
+    EXPECT_TRUE(tree.Call(L"HitTest", {30 * twips, 190 * twips}).IsNothing());
+}
+
+}  // namespace
+}  // namespace sylvex::test

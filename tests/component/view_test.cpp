@@ -1,0 +1,166 @@
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "tests/component/test_container.h"
+
+namespace sylvex::test {
+namespace {
+
+constexpr int kWidth = 200;
+constexpr int kHeight = 150;
+
+// What a device shows after something has been drawn on it, on a ground of pure magenta.
+std::vector<std::uint32_t> Picture(const std::function<void(HDC)>& draw)
+{
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, kWidth, -kHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    const HDC device = CreateCompatibleDC(nullptr);
+    const HBITMAP bitmap = CreateDIBSection(device, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ before = SelectObject(device, bitmap);
+    const HBRUSH magenta = CreateSolidBrush(RGB(255, 0, 255));
+    const RECT all{0, 0, kWidth, kHeight};
+    FillRect(device, &all, magenta);
+    DeleteObject(magenta);
+    draw(device);
+    GdiFlush();
+    const auto* const first = static_cast<const std::uint32_t*>(bits);
+    std::vector<std::uint32_t> pixels(first, first + kWidth * kHeight);
+    SelectObject(device, before);
+    DeleteObject(bitmap);
+    DeleteDC(device);
+    for (std::uint32_t& pixel : pixels) pixel &= 0xFFFFFF;
+    return pixels;
+}
+
+bool IsGround(const std::vector<std::uint32_t>& pixels, int x, int y)
+{
+    return pixels[static_cast<std::size_t>(y * kWidth + x)] == 0xFF00FF;
+}
+
+std::size_t ColoursOf(const std::vector<std::uint32_t>& pixels)
+{
+    return std::set<std::uint32_t>(pixels.begin(), pixels.end()).size();
+}
+
+HRESULT Draw(const Embedded& embedded, HDC device, const RECTL& bounds)
+{
+    return embedded.As<IViewObject>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, device, &bounds, nullptr,
+                                            nullptr, 0);
+}
+
+class View : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_HRESULT_SUCCEEDED(embedded.SetSite());
+        ASSERT_HRESULT_SUCCEEDED(embedded.InitNew());
+    }
+    TestContainer container;
+    Embedded embedded{container};
+};
+
+TEST_F(View, OfTheInactiveControlFillsItsPlaceInABitmap)
+{
+    const auto pixels = Picture([&](HDC device) {
+        EXPECT_HRESULT_SUCCEEDED(Draw(embedded, device, {20, 10, 180, 140}));
+    });
+    // The window's ground, the label's text, the folder's picture.
+    EXPECT_GE(ColoursOf(pixels), 4u);
+    EXPECT_FALSE(IsGround(pixels, 21, 11));
+    EXPECT_FALSE(IsGround(pixels, 178, 138));
+    EXPECT_TRUE(IsGround(pixels, 19, 11));
+    EXPECT_TRUE(IsGround(pixels, 181, 138));
+}
+
+TEST_F(View, IsTheSameThroughAMetafile)
+{
+    const auto direct = Picture([&](HDC device) { Draw(embedded, device, {0, 0, kWidth, kHeight}); });
+    const HDC recorder = CreateMetaFileW(nullptr);
+    EXPECT_HRESULT_SUCCEEDED(Draw(embedded, recorder, {0, 0, kWidth, kHeight}));
+    const HMETAFILE old = CloseMetaFile(recorder);
+    const HDC enhanced = CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr);
+    EXPECT_HRESULT_SUCCEEDED(Draw(embedded, enhanced, {0, 0, kWidth, kHeight}));
+    const HENHMETAFILE file = CloseEnhMetaFile(enhanced);
+
+    EXPECT_EQ(Picture([&](HDC device) { PlayMetaFile(device, old); }), direct);
+    const auto replayed = Picture([&](HDC device) {
+        const RECT all{0, 0, kWidth, kHeight};
+        PlayEnhMetaFile(device, file, &all);
+    });
+    EXPECT_GE(ColoursOf(replayed), 4u);
+    DeleteMetaFile(old);
+    DeleteEnhMetaFile(file);
+}
+
+TEST_F(View, FollowsWhatTheControlShows)
+{
+    const auto draw = [&](HDC device) { Draw(embedded, device, {0, 0, kWidth, kHeight}); };
+    const auto placeholder = Picture(draw);
+    ASSERT_HRESULT_SUCCEEDED(embedded.control->Enumerate());
+    EXPECT_NE(Picture(draw), placeholder);
+    SIZEL nothing{0, 0};
+    EXPECT_HRESULT_SUCCEEDED(embedded.object->SetExtent(DVASPECT_CONTENT, &nothing));
+    EXPECT_EQ(ColoursOf(Picture(draw)), 1u);
+}
+
+// Counts the notices of one advise sink.
+class Sink final : public IAdviseSink {
+public:
+    int views = 0;
+    int closes = 0;
+    STDMETHODIMP QueryInterface(REFIID id, void** found) override
+    {
+        *found = id == IID_IUnknown || id == IID_IAdviseSink ? this : nullptr;
+        return *found ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 1; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP_(void) OnDataChange(FORMATETC*, STGMEDIUM*) override {}
+    STDMETHODIMP_(void) OnViewChange(DWORD, LONG) override { ++views; }
+    STDMETHODIMP_(void) OnRename(IMoniker*) override {}
+    STDMETHODIMP_(void) OnSave() override {}
+    STDMETHODIMP_(void) OnClose() override { ++closes; }
+};
+
+TEST_F(View, TellsItsSinkOfChangesAndOfTheEnd)
+{
+    Sink sink;
+    const ComPtr<IViewObject2> view = embedded.As<IViewObject2>();
+    ASSERT_HRESULT_SUCCEEDED(view->SetAdvise(DVASPECT_CONTENT, ADVF_PRIMEFIRST, &sink));
+    EXPECT_EQ(sink.views, 1);
+    embedded.control->put_BackColor(0xFF);
+    EXPECT_EQ(sink.views, 2);
+    ASSERT_HRESULT_SUCCEEDED(view->SetAdvise(DVASPECT_CONTENT, ADVF_ONLYONCE, &sink));
+    embedded.control->put_BackColor(0xFF00);
+    embedded.control->put_BackColor(0xFF0000);
+    EXPECT_EQ(sink.views, 3);
+    ComPtr<IAdviseSink> held;
+    EXPECT_HRESULT_SUCCEEDED(view->GetAdvise(nullptr, nullptr, held.Put()));
+    EXPECT_FALSE(held);
+
+    DWORD connection = 0;
+    ASSERT_HRESULT_SUCCEEDED(embedded.object->Advise(&sink, &connection));
+    EXPECT_HRESULT_SUCCEEDED(embedded.object->Close(OLECLOSE_NOSAVE));
+    EXPECT_EQ(sink.closes, 1);
+}
+
+TEST_F(View, RefusesOtherAspects)
+{
+    const RECTL bounds{0, 0, 10, 10};
+    const HDC screen = GetDC(nullptr);
+    EXPECT_EQ(embedded.As<IViewObject>()->Draw(DVASPECT_ICON, -1, nullptr, nullptr, nullptr, screen, &bounds, nullptr,
+                                               nullptr, 0),
+              DV_E_DVASPECT);
+    ReleaseDC(nullptr, screen);
+}
+
+}  // namespace
+}  // namespace sylvex::test

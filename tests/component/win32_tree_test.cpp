@@ -1,0 +1,339 @@
+#include "tests/component/tree_window_fixture.h"
+
+#include "diagnostics/runtime_error.h"
+#include "platform/win32/handles.h"
+
+namespace sylvex::test {
+namespace {
+
+constexpr UINT kTicked = INDEXTOSTATEIMAGEMASK(2);
+
+TEST_F(TreeWindowTest, AClickOnABoxAsksForOneFlipAndSelectsNothing)
+{
+    tree->Apply(TreeSetting::Checkboxes, 1);
+    const auto row = Add(0, 1, L"row");
+    tree->Refresh();
+    Click(On(row, TVHT_ONITEMSTATEICON));
+    EXPECT_EQ(diary.Take(), "down1 box:1 up1");
+    EXPECT_EQ(NativeState(row) & (TVIS_STATEIMAGEMASK | TVIS_SELECTED), kTicked);
+    // The second press of a double click flips once more.
+    Click(On(row, TVHT_ONITEMSTATEICON));
+    EXPECT_EQ(diary.Take(), "double box:1 up1");
+    EXPECT_NE(NativeState(row) & TVIS_STATEIMAGEMASK, kTicked);
+}
+
+TEST_F(TreeWindowTest, TheSpaceBarAsksForOneFlipOfTheSelectedRow)
+{
+    tree->Apply(TreeSetting::Checkboxes, 1);
+    const auto row = Add(0, 1, L"row");
+    tree->Select(row);
+    diary.Take();
+    Key(VK_SPACE);
+    EXPECT_EQ(diary.Take(), "key32 box:1 char32 keyup32");
+    EXPECT_EQ(NativeState(row) & TVIS_STATEIMAGEMASK, kTicked);
+}
+
+TEST_F(TreeWindowTest, AReleaseIsToldEvenOutsideTheWindow)
+{
+    const auto row = Add(0, 1, L"row");
+    tree->Refresh();
+    const auto place = On(row, TVHT_ONITEMLABEL);
+    MoveMouse(place);
+    Button(MOUSEEVENTF_LEFTDOWN);
+    MoveMouse({place.x + 20, place.y + 20});
+    MoveMouse({700, 700});
+    Button(MOUSEEVENTF_LEFTUP);
+    EXPECT_EQ(diary.Take(), "down1 chosen:1 drag1 up1");
+    EXPECT_EQ(GetCapture(), nullptr);
+    MoveMouse(place);
+    Button(MOUSEEVENTF_RIGHTDOWN);
+    Button(MOUSEEVENTF_RIGHTUP);
+    EXPECT_EQ(diary.Take(), "down2 up2");
+}
+
+TEST_F(TreeWindowTest, OnlyAClickOnTheSelectedRowIsAClick)
+{
+    const auto first = Add(0, 1, L"first");
+    const auto second = Add(0, 2, L"second");
+    tree->Select(second);
+    tree->Refresh();
+    EXPECT_EQ(diary.Take(), "selected:2");
+    Click(On(first, TVHT_ONITEMLABEL));
+    EXPECT_EQ(diary.Take(), "down1 chosen:1 up1");
+    PumpMessages(GetDoubleClickTime() + 50);
+    diary.edits = false;
+    Click(On(first, TVHT_ONITEMLABEL));
+    EXPECT_EQ(diary.Take(), "down1 click:1 up1");
+}
+
+TEST_F(TreeWindowTest, OpeningByTheUserIsAskedOnceAndToldOnce)
+{
+    const auto row = Add(0, 1, L"row", ExpandButton::Yes);
+    diary.onWord = [&](const std::string& word) {
+        if (word == "opening:1") Add(row, 2, L"child");
+    };
+    tree->Refresh();
+    Click(On(row, TVHT_ONITEMBUTTON));
+    EXPECT_EQ(diary.Take(), "down1 opening:1 open:1 up1");
+    PumpMessages(GetDoubleClickTime() + 50);
+    diary.expands = false;
+    Click(On(row, TVHT_ONITEMBUTTON));
+    EXPECT_EQ(diary.Take(), "down1 closing:1 up1");
+    EXPECT_TRUE(NativeState(row) & TVIS_EXPANDED);
+}
+
+TEST_F(TreeWindowTest, OpeningByAMessageIsAskedEveryTimeAndOurOwnNever)
+{
+    const auto row = Add(0, 1, L"row", ExpandButton::Yes);
+    Add(row, 2, L"child");
+    tree->Expand(row, true);
+    tree->Expand(row, false);
+    EXPECT_EQ(diary.Take(), "");
+    const auto order = [&](UINT action) { return SendMessageW(Native(), TVM_EXPAND, action, static_cast<LPARAM>(row)); };
+    EXPECT_TRUE(order(TVE_EXPAND));
+    EXPECT_FALSE(order(TVE_EXPAND));
+    EXPECT_TRUE(order(TVE_TOGGLE));
+    EXPECT_EQ(diary.Take(), "opening:1 open:1 closing:1 closed:1");
+    diary.expands = false;
+    EXPECT_FALSE(order(TVE_EXPAND));
+    EXPECT_EQ(diary.Take(), "opening:1");
+}
+
+TEST_F(TreeWindowTest, TheStarKeyOpensTheRowAndNothingBelow)
+{
+    const auto row = Add(0, 1, L"row", ExpandButton::Yes);
+    const auto child = Add(row, 2, L"child", ExpandButton::Yes);
+    Add(child, 3, L"grandchild");
+    tree->Select(row);
+    diary.Take();
+    Key(VK_MULTIPLY);
+    EXPECT_EQ(diary.Take(), "key106 opening:1 open:1 char42 keyup106");
+    EXPECT_FALSE(NativeState(child) & TVIS_EXPANDED);
+}
+
+TEST_F(TreeWindowTest, SelectingOrShowingAHiddenRowAsksForTheRowsAboveIt)
+{
+    const auto row = Add(0, 1, L"row", ExpandButton::Yes);
+    const auto child = Add(row, 2, L"child", ExpandButton::Yes);
+    const auto grandchild = Add(child, 3, L"grandchild");
+    tree->EnsureVisible(grandchild);
+    EXPECT_EQ(diary.Take(), "opening:1 open:1 opening:2 open:2");
+    tree->Expand(row, false);
+    tree->Select(grandchild);
+    EXPECT_EQ(diary.Take(), "opening:1 open:1 selected:3");
+}
+
+TEST_F(TreeWindowTest, MarksAreAskedForTheRowsInViewAlone)
+{
+    constexpr int kRows = 100000;
+    tree->Apply(TreeSetting::Checkboxes, 1);
+    const auto row = Add(0, 1, L"row", ExpandButton::Yes);
+    tree->SetRedraw(false);
+    ItemHandle last = 0;
+    for (int n = 2; n < kRows; ++n) last = Add(row, static_cast<ItemData>(n), L"file");
+    tree->Expand(row, true);
+    tree->SetRedraw(true);
+    tree->Refresh();
+    const auto screen = tree->VisibleCount() + 2;
+    EXPECT_LE(diary.marksAsked, screen);
+
+    diary.marksAsked = 0;
+    tree->Refresh();
+    InvalidateRect(Native(), nullptr, TRUE);
+    UpdateWindow(Native());
+    EXPECT_LE(diary.marksAsked, screen) << "a paint alone has nothing to ask";
+
+    for (int n = 1; n < kRows; ++n) diary.marks[static_cast<ItemData>(n)] = {true, n % 2 == 0, -1};
+    diary.marksAsked = 0;
+    tree->MarksChanged();
+    PumpMessages();
+    EXPECT_LE(diary.marksAsked, screen);
+    EXPECT_GT(diary.marksAsked, 10);
+    diary.marksAsked = 0;
+    EXPECT_EQ(NativeState(last) & TVIS_STATEIMAGEMASK, kTicked) << "a reader gets the mark of a row out of view";
+    EXPECT_EQ(diary.marksAsked, 1);
+    tree->EnsureVisible(last);
+    UpdateWindow(Native());
+    EXPECT_LE(diary.marksAsked, screen + 1);
+}
+
+TEST_F(TreeWindowTest, ReadersSeeTheModelAndWritersOfAMarkAskForAFlip)
+{
+    tree->Apply(TreeSetting::Checkboxes, 1);
+    const auto row = Add(0, 1, L"row");
+    diary.marks[1] = {false, true, -1};
+    TVITEMW item{};
+    item.mask = TVIF_HANDLE | TVIF_STATE;
+    item.hItem = HandleOf<HTREEITEM>(row);
+    item.stateMask = TVIS_BOLD;
+    SendMessageW(Native(), TVM_GETITEMW, 0, ParameterOf(&item));
+    EXPECT_TRUE(item.state & TVIS_BOLD);
+    item.state = kTicked | TVIS_CUT;
+    item.stateMask = TVIS_STATEIMAGEMASK | TVIS_BOLD | TVIS_CUT;
+    SendMessageW(Native(), TVM_SETITEMW, 0, ParameterOf(&item));
+    SendMessageW(Native(), TVM_SETITEMW, 0, ParameterOf(&item));
+    EXPECT_EQ(diary.Take(), "box:1");
+    EXPECT_EQ(NativeState(row) & (TVIS_STATEIMAGEMASK | TVIS_BOLD | TVIS_CUT), kTicked | TVIS_BOLD | TVIS_CUT);
+}
+
+TEST_F(TreeWindowTest, BoxesCanBeTakenAwayAndPutBack)
+{
+    const auto row = Add(0, 1, L"row");
+    diary.marks[1] = {true, false, -1};
+    const auto boxWidth = [&] {
+        tree->Refresh();
+        return PlaceOf(row, true).left;
+    };
+    const auto without = boxWidth();
+    for (int round = 0; round < 2; ++round) {
+        tree->Apply(TreeSetting::Checkboxes, 1);
+        EXPECT_GT(boxWidth(), without);
+        EXPECT_EQ(NativeState(row) & TVIS_STATEIMAGEMASK, kTicked);
+        tree->Apply(TreeSetting::Checkboxes, 0);
+        EXPECT_EQ(boxWidth(), without);
+        EXPECT_EQ(NativeState(row) & TVIS_STATEIMAGEMASK, 0u);
+    }
+}
+
+TEST_F(TreeWindowTest, KeysMayBeChangedOrSwallowed)
+{
+    const auto first = Add(0, 1, L"first");
+    Add(0, 2, L"second");
+    Add(0, 3, L"third");
+    tree->Select(first);
+    diary.Take();
+    diary.changedKey = VK_END;
+    Key(VK_DOWN);
+    EXPECT_EQ(diary.Take(), "key40 chosen:3 keyup40");
+    diary.changedKey = 0;
+    Key(VK_HOME);
+    EXPECT_EQ(diary.Take(), "key36 keyup36");
+}
+
+TEST_F(TreeWindowTest, LabelsAreEditedOnlyAsTheSettingSays)
+{
+    const auto row = Add(0, 1, L"row");
+    tree->Select(row);
+    diary.Take();
+    Key(VK_F2);
+    Key('X');
+    Key(VK_RETURN);
+    EXPECT_EQ(diary.Take().substr(0, 21), "key113 edit:1 keyup11");
+    tree->Apply(TreeSetting::LabelEdit, 1);
+    Key(VK_F2);
+    Click(On(row, TVHT_ONITEMLABEL));
+    PumpMessages(GetDoubleClickTime() + 100);
+    EXPECT_EQ(diary.Take().find("edit"), std::string::npos);
+    tree->EditLabel(row);
+    EXPECT_EQ(diary.Take(), "edit:1");
+    tree->CancelEdit();
+    EXPECT_EQ(diary.Take(), "abandoned");
+}
+
+TEST_F(TreeWindowTest, ATypedLabelIsTakenOrRefused)
+{
+    const auto row = Add(0, 1, L"row");
+    for (const bool keeps : {true, false}) {
+        diary.keepsLabel = keeps;
+        tree->SetText(row, L"row");
+        tree->EditLabel(row);
+        Key('X');
+        Key(VK_RETURN);
+        wchar_t text[32] = {};
+        TVITEMW item{};
+        item.mask = TVIF_HANDLE | TVIF_TEXT;
+        item.hItem = HandleOf<HTREEITEM>(row);
+        item.pszText = text;
+        item.cchTextMax = 32;
+        SendMessageW(Native(), TVM_GETITEMW, 0, ParameterOf(&item));
+        EXPECT_STREQ(text, keeps ? L"x" : L"row");
+        EXPECT_NE(diary.Take().find("edit:1 typed:x"), std::string::npos);
+    }
+}
+
+TEST_F(TreeWindowTest, SwitchingRepaintingDoesNotShowAHiddenTree)
+{
+    tree->SetVisible(false);
+    tree->SetRedraw(false);
+    tree->SetRedraw(true);
+    EXPECT_FALSE(IsWindowVisible(Native()));
+    tree->SetRedraw(false);
+    tree->SetVisible(true);
+    EXPECT_TRUE(tree->Visible());
+    tree->SetRedraw(true);
+    EXPECT_TRUE(IsWindowVisible(Native()));
+    // The host's freeze lasts beyond a change of our own.
+    SendMessageW(Native(), WM_SETREDRAW, FALSE, 0);
+    tree->SetRedraw(false);
+    tree->SetRedraw(true);
+    const auto row = Add(0, 1, L"row");
+    tree->Refresh();
+    EXPECT_EQ(GetUpdateRect(Native(), nullptr, FALSE), FALSE);
+    SendMessageW(Native(), WM_SETREDRAW, TRUE, 0);
+    EXPECT_NE(GetUpdateRect(Native(), nullptr, FALSE), FALSE);
+    EXPECT_NE(row, 0u);
+}
+
+TEST_F(TreeWindowTest, HidingForAMomentKeepsTheFocus)
+{
+    ASSERT_EQ(GetFocus(), Native());
+    tree->SetVisible(false);
+    tree->SetVisible(true);
+    EXPECT_EQ(GetFocus(), Native());
+}
+
+TEST_F(TreeWindowTest, AWindowThatIsGoneAnswersWithAnError)
+{
+    DestroyWindow(form);
+    EXPECT_EQ(tree->Handle(), 0u);
+    try {
+        tree->VisibleCount();
+        FAIL() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.number, 398);
+    }
+}
+
+/// A listener that closes the form, or only the tree, in the middle of a call.
+class DestroyedInACall : public TreeWindowTest, public testing::WithParamInterface<std::tuple<const char*, bool>> {
+protected:
+    void Provoke(ItemHandle row, const std::string& word)
+    {
+        if (word == "down1" || word == "chosen:1" || word == "up1") Click(On(row, TVHT_ONITEMLABEL));
+        if (word == "opening:1" || word == "open:1") Click(On(row, TVHT_ONITEMBUTTON));
+        if (word == "box:1") Click(On(row, TVHT_ONITEMSTATEICON));
+        if (word == "key37" || word == "keyup37") Key(VK_LEFT);
+        if (word == "selected:1") tree->Select(row);
+        if (word == "edit:1" || word == "abandoned") tree->EditLabel(row);
+        if (word == "abandoned" && tree) tree->CancelEdit();
+    }
+};
+
+TEST_P(DestroyedInACall, TheCallReturnsAndNothingMoreIsTold)
+{
+    const auto& [word, formToo] = GetParam();
+    tree->Apply(TreeSetting::Checkboxes, 1);
+    const auto row = Add(0, 1, L"row", ExpandButton::Yes);
+    Add(row, 2, L"child");
+    tree->Refresh();
+    auto* const native = Native();
+    diary.onWord = [&, awaited = std::string(word), whole = formToo](const std::string& told) {
+        if (told != awaited) return;
+        diary.Take();
+        if (whole) DestroyWindow(form);
+        tree.reset();
+    };
+    Provoke(row, word);
+    PumpMessages(20);
+    EXPECT_FALSE(IsWindow(native));
+    EXPECT_EQ(tree, nullptr) << "the call did not come";
+    EXPECT_EQ(diary.Take(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Calls, DestroyedInACall,
+                         testing::Combine(testing::Values("down1", "chosen:1", "up1", "opening:1", "open:1", "box:1",
+                                                          "key37", "keyup37", "selected:1", "edit:1", "abandoned"),
+                                          testing::Bool()));
+
+}  // namespace
+}  // namespace sylvex::test

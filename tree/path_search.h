@@ -1,0 +1,64 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "instance/instance.h"
+#include "tree/folder_tree.h"
+
+namespace sylvex {
+
+/// A text to be compared with many others, letter by letter in the user's lower case.
+class CaselessText {
+public:
+    CaselessText(Regional& regional, std::wstring_view text);
+    bool Equals(std::wstring_view other) const { return other.size() == m_text.size() && BeginsWith(other); }
+    bool BeginsWith(std::wstring_view start) const;
+    std::wstring_view Text() const { return m_text; }
+
+private:
+    Regional* m_regional;
+    std::wstring m_text;
+    std::wstring m_lower;
+};
+
+/// The child through which the way to a path goes on.
+struct ChildOnPath {
+    Node* child = nullptr;  ///< null: none of the children
+    bool isTarget = false;  ///< the way ends at the child
+};
+
+/// Finds nodes by the paths that FolderTree::BuildFullPath gives them, letter case aside and with one separator at the
+/// end of either. What one step of a descent and one pass over all nodes cost does not depend on how deep nodes lie.
+class PathSearch {
+public:
+    PathSearch(Instance& instance, FolderTree& tree) : m_instance(instance), m_tree(tree) {}
+
+    /// The loaded node of that path with the lowest index, null when there is none. Reads no disk.
+    Node* First(const std::wstring& path);
+    /// The first child of `parent` that `pText` leads to: as its target, a folder's path without its last separator or
+    /// with "*" behind it, or on the way to it.
+    ChildOnPath Towards(Node& parent, const std::wstring& pText);
+
+private:
+    bool MayBe(const Node& node, const std::vector<CaselessText>& parts) const;
+
+    Instance& m_instance;
+    FolderTree& m_tree;
+};
+
+/// Counts the levels of a recursion while they are active.
+class Descent {
+public:
+    /// Raises 28 when there are too many levels already.
+    explicit Descent(int& depth);
+    ~Descent() { --m_depth; }
+    Descent(const Descent&) = delete;
+    Descent& operator=(const Descent&) = delete;
+
+private:
+    int& m_depth;
+};
+
+}  // namespace sylvex

@@ -1,0 +1,148 @@
+#include "widgets/treeview.h"
+
+#include "platform/tree_records.h"
+
+// What the window tells. A failure has been reported by the procedure that it happened in; the window's own loop has
+// nobody to pass it on to.
+
+namespace sylvex {
+
+namespace {
+
+/// Messages of the tree window, of the edit control that it opens over a label, and of any window.
+enum Message : unsigned { EM_SETSEL = 0xB1, TVM_GETITEMA = 0x110C, TVM_GETEDITCONTROL = 0x110F, WM_SETTEXT = 0xC };
+
+Node& NodeOf(ItemData item)
+{
+    return *reinterpret_cast<Node*>(item);
+}
+
+}  // namespace
+
+template <class Body>
+void TreeView::FromWindow(Body&& body) noexcept
+{
+    const std::shared_ptr<void> alive = m_events.KeepAlive();
+    try {
+        body();
+    } catch (...) {
+    }
+}
+
+bool TreeView::Expanding(ItemData item, bool expand)
+{
+    Node& node = NodeOf(item);
+    if (node.m_expanded == expand) return true;
+    const NodeRef keep(&node);
+    bool done = false;
+    FromWindow([&] {
+        try {
+            expand ? static_cast<void>(OpenModel(node)) : CloseModel(node);
+        } catch (...) {  // reported where it happened; what has been loaded shows all the same
+        }
+        done = keep.IfAlive() != nullptr && node.m_expanded == expand;
+    });
+    return done;
+}
+
+void TreeView::Expanded(ItemData item, bool)
+{
+    FromWindow([&] { ImagesChanged(NodeOf(item)); });
+}
+
+bool TreeView::HasChildren(ItemData item)
+{
+    bool has = false;
+    FromWindow([&] { has = NodeOf(item).Children() > 0; });
+    return has;
+}
+
+RowMarks TreeView::Marks(ItemData item)
+{
+    const Node& node = NodeOf(item);
+    return {node.m_checked, node.m_bold, LookOf(node).image};
+}
+
+void TreeView::CheckClicked(ItemData item)
+{
+    FromWindow([&] {
+        Node& node = NodeOf(item);
+        node.SetChecked(!node.m_checked);
+        m_events.TV_NodeCheck(node);
+    });
+}
+
+void TreeView::Selected(ItemData item, bool byUser)
+{
+    FromWindow([&] {
+        m_selected = item != 0 ? NodeRef(&NodeOf(item)) : NodeRef();
+        if (byUser && item != 0 && !m_byWindow) m_events.TV_NodeClick(NodeOf(item));
+    });
+}
+
+void TreeView::Clicked(ItemData item)
+{
+    FromWindow([&] { m_events.TV_NodeClick(NodeOf(item)); });
+}
+
+void TreeView::DoubleClicked()
+{
+    FromWindow([&] { m_events.TV_DblClick(); });
+}
+
+void TreeView::KeyDown(short& key, short shift)
+{
+    FromWindow([&] { m_events.TV_KeyDown(key, shift); });
+}
+
+void TreeView::KeyPress(short& character)
+{
+    FromWindow([&] { m_events.TV_KeyPress(character); });
+}
+
+void TreeView::KeyUp(short& key, short shift)
+{
+    FromWindow([&] { m_events.TV_KeyUp(key, shift); });
+}
+
+void TreeView::MouseDown(short button, short shift, Point where)
+{
+    FromWindow([&] { m_events.TV_MouseDown(button, shift, where); });
+}
+
+void TreeView::MouseMove(short button, short shift, Point where)
+{
+    FromWindow([&] { m_events.TV_MouseMove(button, shift, where); });
+}
+
+void TreeView::MouseUp(short button, short shift, Point where)
+{
+    FromWindow([&] { m_events.TV_MouseUp(button, shift, where); });
+}
+
+bool TreeView::LabelEditing(ItemData item)
+{
+    bool cancel = false;
+    FromWindow([&] {
+        m_edited = NodeRef(&NodeOf(item));
+        m_events.TV_BeforeLabelEdit(cancel);
+        cancel = cancel || m_edited.IfAlive() == nullptr;
+    });
+    return !cancel;
+}
+
+bool TreeView::LabelEdited(ItemData, const std::optional<std::wstring>& text)
+{
+    if (!text || m_edited.IfAlive() == nullptr) return false;
+    bool kept = false;
+    FromWindow([&] {
+        bool cancel = false;
+        m_events.TV_AfterLabelEdit(cancel, *text);
+        Node* node = m_edited.IfAlive();
+        kept = !cancel && node != nullptr;
+        if (kept) node->m_text = *text;
+    });
+    return kept;
+}
+
+}  // namespace sylvex
