@@ -52,9 +52,11 @@ Platform Subject::Services(bool iconsByType)
     if (!iconsByType) return platform.Get();
     // The bundle holds references, so another system means another bundle.
     const auto with = [](System& system, auto& real) {
-        auto& [files, shell, regional, oldSystem, windows, images, timers, boxes, reporter, boxTools, network] = real;
+        auto& [files, shell, regional, oldSystem, windows, images, timers, boxes, reporter, boxTools, network, drag] =
+            real;
         static_cast<void>(oldSystem);
-        return Platform{files, shell, regional, system, windows, images, timers, boxes, reporter, boxTools, network};
+        return Platform{files,  shell, regional, system,   windows, images,
+                        timers, boxes, reporter, boxTools, network, drag};
     };
     return with(m_oldSystem, platform.Get());
 }

@@ -8,7 +8,10 @@ namespace sylvex {
 
 HRESULT Activation::EnterInPlace()
 {
-    if (InPlace()) return S_OK;
+    if (InPlace()) {
+        ShowWindow(m_core.Window(), SW_SHOWNA);
+        return S_OK;
+    }
     const ComPtr<IOleInPlaceSite> site = ComPtr<IOleClientSite>(m_core.Site()).As<IOleInPlaceSite>();
     if (!site || site->CanInPlaceActivate() != S_OK) return E_FAIL;
     const HRESULT allowed = site->OnInPlaceActivate();
@@ -167,6 +170,8 @@ void Activation::FocusMayHaveMoved()
     if (m_focused == focused) return;
     m_focused = focused;
     if (focused && InPlace() && m_core.UserMode()) EnterInterface(false);
+    // The container may have moved it on meanwhile.
+    if (m_focused != focused) return;
     if (const ComPtr<IOleControlSite> site = ControlSite()) site->OnFocus(focused);
 }
 

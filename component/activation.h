@@ -19,7 +19,7 @@ public:
     bool InPlace() const { return static_cast<bool>(m_site); }
     bool HasInterface() const { return m_hasInterface; }
 
-    /// Shows the control in the container's window; S_OK when it is there already.
+    /// Shows the control in the container's window, also when it is there but hidden.
     HRESULT EnterInPlace();
     /// Takes the user interface, and the focus when `takeFocus`, entering in place first.
     HRESULT EnterInterface(bool takeFocus);

@@ -27,7 +27,8 @@ static IConnectionPoint* HandOut(const ComPtr<IConnectionPoint>& point)
 std::vector<ComPtr<IUnknown>> Sinks::Snapshot() const
 {
     std::vector<ComPtr<IUnknown>> sinks;
-    for (const Entry& entry : m_sinks) sinks.push_back(entry.second);
+    for (const Entry& entry : m_sinks)
+        sinks.push_back(entry.second);
     return sinks;
 }
 
@@ -143,6 +144,11 @@ ComPtr<IConnectionPoint> ConnectionPoints::Find(const IID& outgoing) const
     return nullptr;
 }
 
+bool ConnectionPoints::HasListeners() const
+{
+    return !m_events->Connected().All().empty();
+}
+
 void ConnectionPoints::Fire(DISPID event, std::span<VARIANT> reversed) const
 {
     for (const ComPtr<IUnknown>& sink : m_events->Connected().Snapshot()) {
@@ -150,7 +156,8 @@ void ConnectionPoints::Fire(DISPID event, std::span<VARIANT> reversed) const
         Variant result;
         // What Find() took is IDispatch or an interface that is nothing but IDispatch.
         static_cast<IDispatch*>(sink.Get())
-            ->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, &result.Get(), nullptr, nullptr);
+            ->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, &result.Get(), nullptr,
+                     nullptr);
     }
 }
 

@@ -44,6 +44,8 @@ public:
     ComPtr<IConnectionPoint> Find(const IID& outgoing) const;
     std::vector<ComPtr<IConnectionPoint>> All() const;
 
+    /// Whether anybody listens to the events.
+    bool HasListeners() const;
     /// Raises an event. Arguments stand in reverse order; those by reference keep what the sinks make of them. A sink
     /// that fails is passed over.
     void Fire(DISPID event, std::span<VARIANT> reversed) const;

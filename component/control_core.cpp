@@ -3,12 +3,11 @@
 #include "component/fonts.h"
 #include "component/object_ref.h"
 #include "component/typeinfo.h"
+#include "platform/win32/handles.h"
 
 namespace sylvex {
 
 namespace {
-
-WindowHandle NumberOf(HWND window) { return reinterpret_cast<WindowHandle>(window); }
 
 /// The number of a property of the control; DISPID_UNKNOWN when it has none of this name.
 DISPID PropertyOf(const wchar_t* name)
@@ -23,7 +22,9 @@ DISPID PropertyOf(const wchar_t* name)
 }  // namespace
 
 ControlCore::ControlCore(IUnknown& identity)
-    : m_identity(identity), m_points(identity), m_objects(*this), m_window(*this), m_fontWatch([this] { FontChanged(); })
+    : m_identity(identity), m_points(identity), m_objects(*this), m_window(*this), m_fontWatch([this] {
+          FontChanged();
+      })
 {
     Container& container = *this;
     SylvexEvents& events = *this;
@@ -68,9 +69,15 @@ void ControlCore::LetGo() noexcept
     if (!last || !m_window.Defer()) m_identity.Release();
 }
 
-void ControlCore::Deferred() { m_identity.Release(); }
+void ControlCore::Deferred()
+{
+    m_identity.Release();
+}
 
-void ControlCore::SetSite(IOleClientSite* site) { m_site = ComPtr<IOleClientSite>(site); }
+void ControlCore::SetSite(IOleClientSite* site)
+{
+    m_site = ComPtr<IOleClientSite>(site);
+}
 
 Variant ControlCore::Ambient(DISPID property) const
 {
@@ -107,11 +114,20 @@ void ControlCore::Notify(DISPID property)
     if (m_observer) m_observer->ViewChanged();
 }
 
-bool ControlCore::MayChange(DISPID property) { return m_points.MayChange(property); }
+bool ControlCore::MayChange(DISPID property)
+{
+    return m_points.MayChange(property);
+}
 
-void ControlCore::PropertyChanged(const wchar_t* name) { Notify(PropertyOf(name)); }
+void ControlCore::PropertyChanged(const wchar_t* name)
+{
+    Notify(PropertyOf(name));
+}
 
-bool ControlCore::MayChange(const wchar_t* name) { return m_points.MayChange(PropertyOf(name)); }
+bool ControlCore::MayChange(const wchar_t* name)
+{
+    return m_points.MayChange(PropertyOf(name));
+}
 
 void ControlCore::FreezeEvents(bool freeze)
 {
@@ -138,11 +154,20 @@ void ControlCore::Attach(HWND parent, const RECT& place)
     m_window.Attach(parent, place);
 }
 
-void ControlCore::Detach() { m_window.Detach(); }
+void ControlCore::Detach()
+{
+    m_window.Detach();
+}
 
-void ControlCore::MoveWindow(const RECT& place) { m_window.Move(place); }
+void ControlCore::MoveWindow(const RECT& place)
+{
+    m_window.Move(place);
+}
 
-void ControlCore::Resize(Size size) { m_window.Resize(size); }
+void ControlCore::Resize(Size size)
+{
+    m_window.Resize(size);
+}
 
 void ControlCore::Resized(Size size)
 {
@@ -153,7 +178,10 @@ void ControlCore::Resized(Size size)
     }
 }
 
-void ControlCore::EraseBackground(HDC device, const RECT& place) { m_face.Paint(device, place); }
+void ControlCore::EraseBackground(HDC device, const RECT& place)
+{
+    m_face.Paint(device, place);
+}
 
 bool ControlCore::Message(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {
@@ -183,8 +211,8 @@ void ControlCore::SetPicture(IPictureDisp* picture)
 ComPtr<IFontDisp> ControlCore::Font()
 {
     if (ComPtr<IFontDisp> font = Behind<IFontDisp>(Tree().Font())) return font;
-    const LRESULT shown = SendMessageW(reinterpret_cast<HWND>(Tree().hWnd()), WM_GETFONT, 0, 0);
-    const ComPtr<IFontDisp> font = FontLike(reinterpret_cast<HFONT>(shown));
+    const LRESULT shown = SendMessageW(WindowOf(Tree().hWnd()), WM_GETFONT, 0, 0);
+    const ComPtr<IFontDisp> font = FontLike(HandleOf<HFONT>(static_cast<std::uintptr_t>(shown)));
     SetFont(font.Get());
     return font;
 }
@@ -195,7 +223,10 @@ void ControlCore::SetFont(IFontDisp* font)
     FollowFont();
 }
 
-void ControlCore::FollowFont() { m_fontWatch.Watch(ObjectBehind(Tree().Font()).Get()); }
+void ControlCore::FollowFont()
+{
+    m_fontWatch.Watch(ObjectBehind(Tree().Font()).Get());
+}
 
 void ControlCore::FontChanged() noexcept
 {
@@ -207,8 +238,14 @@ void ControlCore::FontChanged() noexcept
     }
 }
 
-Point ControlCore::PixelsOf(ContainerPoint place) { return ToPixels(ControlSite().Get(), place); }
+Point ControlCore::PixelsOf(ContainerPoint place)
+{
+    return ToPixels(ControlSite().Get(), place);
+}
 
-ContainerPoint ControlCore::UnitsOf(Point pixels) { return ToContainer(ControlSite().Get(), pixels); }
+ContainerPoint ControlCore::UnitsOf(Point pixels)
+{
+    return ToContainer(ControlSite().Get(), pixels);
+}
 
 }  // namespace sylvex

@@ -102,8 +102,8 @@ public:
     void SetBackColor(OLE_COLOR color);
     ComPtr<IPictureDisp> Picture() const { return m_face.picture; }
     void SetPicture(IPictureDisp* picture);
-    /// The tree's font; when none has been set, one that looks like what the tree shows becomes its font. Changes of the
-    /// object show in the tree.
+    /// The tree's font; when none has been set, one that looks like what the tree shows becomes its font. Changes of
+    /// the object show in the tree.
     ComPtr<IFontDisp> Font() override;
     /// Writes the tree's font without a notice. Null: the system's own.
     void SetFont(IFontDisp* font) override;
@@ -144,6 +144,7 @@ private:
     void LetGo() noexcept;
     ComPtr<IOleControlSite> ControlSite() const { return m_site.As<IOleControlSite>(); }
     void FontChanged() noexcept;
+    bool IsHeard() const { return m_frozen == 0 && m_points.HasListeners(); }
     void Fire(DISPID event, std::span<VARIANT> reversed);
     void FireNode(DISPID event, Node& node);
     void FireKey(DISPID event, short& key, short& shift);

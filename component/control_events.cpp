@@ -39,7 +39,7 @@ VARIANT Reference(float& value)
 
 void ControlCore::Fire(DISPID event, std::span<VARIANT> reversed)
 {
-    if (m_frozen > 0) return;
+    if (!IsHeard()) return;
     // A timer's event has no other guard.
     const std::shared_ptr<void> alive = KeepAlive();
     m_points.Fire(event, reversed);
@@ -47,6 +47,7 @@ void ControlCore::Fire(DISPID event, std::span<VARIANT> reversed)
 
 void ControlCore::FireNode(DISPID event, Node& node)
 {
+    if (!IsHeard()) return;
     Variant object(m_objects.ObjectOf(&node).Get());
     Fire(event, {&object.Get(), 1});
 }
@@ -59,22 +60,41 @@ void ControlCore::FireKey(DISPID event, short& key, short& shift)
 
 void ControlCore::FireMouse(DISPID event, short button, short shift, Point where)
 {
+    if (!IsHeard()) return;
     ContainerPoint place = UnitsOf(where);
     VARIANT reversed[] = {Reference(place.y), Reference(place.x), Reference(shift), Reference(button)};
     Fire(event, reversed);
 }
 
-void ControlCore::NodeCheck(Node& node) { FireNode(kNodeCheck, node); }
+void ControlCore::NodeCheck(Node& node)
+{
+    FireNode(kNodeCheck, node);
+}
 
-void ControlCore::NodeClick(Node& node) { FireNode(kNodeClick, node); }
+void ControlCore::NodeClick(Node& node)
+{
+    FireNode(kNodeClick, node);
+}
 
-void ControlCore::Collapse(Node& node) { FireNode(kCollapse, node); }
+void ControlCore::Collapse(Node& node)
+{
+    FireNode(kCollapse, node);
+}
 
-void ControlCore::DblClick() { Fire(kDblClick, {}); }
+void ControlCore::DblClick()
+{
+    Fire(kDblClick, {});
+}
 
-void ControlCore::Expand(Node& node) { FireNode(kExpand, node); }
+void ControlCore::Expand(Node& node)
+{
+    FireNode(kExpand, node);
+}
 
-void ControlCore::KeyDown(short& keyCode, short& shift) { FireKey(kKeyDown, keyCode, shift); }
+void ControlCore::KeyDown(short& keyCode, short& shift)
+{
+    FireKey(kKeyDown, keyCode, shift);
+}
 
 void ControlCore::KeyPress(short& keyAscii)
 {
@@ -82,12 +102,24 @@ void ControlCore::KeyPress(short& keyAscii)
     Fire(kKeyPress, {&argument, 1});
 }
 
-void ControlCore::KeyUp(short& keyCode, short& shift) { FireKey(kKeyUp, keyCode, shift); }
+void ControlCore::KeyUp(short& keyCode, short& shift)
+{
+    FireKey(kKeyUp, keyCode, shift);
+}
 
-void ControlCore::MouseUp(short button, short shift, Point where) { FireMouse(kMouseUp, button, shift, where); }
+void ControlCore::MouseUp(short button, short shift, Point where)
+{
+    FireMouse(kMouseUp, button, shift, where);
+}
 
-void ControlCore::MouseMove(short button, short shift, Point where) { FireMouse(kMouseMove, button, shift, where); }
+void ControlCore::MouseMove(short button, short shift, Point where)
+{
+    FireMouse(kMouseMove, button, shift, where);
+}
 
-void ControlCore::MouseDown(short button, short shift, Point where) { FireMouse(kMouseDown, button, shift, where); }
+void ControlCore::MouseDown(short button, short shift, Point where)
+{
+    FireMouse(kMouseDown, button, shift, where);
+}
 
 }  // namespace sylvex

@@ -42,11 +42,17 @@ private:
     ATOM m_atom = 0;
 };
 
-Size SizeOf(const RECT& place) { return {place.right - place.left, place.bottom - place.top}; }
+Size SizeOf(const RECT& place)
+{
+    return {place.right - place.left, place.bottom - place.top};
+}
 
 }  // namespace
 
-ControlWindow::ControlWindow(ControlWindowOwner& owner) : m_owner(owner) { Ensure(); }
+ControlWindow::ControlWindow(ControlWindowOwner& owner) : m_owner(owner)
+{
+    Ensure();
+}
 
 ControlWindow::~ControlWindow()
 {
@@ -125,7 +131,8 @@ void ControlWindow::Lost()
     if (m_deferred == 0) return;
     try {
         Ensure();
-        for (int waiting = 0; waiting < m_deferred; ++waiting) PostMessageW(m_window, kDeferred, 0, 0);
+        for (int waiting = 0; waiting < m_deferred; ++waiting)
+            PostMessageW(m_window, kDeferred, 0, 0);
     } catch (const ComError&) {  // out of windows: what was deferred stays undone
     }
 }
@@ -135,30 +142,30 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam)
     HWND const window = m_window;
     LRESULT result = 0;
     switch (message) {
-    case kDeferred:
-        --m_deferred;
-        m_owner.Deferred();
-        return 0;
-    case WM_DESTROY:
-        m_owner.Destroying();
-        break;
-    case WM_NCDESTROY:
-        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-        Lost();
-        break;
-    case WM_SIZE:
-        m_size = {LOWORD(lParam), HIWORD(lParam)};
-        m_owner.Resized(m_size);
-        break;
-    case WM_ERASEBKGND: {
-        RECT inner;
-        GetClientRect(window, &inner);
-        m_owner.EraseBackground(reinterpret_cast<HDC>(wParam), inner);
-        return 1;
-    }
-    default:
-        if (m_owner.Message(message, wParam, lParam, result)) return result;
-        break;
+        case kDeferred:
+            --m_deferred;
+            m_owner.Deferred();
+            return 0;
+        case WM_DESTROY:
+            m_owner.Destroying();
+            break;
+        case WM_NCDESTROY:
+            SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+            Lost();
+            break;
+        case WM_SIZE:
+            m_size = {LOWORD(lParam), HIWORD(lParam)};
+            m_owner.Resized(m_size);
+            break;
+        case WM_ERASEBKGND: {
+            RECT inner;
+            GetClientRect(window, &inner);
+            m_owner.EraseBackground(reinterpret_cast<HDC>(wParam), inner);
+            return 1;
+        }
+        default:
+            if (m_owner.Message(message, wParam, lParam, result)) return result;
+            break;
     }
     return DefWindowProcW(window, message, wParam, lParam);
 }

@@ -18,7 +18,8 @@ public:
     {
         if (!items || (!fetched && count != 1)) return E_POINTER;
         ULONG given = 0;
-        while (given < count && m_at < m_items.size()) items[given++] = HandOut(m_items[m_at++]);
+        while (given < count && m_at < m_items.size())
+            items[given++] = HandOut(m_items[m_at++]);
         if (fetched) *fetched = given;
         return given == count ? S_OK : S_FALSE;
     }

@@ -278,13 +278,19 @@ STDMETHODIMP NodeObject::get_ForeColor(OLE_COLOR* value)
     return Member([&] { Live(), Checked(value) = kLabelColor; });
 }
 
-STDMETHODIMP NodeObject::put_ForeColor(OLE_COLOR) { return NotImplemented(__uuidof(INode)); }
+STDMETHODIMP NodeObject::put_ForeColor(OLE_COLOR)
+{
+    return NotImplemented(__uuidof(INode));
+}
 
 STDMETHODIMP NodeObject::get_BackColor(OLE_COLOR* value)
 {
     return Member([&] { Live(), Checked(value) = kLabelBackColor; });
 }
 
-STDMETHODIMP NodeObject::put_BackColor(OLE_COLOR) { return NotImplemented(__uuidof(INode)); }
+STDMETHODIMP NodeObject::put_BackColor(OLE_COLOR)
+{
+    return NotImplemented(__uuidof(INode));
+}
 
 }  // namespace sylvex

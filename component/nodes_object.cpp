@@ -13,7 +13,10 @@ bool IsObject(const VARIANT& value)
     return type == VT_DISPATCH || type == VT_UNKNOWN;
 }
 
-bool IsAbsent(const VARIANT& value) { return IsMissing(value) || V_VT(&value) == VT_EMPTY; }
+bool IsAbsent(const VARIANT& value)
+{
+    return IsMissing(value) || V_VT(&value) == VT_EMPTY;
+}
 
 /// A number of the enumeration; without one a new node comes right behind its relative, or last among the roots.
 Relationship RelationshipOf(const VARIANT& value, const Node* relative)

@@ -18,9 +18,15 @@ private:
 
 }  // namespace
 
-ObjectRef ReferTo(IUnknown* object) { return object ? std::make_shared<ComObject>(object) : nullptr; }
+ObjectRef ReferTo(IUnknown* object)
+{
+    return object ? std::make_shared<ComObject>(object) : nullptr;
+}
 
-ComPtr<IUnknown> ObjectBehind(const ObjectRef& reference) { return ComPtr<IUnknown>(UnknownOf(reference)); }
+ComPtr<IUnknown> ObjectBehind(const ObjectRef& reference)
+{
+    return ComPtr<IUnknown>(UnknownOf(reference));
+}
 
 ObjectRef ReferTo(const VARIANT& value)
 {

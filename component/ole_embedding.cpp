@@ -13,18 +13,13 @@ namespace {
 // About 190 by 240 pixels on an ordinary screen.
 constexpr SIZEL kFirstExtent{5080, 6350};
 
-bool MovesFocus(UINT notification)
+// The end of a label's edit box may have taken the focus along: only windows above the tree hear of that.
+bool MayMoveFocus(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    switch (notification) {
-    case static_cast<UINT>(NM_SETFOCUS):
-    case static_cast<UINT>(NM_KILLFOCUS):
-    // The label's edit box may have taken the focus along.
-    case static_cast<UINT>(TVN_ENDLABELEDITA):
-    case static_cast<UINT>(TVN_ENDLABELEDITW):
-        return true;
-    default:
-        return false;
-    }
+    if (message == WM_PARENTNOTIFY) return LOWORD(wParam) == WM_DESTROY;
+    if (message != WM_NOTIFY) return false;
+    const UINT code = reinterpret_cast<const NMHDR*>(lParam)->code;
+    return code == static_cast<UINT>(NM_SETFOCUS) || code == static_cast<UINT>(NM_KILLFOCUS);
 }
 
 }  // namespace
@@ -79,9 +74,9 @@ void Embedding::FollowAmbientFont()
     SetFontInherited(true);
 }
 
-bool Embedding::WindowMessage(UINT message, WPARAM, LPARAM lParam, LRESULT&)
+bool Embedding::WindowMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT&)
 {
-    if (message == WM_NOTIFY && MovesFocus(reinterpret_cast<const NMHDR*>(lParam)->code)) {
+    if (MayMoveFocus(message, wParam, lParam)) {
         const std::shared_ptr<void> alive = m_core.KeepAlive();
         Border(IID_IOleInPlaceObject, [&] { m_activation.FocusMayHaveMoved(); });
     }

@@ -15,7 +15,8 @@ public:
     /// Throws ComError.
     Snapshot(ControlCore& core, Size size) : m_size(size), m_device(CreateCompatibleDC(nullptr))
     {
-        m_info.bmiHeader = {sizeof(BITMAPINFOHEADER), size.cx, -size.cy, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        // From the bottom up, as old metafiles want it.
+        m_info.bmiHeader = {sizeof(BITMAPINFOHEADER), size.cx, size.cy, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
         m_bitmap.reset(CreateDIBSection(m_device.get(), &m_info, DIB_RGB_COLORS, &m_bits, nullptr, 0));
         if (!m_device || !m_bitmap) throw ComError{E_OUTOFMEMORY};
         const HGDIOBJ before = SelectObject(m_device.get(), m_bitmap.get());

@@ -11,7 +11,10 @@ constexpr DISPID kPicture = 0x68030008;
 constexpr DISPID kBackColor = 0x68030006;
 
 /// A Boolean argument by reference; one that was left out is false.
-bool IsSet(const VARIANT_BOOL* argument) { return argument && *argument != VARIANT_FALSE; }
+bool IsSet(const VARIANT_BOOL* argument)
+{
+    return argument && *argument != VARIANT_FALSE;
+}
 
 }  // namespace
 
@@ -72,13 +75,15 @@ STDMETHODIMP SylvexObject::Enumerate()
     return Member([](Sylvex& control) { control.Enumerate(); });
 }
 
-STDMETHODIMP SylvexObject::SetNodeVisible() { return NotImplemented(__uuidof(::_Sylvex)); }
+STDMETHODIMP SylvexObject::SetNodeVisible()
+{
+    return Member([](Sylvex& control) { control.SetNodeVisible(); });
+}
 
 STDMETHODIMP SylvexObject::put_ImageList(VARIANT* New_ImageList)
 {
-    return Member([&](Sylvex& control) {
-        control.LetImageList(m_core.Objects().TakeImageList(Checked(New_ImageList)));
-    });
+    return Member(
+        [&](Sylvex& control) { control.LetImageList(m_core.Objects().TakeImageList(Checked(New_ImageList))); });
 }
 
 STDMETHODIMP SylvexObject::Clear()
@@ -131,7 +136,10 @@ STDMETHODIMP SylvexObject::put_Checkboxes(VARIANT_BOOL New_Checkboxes)
     return LetFlagSetting(TreeSetting::Checkboxes, New_Checkboxes);
 }
 
-STDMETHODIMP SylvexObject::get_Enabled(VARIANT_BOOL* value) { return GetFlagSetting(TreeSetting::Enabled, value); }
+STDMETHODIMP SylvexObject::get_Enabled(VARIANT_BOOL* value)
+{
+    return GetFlagSetting(TreeSetting::Enabled, value);
+}
 
 STDMETHODIMP SylvexObject::put_Enabled(VARIANT_BOOL New_Enabled)
 {
@@ -216,9 +224,7 @@ STDMETHODIMP SylvexObject::get_MouseIcon(IPictureDisp** value)
 
 STDMETHODIMP SylvexObject::putref_MouseIcon(IPictureDisp* New_MouseIcon)
 {
-    return Member([&](Sylvex& control) {
-        control.SetMouseIcon(ReferTo(Incoming<IPictureDisp>(New_MouseIcon).Get()));
-    });
+    return Member([&](Sylvex& control) { control.SetMouseIcon(ReferTo(Incoming<IPictureDisp>(New_MouseIcon).Get())); });
 }
 
 STDMETHODIMP SylvexObject::get_MousePointer(MousePointerConstants* value)
@@ -281,9 +287,15 @@ STDMETHODIMP SylvexObject::put_BackColor(OLE_COLOR New_BackColor)
     return LetSurface(kBackColor, [&] { m_core.SetBackColor(New_BackColor); });
 }
 
-STDMETHODIMP SylvexObject::get_Path(BSTR*) { return NotImplemented(__uuidof(::_Sylvex)); }
+STDMETHODIMP SylvexObject::get_Path(BSTR* value)
+{
+    return GetText(value, [](Sylvex& control) { return control.Path(); });
+}
 
-STDMETHODIMP SylvexObject::put_Path(BSTR) { return NotImplemented(__uuidof(::_Sylvex)); }
+STDMETHODIMP SylvexObject::put_Path(BSTR New_Path)
+{
+    return Member([&](Sylvex& control) { control.LetPath(std::wstring(ViewOf(New_Path))); });
+}
 
 STDMETHODIMP SylvexObject::Refresh()
 {
@@ -331,9 +343,8 @@ STDMETHODIMP SylvexObject::get_ReqListView(VARIANT* value)
 
 STDMETHODIMP SylvexObject::putref_ReqListView(VARIANT New_ReqListView)
 {
-    return Member([&](Sylvex& control) {
-        control.SetReqListView(ListViewFromVariant(m_core.Services(), New_ReqListView));
-    });
+    return Member(
+        [&](Sylvex& control) { control.SetReqListView(ListViewFromVariant(m_core.Services(), New_ReqListView)); });
 }
 
 STDMETHODIMP SylvexObject::CheckNodeSelective(INode** Node, VARIANT_BOOL* result)
@@ -354,11 +365,14 @@ STDMETHODIMP SylvexObject::BuildFileList(INode** pNode, VARIANT_BOOL* RecursiveC
     return Member([&](Sylvex& control) { control.BuildFileList(NodeOf(pNode), IsSet(RecursiveCall)); });
 }
 
-STDMETHODIMP SylvexObject::SetNode() { return NotImplemented(__uuidof(::_Sylvex)); }
-
-STDMETHODIMP SylvexObject::SetNodeChecked(VARIANT_BOOL*, VARIANT_BOOL*)
+STDMETHODIMP SylvexObject::SetNode()
 {
-    return NotImplemented(__uuidof(::_Sylvex));
+    return Member([](Sylvex& control) { control.SetNode(); });
+}
+
+STDMETHODIMP SylvexObject::SetNodeChecked(VARIANT_BOOL* bState, VARIANT_BOOL* bBuildList)
+{
+    return Member([&](Sylvex& control) { control.SetNodeChecked(IsSet(bState), IsSet(bBuildList)); });
 }
 
 STDMETHODIMP SylvexObject::AssignSysIL(VARIANT_BOOL* result)
@@ -386,9 +400,8 @@ STDMETHODIMP SylvexObject::get_BuildFileListFilter(BSTR* value)
 
 STDMETHODIMP SylvexObject::put_BuildFileListFilter(BSTR New_BuildFileListFilter)
 {
-    return Member([&](Sylvex& control) {
-        control.LetBuildFileListFilter(std::wstring(ViewOf(New_BuildFileListFilter)));
-    });
+    return Member(
+        [&](Sylvex& control) { control.LetBuildFileListFilter(std::wstring(ViewOf(New_BuildFileListFilter))); });
 }
 
 }  // namespace sylvex

@@ -12,11 +12,10 @@ namespace sylvex {
 /// is the identity that `outer` keeps to itself.
 HRESULT CreateSylvexObject(IUnknown* outer, REFIID id, void** object) noexcept;
 
-/// The object of the class Sylvex: the members of its interface, the events (ConnectionPointsPart), and what a container
-/// needs (OleParts), all on one ControlCore. It runs on the thread that made it.
-class SylvexObject final
-    : public AggregableObject<Dispatch<::_Sylvex>, ClassInfoWithEvents<::Sylvex, ::__Sylvex>, ConnectionPointsPart,
-                              OleParts> {
+/// The object of the class Sylvex: the members of its interface, the events (ConnectionPointsPart), and what a
+/// container needs (OleParts), all on one ControlCore. It runs on the thread that made it.
+class SylvexObject final : public AggregableObject<Dispatch<::_Sylvex>, ClassInfoWithEvents<::Sylvex, ::__Sylvex>,
+                                                   ConnectionPointsPart, OleParts> {
 public:
     /// Throws what the control's creation throws.
     explicit SylvexObject(IUnknown* outer) : AggregableObject(outer), m_core(*Outer()) {}

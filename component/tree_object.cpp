@@ -4,6 +4,7 @@
 
 #include "component/object_ref.h"
 #include "component/values.h"
+#include "platform/win32/handles.h"
 
 namespace sylvex {
 
@@ -11,7 +12,7 @@ namespace {
 
 LRESULT Ask(TreeView& tree, UINT message, WPARAM wParam)
 {
-    return SendMessageW(reinterpret_cast<HWND>(tree.hWnd()), message, wParam, 0);
+    return SendMessageW(WindowOf(tree.hWnd()), message, wParam, 0);
 }
 
 }  // namespace
@@ -85,21 +86,45 @@ HRESULT TreeViewObject::LetFlag(TreeSetting setting, VARIANT_BOOL value)
     return Let(setting, value != VARIANT_FALSE ? 1 : 0);
 }
 
-STDMETHODIMP TreeViewObject::get_Appearance(AppearanceConstants* value) { return Get(TreeSetting::Appearance, value); }
+STDMETHODIMP TreeViewObject::get_Appearance(AppearanceConstants* value)
+{
+    return Get(TreeSetting::Appearance, value);
+}
 
-STDMETHODIMP TreeViewObject::put_Appearance(AppearanceConstants value) { return Let(TreeSetting::Appearance, value); }
+STDMETHODIMP TreeViewObject::put_Appearance(AppearanceConstants value)
+{
+    return Let(TreeSetting::Appearance, value);
+}
 
-STDMETHODIMP TreeViewObject::get_BorderStyle(BorderLineStyle* value) { return Get(TreeSetting::BorderStyle, value); }
+STDMETHODIMP TreeViewObject::get_BorderStyle(BorderLineStyle* value)
+{
+    return Get(TreeSetting::BorderStyle, value);
+}
 
-STDMETHODIMP TreeViewObject::put_BorderStyle(BorderLineStyle value) { return Let(TreeSetting::BorderStyle, value); }
+STDMETHODIMP TreeViewObject::put_BorderStyle(BorderLineStyle value)
+{
+    return Let(TreeSetting::BorderStyle, value);
+}
 
-STDMETHODIMP TreeViewObject::get_Checkboxes(VARIANT_BOOL* value) { return GetFlag(TreeSetting::Checkboxes, value); }
+STDMETHODIMP TreeViewObject::get_Checkboxes(VARIANT_BOOL* value)
+{
+    return GetFlag(TreeSetting::Checkboxes, value);
+}
 
-STDMETHODIMP TreeViewObject::put_Checkboxes(VARIANT_BOOL value) { return LetFlag(TreeSetting::Checkboxes, value); }
+STDMETHODIMP TreeViewObject::put_Checkboxes(VARIANT_BOOL value)
+{
+    return LetFlag(TreeSetting::Checkboxes, value);
+}
 
-STDMETHODIMP TreeViewObject::get_Enabled(VARIANT_BOOL* value) { return GetFlag(TreeSetting::Enabled, value); }
+STDMETHODIMP TreeViewObject::get_Enabled(VARIANT_BOOL* value)
+{
+    return GetFlag(TreeSetting::Enabled, value);
+}
 
-STDMETHODIMP TreeViewObject::put_Enabled(VARIANT_BOOL value) { return LetFlag(TreeSetting::Enabled, value); }
+STDMETHODIMP TreeViewObject::put_Enabled(VARIANT_BOOL value)
+{
+    return LetFlag(TreeSetting::Enabled, value);
+}
 
 STDMETHODIMP TreeViewObject::get_Font(IFontDisp** value)
 {
@@ -131,17 +156,35 @@ STDMETHODIMP TreeViewObject::put_HideSelection(VARIANT_BOOL value)
     return LetFlag(TreeSetting::HideSelection, value);
 }
 
-STDMETHODIMP TreeViewObject::get_HotTracking(VARIANT_BOOL* value) { return GetFlag(TreeSetting::HotTracking, value); }
+STDMETHODIMP TreeViewObject::get_HotTracking(VARIANT_BOOL* value)
+{
+    return GetFlag(TreeSetting::HotTracking, value);
+}
 
-STDMETHODIMP TreeViewObject::put_HotTracking(VARIANT_BOOL value) { return LetFlag(TreeSetting::HotTracking, value); }
+STDMETHODIMP TreeViewObject::put_HotTracking(VARIANT_BOOL value)
+{
+    return LetFlag(TreeSetting::HotTracking, value);
+}
 
-STDMETHODIMP TreeViewObject::get_LabelEdit(LabelEditConstants* value) { return Get(TreeSetting::LabelEdit, value); }
+STDMETHODIMP TreeViewObject::get_LabelEdit(LabelEditConstants* value)
+{
+    return Get(TreeSetting::LabelEdit, value);
+}
 
-STDMETHODIMP TreeViewObject::put_LabelEdit(LabelEditConstants value) { return Let(TreeSetting::LabelEdit, value); }
+STDMETHODIMP TreeViewObject::put_LabelEdit(LabelEditConstants value)
+{
+    return Let(TreeSetting::LabelEdit, value);
+}
 
-STDMETHODIMP TreeViewObject::get_LineStyle(TreeLineStyleConstants* value) { return Get(TreeSetting::LineStyle, value); }
+STDMETHODIMP TreeViewObject::get_LineStyle(TreeLineStyleConstants* value)
+{
+    return Get(TreeSetting::LineStyle, value);
+}
 
-STDMETHODIMP TreeViewObject::put_LineStyle(TreeLineStyleConstants value) { return Let(TreeSetting::LineStyle, value); }
+STDMETHODIMP TreeViewObject::put_LineStyle(TreeLineStyleConstants value)
+{
+    return Let(TreeSetting::LineStyle, value);
+}
 
 STDMETHODIMP TreeViewObject::get_MousePointer(MousePointerConstants* value)
 {

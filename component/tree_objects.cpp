@@ -39,9 +39,15 @@ ImageListHandle ImageListOf(const VARIANT& given)
 
 TreeObjects::TreeObjects(TreeOwner& owner) : m_link(std::make_shared<TreeLink>(owner, *this)) {}
 
-TreeObjects::~TreeObjects() { Close(); }
+TreeObjects::~TreeObjects()
+{
+    Close();
+}
 
-void TreeObjects::Close() { m_link->Cut(); }
+void TreeObjects::Close()
+{
+    m_link->Cut();
+}
 
 const ComPtr<ITreeView>& TreeObjects::TreeObject()
 {

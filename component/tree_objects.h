@@ -25,8 +25,8 @@ public:
     const ComPtr<INodes>& NodesObject();
     /// Empty for null.
     ComPtr<INode> ObjectOf(Node* node);
-    /// The node of an object that a host handed in; null for null. Raises 13 when it is no node, 35605 when the node has
-    /// been removed, 35601 when it belongs to another tree.
+    /// The node of an object that a host handed in; null for null. Raises 13 when it is no node, 35605 when the node
+    /// has been removed, 35601 when it belongs to another tree.
     Node* NodeOf(IUnknown* object);
 
     /// What a host gave as the tree's image list, empty when it gave none.

@@ -15,7 +15,10 @@ constexpr int kHimetricPerInch = 2540;
 constexpr DWORD kToContainer = XFORMCOORDS_SIZE | XFORMCOORDS_HIMETRICTOCONTAINER;
 constexpr DWORD kToHimetric = XFORMCOORDS_SIZE | XFORMCOORDS_CONTAINERTOHIMETRIC;
 
-int Rounded(float value) { return static_cast<int>(std::lround(value)); }
+int Rounded(float value)
+{
+    return static_cast<int>(std::lround(value));
+}
 
 }  // namespace
 

@@ -115,7 +115,10 @@ bool Sylvex::DragDropEnable()
 
 void Sylvex::LetDragDropEnable(bool New_DragDropEnable)
 {
-    Let(L"DragDropEnable", New_DragDropEnable, [&] { m_instance.m_DragDropEnable = New_DragDropEnable; });
+    Let(L"DragDropEnable", New_DragDropEnable, [&] {
+        m_instance.m_DragDropEnable = New_DragDropEnable;
+        if (!New_DragDropEnable) m_drag.Cancel();
+    });
 }
 
 bool Sylvex::RecursiveCheck()

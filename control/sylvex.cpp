@@ -2,14 +2,12 @@
 
 #include <unordered_set>
 
+#include "diagnostics/message_box.h"
 #include "platform/text.h"
 
 namespace sylvex {
 
 namespace {
-
-constexpr int kReopenEditAfter = 100;  // milliseconds
-constexpr short kEscape = 27;
 
 void DumpGlobals(Dump& dump)
 {
@@ -32,21 +30,21 @@ Sylvex::Sylvex(Platform& platform, Container& container, SylvexEvents& events, W
       m_tree(m_instance),
       m_checks(m_instance),
       m_list(m_instance, m_tree),
-      Timer2(platform.timers.Create([this] {
-          const auto alive = m_container.KeepAlive();
-          try {
-              Timer2_Timer();
-          } catch (...) {  // reported; a timer has nobody to pass it on to
-          }
-      }))
+      m_boxes(std::make_unique<MManipulateMsgBox>(platform)),
+      m_navigation(m_instance, m_tree, *m_boxes),
+      m_checkByPath(m_instance, m_tree, *this, *m_boxes),
+      m_drag(m_instance, *this),
+      m_disk(m_instance),
+      m_drop(m_instance, m_tree, m_checks, m_drag, m_disk, *this),
+      m_rename(m_instance, m_tree, m_disk, *this)
 {
     SetGlobalDump(&DumpGlobals);
-    Timer2->SetInterval(kReopenEditAfter);
     UserControl_Initialize();
 }
 
 Sylvex::~Sylvex()
 {
+    m_drag.Cancel();
     sylvex::m_Sylvex() = nullptr;
     m_instance.m_ReqListView.reset();
 }
@@ -92,19 +90,10 @@ void Sylvex::UserControl_Resize(Size size)
     });
 }
 
-void Sylvex::Timer2_Timer()
-{
-    Trapped(m_instance, L"Timer2_Timer", kNone, kNone, [&](int& line) {
-        line = 1;
-        m_instance.TV.StartLabelEdit();
-        line = 2;
-        Timer2->SetEnabled(false);
-    });
-}
-
 void Sylvex::Enumerate()
 {
     Trapped(m_instance, L"Enumerate", kNone, kNone, [&](int& line) {
+        m_drag.Cancel();
         line = 1;
         m_tree.Clear();
         line = 2;
@@ -118,6 +107,7 @@ void Sylvex::Enumerate()
 
 void Sylvex::Clear()
 {
+    m_drag.Cancel();
     m_tree.Clear();
 }
 
@@ -132,6 +122,15 @@ void Sylvex::RebuildList()
     m_instance.BoundList()->ClearItems();
     m_list.Binding().LVColumnHeaders();
     m_list.BuildFileList(&m_instance.TV.GetNodes().Item(1), false);
+}
+
+/// The same where nothing forbids it; nothing without a bound list.
+void Sylvex::RebuildBoundList()
+{
+    if (!m_instance.m_ReqListView || m_instance.InSetNodeChecked || InTreeSetParent()) return;
+    m_instance.BoundList()->SetVisible(false);
+    RebuildList();
+    m_instance.BoundList()->SetVisible(true);
 }
 
 void Sylvex::Refresh()
@@ -226,6 +225,7 @@ void Sylvex::TV_Expand(Node& Node)
         line = 2;
         m_events.Expand(Node);
         line = 3;
+        if (m_drop.Arriving(*node)) return;
         blnChecked = node->Checked();
         line = 4;
         m_tree.LoadChildren(*node);
@@ -304,70 +304,6 @@ void Sylvex::TV_KeyDown(short& KeyCode, short Shift)
         line = 1;
         m_events.KeyDown(KeyCode, Shift);
     });
-}
-
-void Sylvex::TV_KeyPress(short& KeyAscii)
-{
-    Trapped(m_instance, L"TV_KeyPress", VARIABLES(KeyAscii), kNone, [&](int& line) {
-        line = 2;
-        m_events.KeyPress(KeyAscii);
-    });
-}
-
-void Sylvex::TV_KeyUp(short& KeyCode, short Shift)
-{
-    Trapped(m_instance, L"TV_KeyUp", VARIABLES(KeyCode, Shift), kNone, [&](int& line) {
-        if (KeyCode == kEscape) {
-            line = 1;
-            Node* selected = m_instance.TV.SelectedItem();
-            if (selected == nullptr) throw ObjectNotSet();
-            // Nothing is put back while no edit has begun since the tree was loaded.
-            if (!m_instance.sNodeText.empty()) selected->SetText(m_instance.sNodeText);
-        }
-        line = 2;
-        m_events.KeyUp(KeyCode, Shift);
-    });
-}
-
-void Sylvex::TV_MouseDown(short Button, short Shift, Point where)
-{
-    Trapped(m_instance, L"TV_MouseDown", VARIABLES(Button, Shift, where), kNone, [&](int& line) {
-        line = 2;
-        m_events.MouseDown(Button, Shift, where);
-    });
-}
-
-void Sylvex::TV_MouseMove(short Button, short Shift, Point where)
-{
-    Trapped(m_instance, L"TV_MouseMove", VARIABLES(Button, Shift, where), kNone, [&](int& line) {
-        line = 2;
-        m_events.MouseMove(Button, Shift, where);
-    });
-}
-
-void Sylvex::TV_MouseUp(short Button, short Shift, Point where)
-{
-    Trapped(m_instance, L"TV_MouseUp", VARIABLES(Button, Shift, where), kNone, [&](int& line) {
-        line = 6;
-        m_events.MouseUp(Button, Shift, where);
-    });
-}
-
-void Sylvex::TV_BeforeLabelEdit(bool& Cancel)
-{
-    Trapped(m_instance, L"TV_BeforeLabelEdit", VARIABLES(Cancel), kNone, [&](int& line) {
-        line = 1;
-        const Node* selected = m_instance.TV.SelectedItem();
-        if (selected == nullptr) throw ObjectNotSet();
-        if (!selected->Text().empty()) m_instance.sNodeText = selected->Text();
-    });
-}
-
-void Sylvex::TV_AfterLabelEdit(bool& Cancel, const std::wstring& NewString)
-{
-    // Until renaming is there a label is put back, so that the tree never shows a name that the disk does not have.
-    Cancel = true;
-    static_cast<void>(NewString);
 }
 
 }  // namespace sylvex

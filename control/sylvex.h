@@ -4,11 +4,15 @@
 #include <optional>
 #include <string>
 
+#include "checks/check_by_path.h"
 #include "checks/tree_select.h"
+#include "dragdrop/drop.h"
+#include "dragdrop/rename.h"
 #include "filelist/file_list.h"
 #include "filelist/formatting.h"
 #include "instance/instance.h"
 #include "tree/folder_tree.h"
+#include "tree/navigation.h"
 
 namespace sylvex {
 
@@ -47,7 +51,7 @@ public:
 
 /// The control: a folder and file selector. Composes the subsystems; every public member runs under the error trap,
 /// and what fails is reported and raised as 65535.
-class Sylvex : private TreeViewEvents {
+class Sylvex : private TreeViewEvents, private DragOwner {
 public:
     /// Makes the child controls, the tree's window below `parent`, and shows one placeholder node. The arguments
     /// outlive the control. (UserControl_Initialize)
@@ -66,6 +70,16 @@ public:
     /// Always false.
     bool CheckNodeSelective(Node* node);
     void FreezeCtl(bool bFreeze);
+    std::wstring Path();
+    /// Stores the path of an existing file or folder, selects its node when it is loaded, and rebuilds the bound list.
+    /// Any other value changes nothing.
+    void LetPath(const std::wstring& New_Path);
+    /// Selects and shows the loaded node of the current path, if there is one.
+    void SetNodeVisible();
+    /// Selects and shows the node of the bound list's selected row, opening folders on the way.
+    void SetNode();
+    /// Gives that node the mark `bState` as a click does; `bBuildList`: the list is rebuilt.
+    void SetNodeChecked(bool bState, bool bBuildList = false);
     /// `pNode` null: nothing happens.
     void BuildFileList(Node* pNode, bool RecursiveCall);
     bool AssignSysIL();
@@ -120,8 +134,8 @@ private:
     void TV_AfterLabelEdit(bool& Cancel, const std::wstring& NewString) override;
 
     void UserControl_Initialize();
-    void Timer2_Timer();
     void RebuildList();
+    void RebuildBoundList() override;
     void MarkListed(const NodeRef& node, std::wstring& SearchString);
     template <class Read>
     auto Get(const wchar_t* name, Read&& read);
@@ -134,7 +148,13 @@ private:
     FolderTree m_tree;
     TreeSelect m_checks;
     FileList m_list;
-    std::unique_ptr<Timer> Timer2;
+    std::unique_ptr<MManipulateMsgBox> m_boxes;
+    Navigation m_navigation;
+    CheckByPath m_checkByPath;
+    DragSession m_drag;
+    DiskOperations m_disk;
+    Drop m_drop;
+    Rename m_rename;
 };
 
 }  // namespace sylvex

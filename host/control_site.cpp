@@ -2,6 +2,8 @@
 
 #include <olectl.h>
 
+#include <optional>
+
 namespace sylvex::host {
 namespace {
 
@@ -9,6 +11,26 @@ namespace {
 constexpr LONG SystemColor(int index)
 {
     return static_cast<LONG>(0x80000000u | static_cast<unsigned>(index));
+}
+
+/// Ambient properties that are true or false; empty for the others.
+std::optional<bool> AmbientFlag(DISPID member)
+{
+    switch (member) {
+        case DISPID_AMBIENT_USERMODE:
+        case DISPID_AMBIENT_SUPPORTSMNEMONICS:
+        case DISPID_AMBIENT_AUTOCLIP:
+            return true;
+        case DISPID_AMBIENT_UIDEAD:
+        case DISPID_AMBIENT_SHOWGRABHANDLES:
+        case DISPID_AMBIENT_SHOWHATCHING:
+        case DISPID_AMBIENT_DISPLAYASDEFAULT:
+        case DISPID_AMBIENT_MESSAGEREFLECT:
+        case DISPID_AMBIENT_RIGHTTOLEFT:
+            return false;
+        default:
+            return std::nullopt;
+    }
 }
 
 HRESULT AnswerFlag(VARIANT& value, bool flag)
@@ -154,18 +176,8 @@ STDMETHODIMP ControlSite::Invoke(DISPID member, REFIID, LCID, WORD kind, DISPPAR
 
 HRESULT ControlSite::ReadAmbient(DISPID member, VARIANT& value) const
 {
+    if (const auto flag = AmbientFlag(member)) return AnswerFlag(value, *flag);
     switch (member) {
-        case DISPID_AMBIENT_USERMODE:
-        case DISPID_AMBIENT_SUPPORTSMNEMONICS:
-        case DISPID_AMBIENT_AUTOCLIP:
-            return AnswerFlag(value, true);
-        case DISPID_AMBIENT_UIDEAD:
-        case DISPID_AMBIENT_SHOWGRABHANDLES:
-        case DISPID_AMBIENT_SHOWHATCHING:
-        case DISPID_AMBIENT_DISPLAYASDEFAULT:
-        case DISPID_AMBIENT_MESSAGEREFLECT:
-        case DISPID_AMBIENT_RIGHTTOLEFT:
-            return AnswerFlag(value, false);
         case DISPID_AMBIENT_BACKCOLOR:
             return AnswerNumber(value, SystemColor(COLOR_BTNFACE));
         case DISPID_AMBIENT_FORECOLOR:

@@ -6,8 +6,11 @@ namespace sylvex::host {
 namespace {
 
 constexpr int kMostLines = 2000;
-constexpr int kTimeColumn = 13;
-constexpr int kTextColumn = 31;
+/// The widest texts of the first columns.
+constexpr wchar_t kTime[] = L"00:00:00.000";
+constexpr wchar_t kName[] = L"PropertyChanged";
+/// Between columns, in quarters of an average character.
+constexpr int kGap = 10;
 
 std::wstring LineOf(std::wstring_view what, std::wstring_view details)
 {
@@ -16,18 +19,21 @@ std::wstring LineOf(std::wstring_view what, std::wstring_view details)
     wchar_t time[16];
     std::swprintf(time, std::size(time), L"%02d:%02d:%02d.%03d", now.wHour, now.wMinute, now.wSecond,
                   now.wMilliseconds);
-    return std::wstring(time) + L'\t' + std::wstring(what) + L'\t' + std::wstring(details);
+    // The blanks keep what follows from painting over the edge of a last letter.
+    return std::wstring(time) + L" \t" + std::wstring(what) + L" \t" + std::wstring(details);
 }
 
 }  // namespace
 
-void EventLog::Attach(HWND box, int charWidth)
+void EventLog::Attach(HWND box, const Metrics& metrics)
 {
     m_box = box;
-    m_charWidth = charWidth;
-    // In quarters of an average character.
-    UINT tabs[] = {kTimeColumn * 4, kTextColumn * 4};
-    SendMessageW(box, LB_SETTABSTOPS, std::size(tabs), reinterpret_cast<LPARAM>(tabs));
+    const int unit = metrics.X(4);
+    const int first = metrics.TextWidth(kTime) + metrics.X(kGap);
+    m_tabs = {first, first + metrics.TextWidth(kName) + metrics.X(kGap)};
+    // The box takes quarters of an average character.
+    UINT stops[] = {static_cast<UINT>(MulDiv(m_tabs[0], 4, unit)), static_cast<UINT>(MulDiv(m_tabs[1], 4, unit))};
+    SendMessageW(box, LB_SETTABSTOPS, std::size(stops), reinterpret_cast<LPARAM>(stops));
 }
 
 void EventLog::Add(std::wstring_view what, std::wstring_view details)
@@ -67,11 +73,11 @@ void EventLog::Widen(const std::wstring& line)
     const HDC dc = GetDC(m_box);
     const auto font = reinterpret_cast<HFONT>(SendMessageW(m_box, WM_GETFONT, 0, 0));
     const HGDIOBJ before = SelectObject(dc, font);
-    INT tabs[] = {kTimeColumn * m_charWidth, kTextColumn * m_charWidth};
-    const DWORD size = GetTabbedTextExtentW(dc, line.c_str(), static_cast<int>(line.size()), std::size(tabs), tabs);
+    const int length = static_cast<int>(line.size());
+    const DWORD size = GetTabbedTextExtentW(dc, line.c_str(), length, static_cast<int>(m_tabs.size()), m_tabs.data());
     SelectObject(dc, before);
     ReleaseDC(m_box, dc);
-    const int width = LOWORD(size) + m_charWidth;
+    const int width = LOWORD(size) + GetSystemMetrics(SM_CXVSCROLL);
     if (width <= m_extent) return;
     m_extent = width;
     SendMessageW(m_box, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(m_extent), 0);

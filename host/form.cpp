@@ -49,6 +49,15 @@ void CreateChild(HWND form, const Child& child)
                     form, reinterpret_cast<HMENU>(static_cast<INT_PTR>(child.id)), GetModuleHandleW(nullptr), nullptr);
 }
 
+/// Gives the focus to a child, if there is one, as a dialog does: with the text of an edit selected.
+void GiveFocus(HWND child)
+{
+    if (!child) return;
+    SetFocus(child);
+    const bool isEdit = (SendMessageW(child, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0;
+    if (isEdit) SendMessageW(child, EM_SETSEL, 0, -1);
+}
+
 /// A comfortable size for the resolution, within the part of the screen that is free.
 RECT FirstPlace()
 {
@@ -106,7 +115,7 @@ bool Form::CreateChildren()
     for (HWND child = GetWindow(Handle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.Get()), FALSE);
     }
-    m_log.Attach(Item(IDC_LOG), m_metrics.X(4));
+    m_log.Attach(Item(IDC_LOG), m_metrics);
 
     const DWORD extended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | LVS_EX_HEADERDRAGDROP;
     SendMessageW(Item(IDC_LIST), LVM_SETEXTENDEDLISTVIEWSTYLE, extended, extended);
@@ -147,6 +156,30 @@ void Form::CreatePanes()
 LRESULT Form::Answer(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
+        case WM_COMMAND:
+            OnCommand(LOWORD(wParam), HIWORD(wParam));
+            return 0;
+        case WM_NOTIFY:
+            if (wParam == IDC_LIST) OnListNotice(*reinterpret_cast<const NMHDR*>(lParam));
+            return 0;
+        case WM_NEXTDLGCTL:
+            // Comes for the mnemonic of a label; only windows of dialogs know it by themselves.
+            MoveFocus(wParam, LOWORD(lParam) != FALSE);
+            return 0;
+        case WM_TIMER:
+            OnTimer(wParam);
+            return 0;
+        case kStart:
+            Start();
+            return 0;
+        default:
+            return AnswerFrame(message, wParam, lParam);
+    }
+}
+
+LRESULT Form::AnswerFrame(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
         case WM_CREATE:
             return CreateChildren() ? 0 : -1;
         case WM_SIZE:
@@ -158,24 +191,12 @@ LRESULT Form::Answer(UINT message, WPARAM wParam, LPARAM lParam)
         case WM_ACTIVATE:
             OnActivate(LOWORD(wParam) != WA_INACTIVE);
             return 0;
-        case WM_COMMAND:
-            OnCommand(LOWORD(wParam), HIWORD(wParam));
-            return 0;
-        case WM_NOTIFY:
-            if (wParam == IDC_LIST) OnListNotice(*reinterpret_cast<const NMHDR*>(lParam));
-            return 0;
         case WM_CLOSE:
             OnClose();
             return 0;
         case WM_DESTROY:
             m_container.reset();
             PostQuitMessage(m_status);
-            return 0;
-        case WM_TIMER:
-            OnTimer(wParam);
-            return 0;
-        case kStart:
-            Start();
             return 0;
         default:
             return Default(message, wParam, lParam);
@@ -215,7 +236,12 @@ bool Form::TakeTab(const MSG& message)
 
 void Form::TabOut(bool back)
 {
-    if (const HWND next = GetNextDlgTabItem(Handle(), m_place.Handle(), back)) SetFocus(next);
+    GiveFocus(GetNextDlgTabItem(Handle(), m_place.Handle(), back));
+}
+
+void Form::MoveFocus(WPARAM where, bool isWindow)
+{
+    GiveFocus(isWindow ? reinterpret_cast<HWND>(where) : GetNextDlgTabItem(Handle(), GetFocus(), where != 0));
 }
 
 void Form::OnSize()

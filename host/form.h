@@ -45,12 +45,15 @@ public:
 
 private:
     LRESULT Answer(UINT message, WPARAM wParam, LPARAM lParam) override;
+    /// The messages about the window itself.
+    LRESULT AnswerFrame(UINT message, WPARAM wParam, LPARAM lParam);
     bool CreateChildren();
     void CreatePanes();
     HWND Item(int id) const { return GetDlgItem(Handle(), id); }
     void ServeMessage(MSG& message);
     bool TakeTab(const MSG& message);
     void TabOut(bool back);
+    void MoveFocus(WPARAM where, bool isWindow);
     void OnSize();
     void OnActivate(bool active);
     void OnMinMax(MINMAXINFO& info) const;
@@ -61,15 +64,21 @@ private:
     void OnClose();
     void Start();
 
+    using Command = std::function<void(Form&)>;
     /// Keeps the form from going while a command is carried out, in which messages may be served.
     class Busy;
-    /// Runs a command with the wait cursor; its failures are shown, not thrown.
-    void Attempt(const std::function<void()>& command);
+    /// Runs a command, if there is a control; its failures are shown, not thrown.
+    void Attempt(const Command& command);
+    /// What a button or its accelerator does; empty when there is no such button.
+    static Command FindCommand(int id);
     void ApplyPatterns();
+    void ApplyRecursive();
+    void ApplyCheckboxes();
     void ApplyFileFilter();
     void Refresh();
     void Export();
     void Copy();
+    void FindSelected();
     void UntickSelected();
     void ShowStatus(const std::wstring& text);
     void HearEvent(const ControlEvent& event);

@@ -86,9 +86,10 @@ void Form::OpenControl()
     if (font) Check(control.putref_Font(font.Get()), L"Font");
     Check(control.put_HideSelection(VARIANT_FALSE), L"HideSelection");
     Check(control.put_LabelEdit(tvwManual), L"LabelEdit");
-    Check(control.put_Checkboxes(FlagOf(IsDlgButtonChecked(Handle(), IDC_CHECKBOXES))), L"Checkboxes");
-    Check(control.put_RecursiveCheck(FlagOf(IsDlgButtonChecked(Handle(), IDC_RECURSIVE))), L"RecursiveCheck");
+    ApplyCheckboxes();
+    ApplyRecursive();
     ApplyPatterns();
+    if (GetFocus() == m_place.Handle()) m_container->Activate(nullptr);
 }
 
 void Form::ShowUnavailable(const std::wstring& reason)
@@ -100,51 +101,54 @@ void Form::ShowUnavailable(const std::wstring& reason)
     }
 }
 
-void Form::Attempt(const std::function<void()>& command)
+void Form::Attempt(const Command& command)
 {
     if (!m_container) return;
     const Busy busy(*this);
     try {
-        command();
+        std::invoke(command, *this);
     } catch (const Failure& failure) {
         ReportFailure(failure.Message());
     }
 }
 
+Form::Command Form::FindCommand(int id)
+{
+    switch (id) {
+        case IDC_ENUMERATE:
+            return &Form::Enumerate;
+        case IDC_REFRESH:
+            return &Form::Refresh;
+        case IDC_EXPORT:
+            return &Form::Export;
+        case IDC_COPY:
+            return &Form::Copy;
+        case IDC_RECURSIVE:
+            return &Form::ApplyRecursive;
+        case IDC_CHECKBOXES:
+            return &Form::ApplyCheckboxes;
+        default:
+            return {};
+    }
+}
+
 void Form::OnCommand(int id, int notification)
 {
-    _Sylvex* const control = m_container ? &Control() : nullptr;
     switch (id) {
         case IDOK:
             OnDefaultKey();
             break;
-        case IDC_ENUMERATE:
-            Attempt([this] { Enumerate(); });
-            break;
-        case IDC_REFRESH:
-            Attempt([this] { Refresh(); });
-            break;
-        case IDC_EXPORT:
-            Attempt([this] { Export(); });
-            break;
-        case IDC_COPY:
-            Attempt([this] { Copy(); });
-            break;
-        case IDC_RECURSIVE:
-            Attempt([&] {
-                Check(control->put_RecursiveCheck(FlagOf(IsDlgButtonChecked(Handle(), id))), L"RecursiveCheck");
-            });
-            break;
-        case IDC_CHECKBOXES:
-            Attempt([&] { Check(control->put_Checkboxes(FlagOf(IsDlgButtonChecked(Handle(), id))), L"Checkboxes"); });
+        case IDC_LEAVE:
+            Leave();
             break;
         case IDC_FILE_FILTER:
-            if (notification == EN_KILLFOCUS) Attempt([this] { ApplyFileFilter(); });
+            if (notification == EN_KILLFOCUS) Attempt(&Form::ApplyFileFilter);
             break;
         case IDC_PATTERNS:
-            if (notification == EN_KILLFOCUS) Attempt([this] { ApplyPatterns(); });
+            if (notification == EN_KILLFOCUS) Attempt(&Form::ApplyPatterns);
             break;
         default:
+            if (const auto command = FindCommand(id)) Attempt(command);
             break;
     }
 }
@@ -152,25 +156,30 @@ void Form::OnCommand(int id, int notification)
 void Form::OnDefaultKey()
 {
     const HWND focus = GetFocus();
-    if (focus == Item(IDC_FILE_FILTER)) Attempt([this] { Enumerate(); });
-    if (focus == Item(IDC_PATTERNS)) Attempt([this] { Refresh(); });
+    if (focus == Item(IDC_FILE_FILTER)) Attempt(&Form::Enumerate);
+    if (focus == Item(IDC_PATTERNS)) Attempt(&Form::Refresh);
 }
 
 void Form::OnListNotice(const NMHDR& header)
 {
     switch (header.code) {
         case LVN_COLUMNCLICK:
-            Attempt([&] { SortByColumn(Control(), reinterpret_cast<const NMLISTVIEW&>(header).iSubItem); });
+            Attempt([&](Form&) { SortByColumn(Control(), reinterpret_cast<const NMLISTVIEW&>(header).iSubItem); });
             break;
         case LVN_ITEMACTIVATE:
-            Attempt([this] { Check(Control().SetNode(), L"SetNode"); });
+            Attempt(&Form::FindSelected);
             break;
         case LVN_KEYDOWN:
-            if (reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_DELETE) Attempt([this] { UntickSelected(); });
+            if (reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_DELETE) Attempt(&Form::UntickSelected);
             break;
         default:
             break;
     }
+}
+
+void Form::FindSelected()
+{
+    Check(Control().SetNode(), L"SetNode");
 }
 
 void Form::UntickSelected()
@@ -193,6 +202,16 @@ void Form::ApplyPatterns()
     const std::wstring wished = WindowText(Item(IDC_PATTERNS));
     if (ReadText(Control(), &_Sylvex::get_BuildFileListFilter, L"BuildFileListFilter") == wished) return;
     Check(Control().put_BuildFileListFilter(Bstr(wished).Get()), L"BuildFileListFilter");
+}
+
+void Form::ApplyRecursive()
+{
+    Check(Control().put_RecursiveCheck(FlagOf(IsDlgButtonChecked(Handle(), IDC_RECURSIVE))), L"RecursiveCheck");
+}
+
+void Form::ApplyCheckboxes()
+{
+    Check(Control().put_Checkboxes(FlagOf(IsDlgButtonChecked(Handle(), IDC_CHECKBOXES))), L"Checkboxes");
 }
 
 void Form::Enumerate()
@@ -267,7 +286,7 @@ void Form::HearEvent(const ControlEvent& event)
         m_log.Add(event.name, event.arguments);
         return;
     }
-    Attempt([&] {
+    Attempt([&](Form&) {
         const std::wstring description = DescribeNode(*event.node);
         m_log.Add(event.name, description);
         ShowStatus(description);

@@ -23,3 +23,4 @@
 #define IDC_LOG_LABEL 116
 #define IDC_LOG 117
 #define IDC_STATUS 118
+#define IDC_LEAVE 119

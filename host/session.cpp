@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 
+#include "host/automation.h"
 #include "host/console.h"
 #include "host/dialog_guard.h"
 #include "host/form.h"
@@ -23,10 +24,21 @@ void WriteList(const Form& form, const std::wstring& target)
     }
 }
 
+/// Loads the tree. A failure is told, but need not be the end: what could be loaded is there.
+void LoadTree(Form& form)
+{
+    try {
+        form.Enumerate();
+    } catch (const AutomationError& error) {
+        form.ReportFailure(error.Message());
+        WriteError(error.Message());
+    }
+}
+
 void DoAll(Form& form, const Options& options)
 {
     form.OpenControl();
-    form.Enumerate();
+    LoadTree(form);
     const PathWalker walker(form.Control());
     if (options.open) walker.Open(*options.open);
     for (const TreePath& path : options.checks)

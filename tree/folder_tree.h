@@ -20,6 +20,9 @@ public:
     void Clear();
     /// Step 4 of opening a node: when it holds only a placeholder (or one childless child), reads its folder anew.
     void LoadChildren(Node& node);
+    /// While a branch that the tree shows at `to` may still be at `from` on the disk (both end in a separator), what is
+    /// below its folders is looked for at both. Empty: there is no such branch.
+    void SetMoving(const std::wstring& from, const std::wstring& to) { m_movingFrom = from, m_movingTo = to; }
     /// Reads the node's folder and adds its subfolders, then its files, each group sorted by name.
     void EnumFilesUnder(Node& n);
     /// True when the folder (ending in a separator) holds a subfolder or a file that a pattern of the file filter
@@ -48,6 +51,8 @@ private:
     bool MatchesFilter(std::wstring_view name);
 
     Instance& m_instance;
+    std::wstring m_movingFrom;
+    std::wstring m_movingTo;
 };
 
 /// Text-compare pattern match with "*" and "?".

@@ -25,7 +25,9 @@ constexpr wchar_t AsciiLower(wchar_t c)
 /// placeholder's) have their path worked out.
 bool IsOnePart(std::wstring_view text)
 {
-    return !text.empty() && text.find_first_of(L":\\") == std::wstring_view::npos;
+    for (const wchar_t c : text)
+        if (c == L':' || c == L'\\') return false;
+    return !text.empty();
 }
 
 /// Whether the path of the documents folder may stand in place of this text and what follows it.
@@ -83,15 +85,26 @@ bool CaselessText::BeginsWith(std::wstring_view start) const
     return settled || m_lower.starts_with(m_regional->Lower(start));
 }
 
+/// Whether the path of a node with this text can end as `parts` do.
+bool PathSearch::MayEnd(const Node& node, const std::vector<CaselessText>& parts)
+{
+    const std::wstring& text = node.Text();
+    const CaselessText& last = parts.back();
+    // A placeholder has its parent's path and the higher index.
+    if (text.empty()) return node.Parent() == nullptr || !node.Key().empty();
+    if (last.Equals(text)) return true;
+    // A drive's text gives nothing but its letter and the colon.
+    if (parts.size() == 1) return text.find(L':') != std::wstring::npos;
+    const std::size_t behind = last.Text().size() + 1;
+    return text.size() >= behind && (text[text.size() - behind] == L'\\' || text.back() == L'\\');
+}
+
 /// False only when the node cannot have the path of these parts: its own text and those above it are compared from the
 /// end of the path as far as they stand in it as they are.
-bool PathSearch::MayBe(const Node& node, const std::vector<CaselessText>& parts) const
+bool PathSearch::MayBe(const Node& node, const std::vector<CaselessText>& parts)
 {
-    const std::wstring& own = node.Text();
-    if (!parts.back().Equals(own) || !IsOnePart(own)) {
-        if (own.empty()) return node.Parent() == nullptr || !node.Key().empty();
-        return !IsOnePart(own);
-    }
+    if (!MayEnd(node, parts)) return false;
+    if (!IsOnePart(node.Text())) return true;
     std::size_t part = parts.size() - 1;
     for (const Node* above = node.Parent(); above != nullptr && above->Parent() != nullptr; above = above->Parent()) {
         const std::wstring& text = above->Text();

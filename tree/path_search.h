@@ -42,7 +42,8 @@ public:
     ChildOnPath Towards(Node& parent, const std::wstring& pText);
 
 private:
-    bool MayBe(const Node& node, const std::vector<CaselessText>& parts) const;
+    static bool MayEnd(const Node& node, const std::vector<CaselessText>& parts);
+    static bool MayBe(const Node& node, const std::vector<CaselessText>& parts);
 
     Instance& m_instance;
     FolderTree& m_tree;

@@ -43,7 +43,10 @@ FolderTree::FolderTree(Instance& instance) : m_instance(instance)
 {
     instance.TV.GetNodes().SetPlaceholderQuestion([this](Node& node) {
         // Asked by the name under its folder, whatever the file filter makes of a folder's own path.
-        return hasSubDirectory(BuildFullPath(node.Parent()) + node.Text() + L"\\");
+        const std::wstring path = BuildFullPath(node.Parent()) + node.Text() + L"\\";
+        if (hasSubDirectory(path)) return true;
+        const bool onItsWay = !m_movingTo.empty() && path.starts_with(m_movingTo);
+        return onItsWay && hasSubDirectory(m_movingFrom + path.substr(m_movingTo.size()));
     });
 }
 

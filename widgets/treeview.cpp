@@ -157,7 +157,9 @@ void TreeView::Added(Node& node)
     const Node* previous = node.m_previous;
     InsertRow(node, node.m_next == nullptr ? 0 : previous != nullptr ? previous->m_item : kFirstRow);
     if (parent != nullptr && parent->m_children == 1) ChildrenChanged(*parent);
-    if (node.m_expanded) Realise(&node);
+    if (!node.m_expanded) return;
+    Realise(&node);
+    m_window->Expand(node.m_item, true);
 }
 
 void TreeView::Removing(Node& node)

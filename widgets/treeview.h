@@ -52,10 +52,20 @@ public:
     void SetSelectedItem(Node* node);
     Node* DropHighlight() const { return m_dropHighlight.IfAlive(); }
     void SetDropHighlight(Node* node);
+    /// The window's highlight has been moved by a message of its own.
+    void DropHighlightMoved(Node* node) { m_dropHighlight = NodeRef(node); }
     /// The node at a point of the client area in pixels, null beside any.
     Node* HitTest(Point where);
+    /// The row of a node in the window, 0 while it has none.
+    ItemHandle ItemOf(const Node& node) const { return node.m_item; }
+    /// The node of a row that the window has just told of, null for 0.
+    Node* NodeOfItem(ItemHandle item);
     /// Opens the selected node's label for editing; nothing without a selection.
     void StartLabelEdit();
+    /// The same with a text in it that is not the label.
+    void StartLabelEdit(const std::wstring& typed);
+    /// The node whose label is being edited, or was last; null when it is gone.
+    Node* EditedNode() const { return m_edited.IfAlive(); }
     void Refresh();
     WindowHandle hWnd() const;
     int VisibleCount();
@@ -139,6 +149,7 @@ private:
     NodeRef m_selected;
     NodeRef m_dropHighlight;
     NodeRef m_edited;
+    bool m_editEnds = false;  // what the end of an edit sets off runs, which may end the edit once more
     int m_settings[10] = {1, 0, 0, 1, 0, 1, 0, 0, 0, 0};
     ObjectRef m_font;
     ObjectRef m_mouseIcon;

@@ -133,16 +133,45 @@ bool TreeView::LabelEditing(ItemData item)
 
 bool TreeView::LabelEdited(ItemData, const std::optional<std::wstring>& text)
 {
-    if (!text || m_edited.IfAlive() == nullptr) return false;
+    if (!text || m_editEnds || m_edited.IfAlive() == nullptr) return false;
     bool kept = false;
+    const NodeRef edited = m_edited;
     FromWindow([&] {
+        m_editEnds = true;
         bool cancel = false;
-        m_events.TV_AfterLabelEdit(cancel, *text);
-        Node* node = m_edited.IfAlive();
+        try {
+            m_events.TV_AfterLabelEdit(cancel, *text);
+        } catch (...) {
+            cancel = true;
+        }
+        m_editEnds = false;
+        Node* node = edited.IfAlive();
         kept = !cancel && node != nullptr;
         if (kept) node->m_text = *text;
     });
     return kept;
+}
+
+// What is asked of the window by messages of its own.
+
+Node* TreeView::NodeOfItem(ItemHandle item)
+{
+    TVITEM record;
+    record.mask = TVIF_HANDLE | TVIF_PARAM;
+    record.hItem = item;
+    const auto address = reinterpret_cast<std::intptr_t>(&record);
+    if (item == 0 || m_platform.windows.Send(hWnd(), TVM_GETITEMA, 0, address) == 0) return nullptr;
+    return &NodeOf(static_cast<ItemData>(record.lParam));
+}
+
+void TreeView::StartLabelEdit(const std::wstring& typed)
+{
+    StartLabelEdit();
+    Windows& windows = m_platform.windows;
+    const auto edit = static_cast<WindowHandle>(windows.Send(hWnd(), TVM_GETEDITCONTROL, 0, 0));
+    if (edit == 0) return;
+    windows.Send(edit, WM_SETTEXT, 0, reinterpret_cast<std::intptr_t>(typed.c_str()));
+    windows.Send(edit, EM_SETSEL, 0, -1);
 }
 
 }  // namespace sylvex

@@ -3,6 +3,7 @@
 #include "platform/platform.h"
 #include "platform/simulated/simulated_boxtools.h"
 #include "platform/simulated/simulated_disk.h"
+#include "platform/simulated/simulated_drag.h"
 #include "platform/simulated/simulated_images.h"
 #include "platform/simulated/simulated_messages.h"
 #include "platform/simulated/simulated_network.h"
@@ -36,6 +37,7 @@ public:
     SimulatedBoxes boxes{gate, system, boxTools};
     SimulatedReporter reporter{gate};
     SimulatedNetwork network{gate};
+    SimulatedDrag drag{gate, windows};
 
     Platform& Get() { return m_platform; }
     /// What is not given back: "" or a line such as "icons 2, image lists 1". Ask when the control is gone.
@@ -43,7 +45,7 @@ public:
 
 private:
     Platform m_platform{disk,   shell, regional, system,   windows, images,
-                        timers, boxes, reporter, boxTools, network};
+                        timers, boxes, reporter, boxTools, network, drag};
 };
 
 }  // namespace sylvex

@@ -16,10 +16,18 @@ std::string SimulatedImages::Picture(ImageListHandle list, int index) const
     return place < found->second.size() ? found->second[place] : std::string();
 }
 
-ImageListHandle SimulatedImages::CreateWith(const std::string& picture)
+ImageListHandle SimulatedImages::CreateWith(const std::string& picture, Size size)
 {
     m_lists[++m_last] = {picture};
+    m_sizes[m_last] = size;
     return m_last;
+}
+
+Size SimulatedImages::PictureSize(ImageListHandle list) const
+{
+    if (m_lists.count(list) == 0) return {};
+    const auto found = m_sizes.find(list);
+    return found == m_sizes.end() ? Size{16, 16} : found->second;
 }
 
 ImageListHandle SimulatedImages::Create()

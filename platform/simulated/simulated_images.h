@@ -19,7 +19,9 @@ public:
     /// One picture of a list, empty when there is none.
     std::string Picture(ImageListHandle list, int index) const;
     /// A new list with one picture, as the platform makes for a drag; the receiver destroys it.
-    ImageListHandle CreateWith(const std::string& picture);
+    ImageListHandle CreateWith(const std::string& picture, Size size);
+    /// The size of a list's pictures, 16 pixels square unless it was made with another one; empty for no list.
+    Size PictureSize(ImageListHandle list) const;
     /// Lists not destroyed yet: above 0 at the end of a test is a leak.
     int Live() const { return static_cast<int>(m_lists.size()); }
     /// Lists destroyed twice, or that never were.
@@ -34,6 +36,7 @@ private:
     CallGate& m_gate;
     const IconTable& m_icons;
     std::map<ImageListHandle, std::vector<std::string>> m_lists;
+    std::map<ImageListHandle, Size> m_sizes;
     ImageListHandle m_last = 0x11000;
     int m_badFrees = 0;
 };

@@ -27,6 +27,8 @@ public:
     const std::vector<std::string>& Lines() const { return m_lines; }
     /// The same lines, and forgets them.
     std::vector<std::string> TakeLines() { return std::exchange(m_lines, {}); }
+    /// The texts alone, as they are; forgets them likewise.
+    std::vector<std::wstring> TakeTexts() { return std::exchange(m_texts, {}); }
     /// The owner windows, likewise.
     const std::vector<WindowHandle>& Owners() const { return m_owners; }
 
@@ -39,6 +41,7 @@ private:
     std::deque<int> m_answers;
     std::function<void()> m_meanwhile;
     std::vector<std::string> m_lines;
+    std::vector<std::wstring> m_texts;
     std::vector<WindowHandle> m_owners;
 };
 

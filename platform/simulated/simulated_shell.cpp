@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kFileNotFound = 2;
 constexpr int kInvalidPath = 124;
+constexpr int kAlreadyExists = 183;
 
 // Files of these types show a picture of their own.
 bool HasOwnPicture(const std::wstring& extension)
@@ -142,8 +143,10 @@ FileOperationResult SimulatedShell::Perform(unsigned function, const std::wstrin
     if (!IsAbsolute(from) || (toNeeded && !IsAbsolute(to))) return {kInvalidPath, false};
     if (m_disk.Find(from) == nullptr) return {kFileNotFound, false};
     switch (function) {
-        case 1:
         case 4:
+            if (m_disk.Find(to) != nullptr && m_disk.Find(to) != m_disk.Find(from)) return {kAlreadyExists, false};
+            [[fallthrough]];
+        case 1:
             return {m_disk.Move(from, to) ? 0 : kInvalidPath, false};
         case 2:
             return {m_disk.Copy(from, to) ? 0 : kInvalidPath, false};

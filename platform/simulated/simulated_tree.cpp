@@ -256,7 +256,10 @@ void SimulatedTree::BeginEdit(ItemHandle item)
 {
     FinishEdit(std::nullopt);
     const TreeRow* const row = Find(item);
-    if (row != nullptr && m_listener.LabelEditing(row->data) && Find(item) != nullptr) m_editing = item;
+    if (row == nullptr || !m_listener.LabelEditing(row->data) || Find(item) == nullptr) return;
+    m_editing = item;
+    m_editText = Find(item)->text;
+    m_edit = m_windows.NewEdit(*this);
 }
 
 void SimulatedTree::CancelEdit()
@@ -268,6 +271,7 @@ void SimulatedTree::CancelEdit()
 void SimulatedTree::FinishEdit(const std::optional<std::wstring>& text)
 {
     const ItemHandle item = std::exchange(m_editing, 0);
+    m_windows.DestroyWindow(std::exchange(m_edit, 0));
     const TreeRow* const row = Find(item);
     if (row == nullptr || !m_listener.LabelEdited(row->data, text) || !text) return;
     if (TreeRow* const kept = FindRow(item)) kept->text = *text;

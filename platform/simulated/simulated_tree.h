@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/drag.h"
 #include "platform/simulated/simulated_windows.h"
 #include "platform/tree_records.h"
 #include "platform/treewindow.h"
@@ -44,6 +45,10 @@ public:
     static constexpr int kLevelWidth = 19;
     static constexpr int kBoxWidth = 16;
     static constexpr int kIconWidth = 19;
+    /// Between the client area and the window's edge, on all sides.
+    static constexpr int kBorder = 2;
+    /// What one line to the left or right scrolls.
+    static constexpr int kScrollWidth = 5;
     /// Where the client area of a tree at 0, 0 lies on the screen.
     static constexpr Point kOrigin{100, 200};
 
@@ -70,9 +75,15 @@ public:
     ItemHandle Selection() const { return m_selected; }
     ItemHandle DropTarget() const { return m_dropTarget; }
     ItemHandle Editing() const { return m_editing; }
+    /// What the open label holds.
+    const std::wstring& EditText() const { return m_editText; }
     int Setting(TreeSetting setting) const;
     const Rect& Place() const { return m_place; }
     bool Redraws() const { return m_redraw; }
+    /// A scroll bar, 0 the horizontal, 1 the vertical one; there whether it shows or not.
+    ScrollBar BarOf(int bar) const;
+    /// The bits of the window's style that its scroll bars set.
+    std::uint32_t BarStyle() const;
     /// How many rows lie above the window's top edge.
     int FirstLine() const { return m_firstLine; }
     int Refreshes() const { return m_refreshes; }
@@ -100,6 +111,7 @@ public:
     TreeWindowListener& Listener() { return m_listener; }
     SimulatedSystem& Machine() { return m_windows.Machine(); }
     std::intptr_t OnMessage(unsigned message, std::uintptr_t wParam, std::intptr_t lParam);
+    std::intptr_t OnEditMessage(unsigned message, std::intptr_t lParam);
     void MarkGone() { m_gone = true; }
 
     WindowHandle Handle() const override { return m_handle; }
@@ -162,7 +174,7 @@ private:
     std::intptr_t SelectByMessage(std::uintptr_t code, ItemHandle item);
     std::intptr_t ExpandByMessage(std::uintptr_t flag, ItemHandle item);
     std::intptr_t CreateDragImage(ItemHandle item);
-    void Scroll(std::uintptr_t command);
+    void Scroll(int bar, std::uintptr_t command);
 
     SimulatedWindows& m_windows;
     TreeWindowListener& m_listener;
@@ -173,6 +185,8 @@ private:
     ItemHandle m_selected = 0;
     ItemHandle m_dropTarget = 0;
     ItemHandle m_editing = 0;
+    WindowHandle m_edit = 0;
+    std::wstring m_editText;
     ImageListHandle m_images = 0;
     std::map<TreeSetting, int> m_settings;
     Rect m_place;
@@ -183,6 +197,7 @@ private:
     bool m_redraw = true;
     unsigned m_generation = 1;
     int m_firstLine = 0;
+    int m_scrolledRight = 0;  // pixels
     int m_refreshes = 0;
     int m_checkPictures = 0;
     int m_marksAsked = 0;

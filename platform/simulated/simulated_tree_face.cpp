@@ -28,6 +28,8 @@ unsigned FlagOf(RowPart part)
     }
 }
 
+constexpr std::uint32_t kHorizontalBar = 0x100000;
+constexpr std::uint32_t kVerticalBar = 0x200000;
 constexpr unsigned kNowhere = 1;
 constexpr unsigned kAbove = 0x100;
 constexpr unsigned kBelow = 0x200;
@@ -120,9 +122,10 @@ Rect SimulatedTree::RectOf(ItemHandle item, RowPart part) const
     if (row == nullptr || !IsShown(*row)) return {};
     if (part == RowPart::Button && !ShowsButton(*row)) return {};
     const int top = (LineOf(*row) - m_firstLine) * kRowHeight;
-    const int left = LeftOf(*row, part);
+    const int left = LeftOf(*row, part) - m_scrolledRight;
     const int open = std::max(m_place.right - m_place.left, left + 100);
-    const int right = part == RowPart::Right ? open : LeftOf(*row, static_cast<RowPart>(static_cast<int>(part) + 1));
+    const auto next = static_cast<RowPart>(static_cast<int>(part) + 1);
+    const int right = part == RowPart::Right ? open : LeftOf(*row, next) - m_scrolledRight;
     return left == right ? Rect{} : Rect{left, top, right, top + kRowHeight};
 }
 
@@ -150,7 +153,29 @@ TreeHit SimulatedTree::HitAt(Point where) const
     if (outside != 0) return {0, 0, outside};
     const TreeRow* const row = Find(RowAt(where.y / kRowHeight + m_firstLine));
     if (row == nullptr) return {0, 0, kNowhere};
-    return {row->handle, row->data, FlagsAt(*row, where.x)};
+    return {row->handle, row->data, FlagsAt(*row, where.x + m_scrolledRight)};
+}
+
+ScrollBar SimulatedTree::BarOf(int bar) const
+{
+    int lines = 0;
+    int width = 0;
+    for (const TreeRow* row = m_top.firstChild; row != nullptr; row = NextShown(*row)) {
+        ++lines;
+        width = std::max(width, LeftOf(*row, RowPart::Right));
+    }
+    const int page = bar == 0 ? m_place.right - m_place.left : (m_place.bottom - m_place.top) / kRowHeight;
+    const int most = std::max((bar == 0 ? width : lines) - 1, 0);
+    return {0, most, static_cast<unsigned>(std::max(page, 0)), bar == 0 ? m_scrolledRight : m_firstLine};
+}
+
+std::uint32_t SimulatedTree::BarStyle() const
+{
+    const auto overflows = [this](int bar) {
+        const ScrollBar state = BarOf(bar);
+        return static_cast<unsigned>(state.most) >= state.page;
+    };
+    return (overflows(0) ? kHorizontalBar : 0) | (overflows(1) ? kVerticalBar : 0);
 }
 
 RowMarks SimulatedTree::AskMarks(const TreeRow& row)

@@ -1,5 +1,6 @@
 // The raw messages that a simulated tree window understands.
 
+#include <algorithm>
 #include <cstring>
 
 #include "platform/simulated/simulated_tree.h"
@@ -10,6 +11,8 @@ namespace {
 
 enum Message : unsigned {
     WM_SETREDRAW = 11,
+    WM_SETTEXT = 12,
+    WM_HSCROLL = 0x114,
     WM_VSCROLL = 0x115,
     TVM_EXPAND = 0x1102,
     TVM_GETITEMRECT = 0x1104,
@@ -18,6 +21,7 @@ enum Message : unsigned {
     TVM_SELECTITEM = 0x110B,
     TVM_GETITEMA = 0x110C,
     TVM_SETITEMA = 0x110D,
+    TVM_GETEDITCONTROL = 0x110F,
     TVM_HITTEST = 0x1111,
     TVM_CREATEDRAGIMAGE = 0x1112
 };
@@ -47,8 +51,9 @@ std::intptr_t SimulatedTree::OnMessage(unsigned message, std::uintptr_t wParam, 
         case WM_SETREDRAW:
             m_redraw = wParam != 0;
             return 0;
+        case WM_HSCROLL:
         case WM_VSCROLL:
-            Scroll(wParam);
+            Scroll(message == WM_VSCROLL ? 1 : 0, wParam);
             return 0;
         case TVM_EXPAND:
             return ExpandByMessage(wParam, item);
@@ -65,6 +70,8 @@ std::intptr_t SimulatedTree::OnMessage(unsigned message, std::uintptr_t wParam, 
             return GetItem(RecordAt<TVITEM>(lParam));
         case TVM_SETITEMA:
             return SetItem(RecordAt<TVITEM>(lParam));
+        case TVM_GETEDITCONTROL:
+            return static_cast<std::intptr_t>(m_editing == 0 ? 0 : m_edit);
         case TVM_HITTEST: {
             auto& record = RecordAt<TVHITTESTINFO>(lParam);
             const TreeHit hit = HitAt(record.pt);
@@ -77,6 +84,12 @@ std::intptr_t SimulatedTree::OnMessage(unsigned message, std::uintptr_t wParam, 
         default:
             return 0;
     }
+}
+
+std::intptr_t SimulatedTree::OnEditMessage(unsigned message, std::intptr_t lParam)
+{
+    if (message == WM_SETTEXT) m_editText = &RecordAt<const wchar_t>(lParam);
+    return 1;
 }
 
 std::intptr_t SimulatedTree::NextItem(std::uintptr_t flag, const TreeRow* row)
@@ -178,14 +191,20 @@ std::intptr_t SimulatedTree::ExpandByMessage(std::uintptr_t flag, ItemHandle ite
 std::intptr_t SimulatedTree::CreateDragImage(ItemHandle item)
 {
     if (m_images == 0 || Find(item) == nullptr) return 0;
-    return static_cast<std::intptr_t>(m_windows.ImageLists().CreateWith("drag image of " + PictureOf(item)));
+    // The icon with the label behind it.
+    const Rect label = RectOf(item, RowPart::Label);
+    const Size size{kIconWidth + label.right - label.left, kRowHeight};
+    return static_cast<std::intptr_t>(m_windows.ImageLists().CreateWith("drag image of " + PictureOf(item), size));
 }
 
-void SimulatedTree::Scroll(std::uintptr_t command)
+void SimulatedTree::Scroll(int bar, std::uintptr_t command)
 {
-    if (command == 0 && m_firstLine > 0) --m_firstLine;
-    const int lines = (m_place.bottom - m_place.top) / kRowHeight;
-    if (command == 1 && RowAt(m_firstLine + lines) != 0) ++m_firstLine;
+    const ScrollBar state = BarOf(bar);
+    int& position = bar == 0 ? m_scrolledRight : m_firstLine;
+    const int step = bar == 0 ? kScrollWidth : 1;
+    const int last = std::max(state.most + 1 - static_cast<int>(state.page), 0);
+    if (command == 0) position = std::max(position - step, 0);
+    if (command == 1) position = std::min(position + step, std::max(last, position));
 }
 
 }  // namespace sylvex

@@ -27,8 +27,23 @@ SimulatedList SimulatedWindows::NewList()
     return {state, nullptr};
 }
 
+WindowHandle SimulatedWindows::NewEdit(SimulatedTree& tree)
+{
+    const WindowHandle edit = NewWindow();
+    m_windows[edit].parent = tree.Handle();
+    m_windows[edit].editOf = &tree;
+    return edit;
+}
+
+SimulatedTree* SimulatedWindows::TreeOf(WindowHandle window) const
+{
+    const auto found = m_windows.find(window);
+    return found == m_windows.end() ? nullptr : found->second.tree;
+}
+
 void SimulatedWindows::DestroyWindow(WindowHandle window)
 {
+    if (m_whenDestroyed && m_windows.count(window) != 0) m_whenDestroyed(window);
     const auto found = m_windows.find(window);
     if (found == m_windows.end()) return;
     if (found->second.tree != nullptr) found->second.tree->MarkGone();
@@ -55,10 +70,10 @@ int SimulatedWindows::CountSent(unsigned message) const
         std::count_if(m_sent.begin(), m_sent.end(), [=](const auto& sent) { return sent.message == message; }));
 }
 
-void SimulatedWindows::Forget(const SimulatedTree& tree) noexcept
+void SimulatedWindows::Forget(const SimulatedTree& tree)
 {
     std::erase(m_trees, &tree);
-    m_windows.erase(tree.Handle());
+    DestroyWindow(tree.Handle());
 }
 
 std::unique_ptr<TreeWindow> SimulatedWindows::CreateTree(WindowHandle parent, TreeWindowListener& listener)
@@ -94,6 +109,7 @@ std::intptr_t SimulatedWindows::Send(WindowHandle window, unsigned message, std:
     const auto found = m_windows.find(window);
     if (found == m_windows.end()) return 0;
     if (found->second.tree != nullptr) return found->second.tree->OnMessage(message, wParam, lParam);
+    if (found->second.editOf != nullptr) return found->second.editOf->OnEditMessage(message, lParam);
     if (found->second.list) return SimulatedList(found->second.list, nullptr).OnMessage(message, wParam, lParam);
     return 0;
 }
@@ -102,7 +118,8 @@ std::uint32_t SimulatedWindows::Style(WindowHandle window)
 {
     m_gate.Enter("Windows::Style");
     const auto found = m_windows.find(window);
-    return found == m_windows.end() ? 0 : found->second.style;
+    if (found == m_windows.end()) return 0;
+    return found->second.style | (found->second.tree != nullptr ? found->second.tree->BarStyle() : 0);
 }
 
 void SimulatedWindows::SetStyle(WindowHandle window, std::uint32_t style)

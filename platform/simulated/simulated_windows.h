@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <vector>
@@ -40,6 +41,8 @@ public:
     const std::vector<SimulatedTree*>& Trees() const { return m_trees; }
     /// Every message that was sent, in order.
     const std::vector<SentMessage>& Sent() const { return m_sent; }
+    /// Forgets the messages sent so far.
+    void ForgetSent() { m_sent.clear(); }
     /// How often this message was sent to any window.
     int CountSent(unsigned message) const;
     /// From now on CreateTree raises 7.
@@ -52,17 +55,24 @@ public:
     std::uint32_t Style(WindowHandle window) override;
     void SetStyle(WindowHandle window, std::uint32_t style) override;
 
-    /// For trees: their services, and the end of a tree.
+    /// The tree that is this window, null when there is none.
+    SimulatedTree* TreeOf(WindowHandle window) const;
+    /// Runs before any window goes.
+    void WhenDestroyed(std::function<void(WindowHandle)> notice) { m_whenDestroyed = std::move(notice); }
+
+    /// For trees: their services, the edit windows that they open, and the end of a tree.
+    WindowHandle NewEdit(SimulatedTree& tree);
     CallGate& Gate() { return m_gate; }
     SimulatedImages& ImageLists() { return m_images; }
     SimulatedSystem& Machine() { return m_system; }
-    void Forget(const SimulatedTree& tree) noexcept;
+    void Forget(const SimulatedTree& tree);
 
 private:
     struct Window {
         WindowHandle parent = 0;
         std::uint32_t style = 0x50000000;  // a visible child
         SimulatedTree* tree = nullptr;
+        SimulatedTree* editOf = nullptr;
         std::shared_ptr<ListState> list;
     };
     CallGate& m_gate;
@@ -71,6 +81,7 @@ private:
     std::map<WindowHandle, Window> m_windows;
     std::vector<SimulatedTree*> m_trees;
     std::vector<SentMessage> m_sent;
+    std::function<void(WindowHandle)> m_whenDestroyed;
     WindowHandle m_last = 0x10000;
     bool m_refuseTrees = false;
 };

@@ -30,7 +30,7 @@ public:
     void DragTo(ItemHandle from, ItemHandle to);
 
     /// Presses and releases a key by its virtual code; letters, digits, space, Esc, Enter, Tab and Backspace also give
-    /// their character. Arrows, + and - of the number pad and the space bar act on the tree unless swallowed.
+    /// their character. Arrows, + and - of the number pad, F2 and the space bar act on the tree unless swallowed.
     void PressKey(short key, short shift = 0);
     /// What keys and characters reached the tree itself, such as "key 27" and "char 27".
     const std::vector<std::string>& Received() const { return m_received; }

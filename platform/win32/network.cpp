@@ -11,8 +11,6 @@ constexpr DWORD kPatience = 1500;  // milliseconds
 
 using UniqueHandle = std::unique_ptr<void, HandleCloser<&CloseHandle>>;
 
-bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
-
 // The share or drive that the path lies on; empty for a path of this machine.
 std::wstring RemoteRootOf(const std::wstring& path)
 {

@@ -27,15 +27,14 @@ std::shared_ptr<TreeCore> TreeCore::Create(HWND parent, TreeWindowListener& list
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_TREEVIEW_CLASSES};
     InitCommonControlsEx(&classes);
     auto core = std::make_shared<TreeCore>(parent, listener);
-    const auto reference = reinterpret_cast<DWORD_PTR>(core.get());
     auto* const window = CreateWindowExW(TreeFace::kExtendedStyle, WC_TREEVIEWW, nullptr, TreeFace::kStyle, 0, 0, 0, 0,
                                          parent, nullptr, nullptr, nullptr);
     if (!window) throw OutOfMemory();
     core->m_window = window;
+    core->m_native = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
     // Whatever the parent is, notifications come with wide texts.
-    SendMessageW(window, TVM_SETUNICODEFORMAT, TRUE, 0);
-    if (!SetWindowSubclass(window, &OnTreeMessage, 0, reference) ||
-        !SetWindowSubclass(parent, &OnParentMessage, reference, reference)) {
+    core->Send(TVM_SETUNICODEFORMAT, TRUE);
+    if (!Attach(window, *core) || !Attach(parent, *core)) {
         core->Close();
         throw OutOfMemory();
     }
@@ -45,8 +44,8 @@ std::shared_ptr<TreeCore> TreeCore::Create(HWND parent, TreeWindowListener& list
 LRESULT TreeCore::Send(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (!m_window) return 0;
-    m_straight = message;
-    return SendMessageW(m_window, message, wParam, lParam);
+    const Frame frame(shared_from_this());
+    return CallWindowProcW(m_native, m_window, message, wParam, lParam);
 }
 
 LRESULT TreeCore::Send(UINT message, WPARAM wParam, HTREEITEM item) { return Send(message, wParam, ParameterOf(item)); }
@@ -54,15 +53,15 @@ LRESULT TreeCore::Send(UINT message, WPARAM wParam, HTREEITEM item) { return Sen
 void TreeCore::Close() noexcept
 {
     m_listener = nullptr;
-    RemoveWindowSubclass(m_parent, &OnParentMessage, reinterpret_cast<DWORD_PTR>(this));
+    WindowHook::Detach(m_parent, *this);
     if (m_depth > 0) {
-        Detach();
+        TakeOut();
     } else if (m_window) {
         DestroyWindow(m_window);
     }
 }
 
-void TreeCore::Detach() noexcept
+void TreeCore::TakeOut() noexcept
 {
     if (!m_window) return;
     m_detached = std::exchange(m_window, nullptr);
@@ -70,23 +69,22 @@ void TreeCore::Detach() noexcept
     SetParent(m_detached, HWND_MESSAGE);
 }
 
-LRESULT CALLBACK TreeCore::OnTreeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                         DWORD_PTR core)
+std::optional<LRESULT> TreeCore::OnHooked(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const auto self = reinterpret_cast<TreeCore*>(core)->shared_from_this();
-    const Frame frame(self);
-    return self->OnMessage(window, message, wParam, lParam);
+    const auto keep = shared_from_this();
+    if (window == m_parent) return OnParentMessage(message, lParam);
+    return OnTreeMessage(window, message, wParam, lParam);
 }
 
-LRESULT TreeCore::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+LRESULT TreeCore::OnTreeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message == WM_NCDESTROY) return OnDestroyed(window, wParam, lParam);
-    const bool straight = m_straight == message && message != 0;
-    if (straight) m_straight = 0;
-    if (!straight && m_listener && m_window) {
+    const Frame frame(shared_from_this());
+    if (message == WM_NCDESTROY) {
+        OnDestroyed(window);
+    } else if (m_listener && m_window) {
         if (const auto answer = Intercept(message, wParam, lParam)) return *answer;
     }
-    return DefSubclassProc(window, message, wParam, lParam);
+    return CallWindowProcW(m_native, window, message, wParam, lParam);
 }
 
 std::optional<LRESULT> TreeCore::Intercept(UINT message, WPARAM wParam, LPARAM lParam)
@@ -95,7 +93,10 @@ std::optional<LRESULT> TreeCore::Intercept(UINT message, WPARAM wParam, LPARAM l
     case WM_PAINT:
     case WM_PRINTCLIENT: marks.BeforePaint(); return std::nullopt;
     case WM_SIZE: marks.Stale(); return std::nullopt;
-    case WM_DESTROY: face.BeforeDestroy(); return std::nullopt;
+    case WM_DESTROY:
+        edit.Forget();
+        face.BeforeDestroy();
+        return std::nullopt;
     case WM_SETREDRAW: face.Freeze(wParam == 0); return 0;
     case WM_SETCURSOR: return face.OnSetCursor(lParam);
     case WM_THEMECHANGED: return face.OnThemeChanged(wParam, lParam);
@@ -108,30 +109,27 @@ std::optional<LRESULT> TreeCore::Intercept(UINT message, WPARAM wParam, LPARAM l
     return input.OnMessage(message, wParam, lParam);
 }
 
-LRESULT TreeCore::OnDestroyed(HWND window, WPARAM wParam, LPARAM lParam)
+void TreeCore::OnDestroyed(HWND window)
 {
     m_window = nullptr;
     m_detached = nullptr;
-    RemoveWindowSubclass(m_parent, &OnParentMessage, reinterpret_cast<DWORD_PTR>(this));
-    RemoveWindowSubclass(window, &OnTreeMessage, 0);
-    return DefSubclassProc(window, WM_NCDESTROY, wParam, lParam);
+    WindowHook::Detach(m_parent, *this);
+    WindowHook::Detach(window, *this);
 }
 
-LRESULT CALLBACK TreeCore::OnParentMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                           DWORD_PTR core)
+std::optional<LRESULT> TreeCore::OnParentMessage(UINT message, LPARAM lParam)
 {
-    const auto self = reinterpret_cast<TreeCore*>(core)->shared_from_this();
-    if (message == WM_NOTIFY && self->m_window) {
+    if (message == WM_NOTIFY && m_window) {
         auto& header = *reinterpret_cast<NMHDR*>(lParam);
-        if (header.hwndFrom == self->m_window) {
-            const Frame frame(self);
-            if (const auto answer = self->OnNotify(header)) return *answer;
-        }
+        const Frame frame(shared_from_this());
+        if (header.hwndFrom == m_window) return OnNotify(header);
     }
-    // The children go with their parent: a tree whose code is running has to be taken out first.
-    if (message == WM_DESTROY && self->m_depth > 0) self->Detach();
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, &OnParentMessage, core);
-    return DefSubclassProc(window, message, wParam, lParam);
+    if (message == WM_DESTROY) {
+        edit.Forget();
+        // The children go with their parent: a tree whose code is running has to be taken out first.
+        if (m_depth > 0) TakeOut();
+    }
+    return std::nullopt;
 }
 
 std::optional<LRESULT> TreeCore::OnNotify(NMHDR& header)

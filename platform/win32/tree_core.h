@@ -11,12 +11,13 @@
 #include "platform/win32/tree_input.h"
 #include "platform/win32/tree_marks.h"
 #include "platform/win32/tree_rows.h"
+#include "platform/win32/window_hook.h"
 
 namespace sylvex {
 
 /// A native tree window with its message procedures. The listener may destroy the tree, or a window that holds it,
 /// out of any call: then nothing more is told, and the native window itself goes when its own code has returned.
-class TreeCore : public std::enable_shared_from_this<TreeCore> {
+class TreeCore : public std::enable_shared_from_this<TreeCore>, private WindowHook {
 public:
     /// Makes the window; raises 7 when the platform cannot.
     static std::shared_ptr<TreeCore> Create(HWND parent, TreeWindowListener& listener);
@@ -25,8 +26,8 @@ public:
     /// Null once the window is gone.
     HWND Window() const noexcept { return m_window; }
     HWND Parent() const noexcept { return m_parent; }
-    /// Sends the native tree a message that is not looked at on its way; 0 when the window is gone. The caller has to
-    /// expect that the listener was called in between.
+    /// Has the native tree itself do a message, past all hooks; 0 when the window is gone. The caller has to expect
+    /// that the listener was called in between.
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     /// The same for an item.
     LRESULT Send(UINT message, WPARAM wParam, HTREEITEM item);
@@ -49,21 +50,19 @@ public:
 
 private:
     class Frame;
-    static LRESULT CALLBACK OnTreeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR identifier,
-                                          DWORD_PTR core);
-    static LRESULT CALLBACK OnParentMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                            UINT_PTR identifier, DWORD_PTR core);
-    LRESULT OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> OnHooked(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+    std::optional<LRESULT> OnParentMessage(UINT message, LPARAM lParam);
+    LRESULT OnTreeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> Intercept(UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT OnDestroyed(HWND window, WPARAM wParam, LPARAM lParam);
+    void OnDestroyed(HWND window);
     std::optional<LRESULT> OnNotify(NMHDR& header);
-    void Detach() noexcept;
+    void TakeOut() noexcept;
 
     HWND m_parent;
     HWND m_window = nullptr;
     HWND m_detached = nullptr;  // waits for the end of the native code that runs in it
     TreeWindowListener* m_listener;
-    UINT m_straight = 0;
+    WNDPROC m_native = nullptr;
     int m_depth = 0;
 };
 

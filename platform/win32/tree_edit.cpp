@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/win32/tree_core.h"
 
@@ -36,11 +37,15 @@ LRESULT TreeEdit::OnBegin(const NMTVDISPINFOW& notice)
     bool allowed = false;
     const auto data = static_cast<ItemData>(notice.item.lParam);
     const bool told = m_core.Tell([&](TreeWindowListener& l) { allowed = l.LabelEditing(data); });
-    return told && allowed ? FALSE : kNoEditing;
+    if (!told || !allowed) return kNoEditing;
+    m_open = true;
+    return FALSE;
 }
 
 LRESULT TreeEdit::OnEnd(const NMTVDISPINFOW& notice)
 {
+    // Closing the edit takes its focus, which for the tree is one more end.
+    if (!std::exchange(m_open, false)) return FALSE;
     std::optional<std::wstring> text;
     if (notice.item.pszText) text = notice.item.pszText;
     bool kept = false;

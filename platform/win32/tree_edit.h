@@ -16,6 +16,8 @@ public:
     bool Automatic() const noexcept { return m_automatic; }
     void Begin(HTREEITEM item);
     void Cancel();
+    /// The window goes: an edit that is open ends without a word.
+    void Forget() noexcept { m_open = false; }
 
     LRESULT OnAsked(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnBegin(const NMTVDISPINFOW& notice);
@@ -25,6 +27,7 @@ private:
     TreeCore& m_core;
     bool m_automatic = true;
     bool m_asked = false;  // a program asks for it, not the tree by itself
+    bool m_open = false;
 };
 
 }  // namespace sylvex

@@ -97,7 +97,7 @@ void TreeFace::InstallCheckPictures()
 
 LRESULT TreeFace::OnThemeChanged(WPARAM wParam, LPARAM lParam)
 {
-    const auto answer = DefSubclassProc(m_core.Window(), WM_THEMECHANGED, wParam, lParam);
+    const auto answer = m_core.Send(WM_THEMECHANGED, wParam, lParam);
     // A new theme brings boxes of its own.
     if (m_ownPictures && m_core.Window()) InstallCheckPictures();
     return answer;

@@ -105,7 +105,7 @@ void TreeInput::PressNative(short button, UINT message, WPARAM wParam, LPARAM lP
 {
     if (button == kLeft) m_boxPressed = false;
     m_captureMoved = false;
-    Pass(message, wParam, lParam);
+    m_core.Send(message, wParam, lParam);
     if (!m_core.Window()) return;
     if (IsDown(KeyOf(button))) {
         Hold();
@@ -135,7 +135,7 @@ LRESULT TreeInput::OnReleased(short button, UINT message, WPARAM wParam, LPARAM 
         }
     }
     if (!TellRelease(button, wParam, lParam)) return 0;
-    return ofBox ? 0 : Pass(message, wParam, lParam);
+    return ofBox ? 0 : m_core.Send(message, wParam, lParam);
 }
 
 bool TreeInput::TellRelease(short button, WPARAM wParam, LPARAM lParam)
@@ -192,7 +192,7 @@ LRESULT TreeInput::OnKeyDown(UINT message, WPARAM wParam, LPARAM lParam)
     if (!m_core.Tell([&](TreeWindowListener& l) { l.KeyDown(key, ShiftOfKeys()); })) return 0;
     m_starPressed = false;
     if (key == 0 || (message == WM_KEYDOWN && DoKey(key))) return 0;
-    return Pass(message, static_cast<WPARAM>(key), lParam);
+    return m_core.Send(message, static_cast<WPARAM>(key), lParam);
 }
 
 bool TreeInput::DoKey(short key)
@@ -224,19 +224,14 @@ LRESULT TreeInput::OnChar(WPARAM wParam, LPARAM lParam)
     const auto typed = static_cast<WPARAM>(static_cast<WORD>(character));
     // The tree looks for a row that begins like this, and beeps when there is none.
     const bool command = typed < L' ' || (typed == L' ' && m_core.face.HasBoxes()) || (typed == L'*' && m_starPressed);
-    return command ? 0 : Pass(WM_CHAR, typed, lParam);
+    return command ? 0 : m_core.Send(WM_CHAR, typed, lParam);
 }
 
 LRESULT TreeInput::OnKeyUp(UINT message, WPARAM wParam, LPARAM lParam)
 {
     auto key = static_cast<short>(wParam);
     if (!m_core.Tell([&](TreeWindowListener& l) { l.KeyUp(key, ShiftOfKeys()); }) || key == 0) return 0;
-    return Pass(message, static_cast<WPARAM>(key), lParam);
-}
-
-LRESULT TreeInput::Pass(UINT message, WPARAM wParam, LPARAM lParam)
-{
-    return DefSubclassProc(m_core.Window(), message, wParam, lParam);
+    return m_core.Send(message, static_cast<WPARAM>(key), lParam);
 }
 
 }  // namespace sylvex

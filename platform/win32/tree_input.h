@@ -37,7 +37,6 @@ private:
     bool DoKey(short key);
     LRESULT OnChar(WPARAM wParam, LPARAM lParam);
     LRESULT OnKeyUp(UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT Pass(UINT message, WPARAM wParam, LPARAM lParam);
     Press PressAt(LPARAM where);
     void Hold();
     void LetGo();

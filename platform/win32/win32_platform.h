@@ -2,6 +2,7 @@
 
 #include "platform/platform.h"
 #include "platform/win32/box_tools.h"
+#include "platform/win32/drag.h"
 #include "platform/win32/filesystem.h"
 #include "platform/win32/images.h"
 #include "platform/win32/messages.h"
@@ -31,8 +32,9 @@ private:
     Win32Reporter m_reporter;
     Win32BoxTools m_boxTools;
     Win32Network m_network;
+    Win32Drag m_drag;
     Platform m_platform{m_files,  m_shell, m_regional, m_system,   m_windows, m_images,
-                        m_timers, m_boxes, m_reporter, m_boxTools, m_network};
+                        m_timers, m_boxes, m_reporter, m_boxTools, m_network, m_drag};
 };
 
 }  // namespace sylvex

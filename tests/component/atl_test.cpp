@@ -48,7 +48,9 @@ protected:
 TEST_P(AtlWindow, HostsSizesFocusesAndEndsTheControl)
 {
     ComPtr<::_Sylvex> control = NewControl();
-    ASSERT_HRESULT_SUCCEEDED(attach(control.Get(), window, nullptr));
+    ComPtr<IUnknown> container;
+    ASSERT_EQ(attach(control.Get(), window, container.Put()), S_OK);
+    container.Reset();
     DrainMessages();
     const HWND tree = TreeOf(control);
     EXPECT_TRUE(IsChild(window, tree));
@@ -61,7 +63,7 @@ TEST_P(AtlWindow, HostsSizesFocusesAndEndsTheControl)
     EXPECT_EQ(inner.right - inner.left, 320);
     EXPECT_EQ(inner.bottom - inner.top, 200);
 
-    SetFocus(window);
+    SetFocus(tree);
     DrainMessages();
     EXPECT_EQ(GetFocus(), tree);
     EXPECT_HRESULT_SUCCEEDED(control->Enumerate());

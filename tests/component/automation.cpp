@@ -70,13 +70,25 @@ const wchar_t* NameOf(DISPID event)
 
 }  // namespace
 
-Value::Value(int value) : Value() { V_VT(&m_value) = VT_I4, V_I4(&m_value) = value; }
+Value::Value(int value) : Value()
+{
+    V_VT(&m_value) = VT_I4, V_I4(&m_value) = value;
+}
 
-Value::Value(bool value) : Value() { V_VT(&m_value) = VT_BOOL, V_BOOL(&m_value) = value ? VARIANT_TRUE : VARIANT_FALSE; }
+Value::Value(bool value) : Value()
+{
+    V_VT(&m_value) = VT_BOOL, V_BOOL(&m_value) = value ? VARIANT_TRUE : VARIANT_FALSE;
+}
 
-Value::Value(double value) : Value() { V_VT(&m_value) = VT_R8, V_R8(&m_value) = value; }
+Value::Value(double value) : Value()
+{
+    V_VT(&m_value) = VT_R8, V_R8(&m_value) = value;
+}
 
-Value::Value(const wchar_t* text) : Value() { V_VT(&m_value) = VT_BSTR, V_BSTR(&m_value) = SysAllocString(text); }
+Value::Value(const wchar_t* text) : Value()
+{
+    V_VT(&m_value) = VT_BSTR, V_BSTR(&m_value) = SysAllocString(text);
+}
 
 Value::Value(IDispatch* object) : Value()
 {
@@ -84,7 +96,10 @@ Value::Value(IDispatch* object) : Value()
     if (object) object->AddRef();
 }
 
-Value::Value(const VARIANT& source) : Value() { Check(VariantCopyInd(&m_value, const_cast<VARIANT*>(&source))); }
+Value::Value(const VARIANT& source) : Value()
+{
+    Check(VariantCopyInd(&m_value, const_cast<VARIANT*>(&source)));
+}
 
 Value Value::Missing()
 {
@@ -113,7 +128,10 @@ bool Value::Flag() const
     return V_BOOL(&m_value) == VARIANT_TRUE;
 }
 
-bool Value::IsNothing() const { return V_VT(&m_value) == VT_DISPATCH && !V_DISPATCH(&m_value); }
+bool Value::IsNothing() const
+{
+    return V_VT(&m_value) == VT_DISPATCH && !V_DISPATCH(&m_value);
+}
 
 IDispatch* Value::Object() const
 {
@@ -140,7 +158,8 @@ Value Value::Invoke(const wchar_t* name, WORD kind, std::vector<Value>& argument
     DISPID member = DISPID_UNKNOWN;
     Check(object->GetIDsOfNames(IID_NULL, &asked, 1, LOCALE_USER_DEFAULT, &member));
     std::vector<VARIANT> reversed;
-    for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) reversed.push_back(argument->m_value);
+    for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument)
+        reversed.push_back(argument->m_value);
     DISPID written = DISPID_PROPERTYPUT;
     const bool writes = (kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
     DISPPARAMS parameters{reversed.data(), writes ? &written : nullptr, static_cast<UINT>(reversed.size()),
@@ -184,7 +203,8 @@ std::vector<Value> Value::Each() const
     IEnumVARIANT* items = nullptr;
     Check(V_UNKNOWN(&enumerator.m_value)->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(&items)));
     std::vector<Value> met;
-    for (Value item; items->Next(1, &item.m_value, nullptr) == S_OK; item = Value()) met.push_back(item);
+    for (Value item; items->Next(1, &item.m_value, nullptr) == S_OK; item = Value())
+        met.push_back(item);
     items->Release();
     return met;
 }
@@ -215,7 +235,10 @@ IUnknown* NewInnerControl(IUnknown& outer)
     return inner;
 }
 
-bool ComponentIsBusy() { return Export<HRESULT(WINAPI*)()>("DllCanUnloadNow")() != S_OK; }
+bool ComponentIsBusy()
+{
+    return Export<HRESULT(WINAPI*)()>("DllCanUnloadNow")() != S_OK;
+}
 
 void PumpMessages()
 {
@@ -255,7 +278,10 @@ void EventLog::Disconnect()
     point->Release();
 }
 
-std::wstring EventLog::Take() { return std::exchange(m_lines, std::wstring()); }
+std::wstring EventLog::Take()
+{
+    return std::exchange(m_lines, std::wstring());
+}
 
 STDMETHODIMP EventLog::QueryInterface(REFIID id, void** found)
 {
@@ -270,7 +296,8 @@ STDMETHODIMP EventLog::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* argu
     const std::wstring name = NameOf(event);
     m_lines += (m_lines.empty() ? L"" : L"; ") + name;
     std::vector<VARIANT*> ordered;
-    for (UINT index = arguments->cArgs; index-- > 0;) ordered.push_back(&arguments->rgvarg[index]);
+    for (UINT index = arguments->cArgs; index-- > 0;)
+        ordered.push_back(&arguments->rgvarg[index]);
     for (const VARIANT* argument : ordered) {
         const Value value(*argument);
         const bool object = V_VT(&value.Raw()) == VT_DISPATCH;

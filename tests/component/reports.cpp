@@ -71,6 +71,9 @@ ReportLog::~ReportLog()
     delete m_factory;
 }
 
-std::wstring ReportLog::Take() { return std::exchange(m_factory->lines, std::wstring()); }
+std::wstring ReportLog::Take()
+{
+    return std::exchange(m_factory->lines, std::wstring());
+}
 
 }  // namespace sylvex::test

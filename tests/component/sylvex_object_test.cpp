@@ -34,7 +34,8 @@ protected:
     {
         const Value root = AddRoot(L"a");
         // A lone child without children would be taken for a placeholder.
-        for (const wchar_t* const text : {L"b", L"c"}) Nodes().Call(L"Add", {root, 4, Value::Missing(), text});
+        for (const wchar_t* const text : {L"b", L"c"})
+            Nodes().Call(L"Add", {root, 4, Value::Missing(), text});
         return root;
     }
     void Type(wchar_t character) { SendMessageW(WindowOf(control), WM_CHAR, static_cast<WPARAM>(character), 1); }
@@ -185,7 +186,8 @@ TEST_F(SylvexObject, SinksMayLeaveInTheMiddleOfAnEvent)
 
 TEST_F(SylvexObject, HandlersChangeArgumentsByReference)
 {
-    for (const wchar_t* const text : {L"alpha", L"xray"}) AddRoot(text);
+    for (const wchar_t* const text : {L"alpha", L"xray"})
+        AddRoot(text);
     const Value alpha = Nodes().Get(L"Item", {2});
     control.Set(L"SelectedItem", alpha);
     {
@@ -257,8 +259,8 @@ TEST_F(SylvexObject, TheParentOfTheWindowMayGoFirst)
 {
     const Value node = AddRoot(L"a");
     const auto placeInFrame = [&] {
-        const HWND frame = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 300, 300, nullptr, nullptr,
-                                           nullptr, nullptr);
+        const HWND frame =
+            CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 300, 300, nullptr, nullptr, nullptr, nullptr);
         SetParent(GetParent(WindowOf(control)), frame);
         return frame;
     };
@@ -353,7 +355,8 @@ TEST_F(SylvexObject, ConnectionPointsDescribeThemselves)
         EXPECT_EQ(connections->Next(3, data, &fetched), S_FALSE);
         EXPECT_EQ(fetched, 2u);
         EXPECT_NE(data[0].dwCookie, data[1].dwCookie);
-        for (ULONG index = 0; index < fetched; ++index) data[index].pUnk->Release();
+        for (ULONG index = 0; index < fetched; ++index)
+            data[index].pUnk->Release();
         connections->Release();
     }
     control = Value();
@@ -402,11 +405,21 @@ TEST(AggregatedSylvexObject, AnswersAsItsOuterObject)
     EXPECT_FALSE(ComponentIsBusy());
 }
 
-TEST_F(SylvexObject, MembersWithoutAnythingBehindThemSaySo)
+TEST_F(SylvexObject, PathTakesWhatExistsOnly)
 {
-    for (const wchar_t* const member : {L"SetNodeVisible", L"SetNode"}) {
-        EXPECT_EQ(ErrorOf([&] { control.Call(member); }), E_NOTIMPL) << member;
-    }
+    control.Put(L"Path", L"C:\\windows");
+    control.Put(L"Path", L"C:\\no such folder");
+    EXPECT_EQ(control.Get(L"Path").Text(), L"C:\\windows");
+}
+
+TEST_F(SylvexObject, ArgumentsMayBeLeftOut)
+{
+    control.Call(L"BuildFileList");
+    EXPECT_EQ(reports.Take(), L"") << "without a node nothing happens";
+    EXPECT_EQ(ErrorOf([&] { control.Call(L"SetNodeChecked", {true}); }), kPassedOn);
+    EXPECT_EQ(reports.Take(), L"Sylvex.SetNodeChecked 91") << "there is no list to take the node from";
+    EXPECT_EQ(V_VT(&control.Call(L"FreezeCtl", {true}).Raw()), VT_EMPTY);
+    control.Call(L"FreezeCtl", {false});
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ std::string Narrow(const BSTR text)
     return std::string(wide.begin(), wide.end());
 }
 
-std::string TextOf(IPictureDisp* picture)
+std::string KindOf(IPictureDisp* picture)
 {
     const ComPtr<IPicture> described = ComPtr<IPictureDisp>(picture).As<IPicture>();
     if (!described) return "none";
@@ -31,11 +31,16 @@ std::string Read(const ComPtr<::_Sylvex>& control, HRESULT (STDMETHODCALLTYPE ::
     return std::to_string(static_cast<long>(value));
 }
 
-template <class Type>
-std::string ReadObject(const ComPtr<::_Sylvex>& control, HRESULT (STDMETHODCALLTYPE ::_Sylvex::*get)(Type**))
+std::string ReadFont(const ComPtr<::_Sylvex>& control)
 {
-    ComPtr<Type> object;
-    return SUCCEEDED((*control.*get)(object.Put())) ? TextOf(object.Get()) : "failed";
+    ComPtr<IFontDisp> font;
+    return SUCCEEDED(control->get_Font(font.Put())) ? TextOf(font.Get()) : "failed";
+}
+
+std::string ReadPicture(const ComPtr<::_Sylvex>& control, HRESULT (STDMETHODCALLTYPE ::_Sylvex::*get)(IPictureDisp**))
+{
+    ComPtr<IPictureDisp> picture;
+    return SUCCEEDED((*control.*get)(picture.Put())) ? KindOf(picture.Get()) : "failed";
 }
 
 std::string ReadText(const ComPtr<::_Sylvex>& control, HRESULT (STDMETHODCALLTYPE ::_Sylvex::*get)(BSTR*))
@@ -78,7 +83,7 @@ std::string TextOf(IFontDisp* font)
     described->get_Bold(&bold);
     const std::string text = Narrow(name);
     SysFreeString(name);
-    return text + " " + std::to_string((size.int64 / 1000) + (bold ? " bold" : "");
+    return text + " " + std::to_string(size.int64 / 1000) + (bold ? " bold" : "");
 }
 
 HWND TreeOf(const ComPtr<::_Sylvex>& control)
@@ -95,17 +100,17 @@ std::string PropertiesOf(const ComPtr<::_Sylvex>& control)
           << "BorderStyle=" << Read(control, &::_Sylvex::get_BorderStyle) << '\n'
           << "Checkboxes=" << Read(control, &::_Sylvex::get_Checkboxes) << '\n'
           << "Enabled=" << Read(control, &::_Sylvex::get_Enabled) << '\n'
-          << "Font=" << ReadObject(control, &::_Sylvex::get_Font) << '\n'
+          << "Font=" << ReadFont(control) << '\n'
           << "FullRowSelect=" << Read(control, &::_Sylvex::get_FullRowSelect) << '\n'
           << "HideSelection=" << Read(control, &::_Sylvex::get_HideSelection) << '\n'
           << "HotTracking=" << Read(control, &::_Sylvex::get_HotTracking) << '\n'
           << "LabelEdit=" << Read(control, &::_Sylvex::get_LabelEdit) << '\n'
           << "LineStyle=" << Read(control, &::_Sylvex::get_LineStyle) << '\n'
-          << "MouseIcon=" << ReadObject(control, &::_Sylvex::get_MouseIcon) << '\n'
+          << "MouseIcon=" << ReadPicture(control, &::_Sylvex::get_MouseIcon) << '\n'
           << "MousePointer=" << Read(control, &::_Sylvex::get_MousePointer) << '\n'
           << "PathSeparator=" << ReadText(control, &::_Sylvex::get_PathSeparator) << '\n'
           << "FileFilter=" << ReadText(control, &::_Sylvex::get_FileFilter) << '\n'
-          << "Picture=" << ReadObject(control, &::_Sylvex::get_Picture) << '\n'
+          << "Picture=" << ReadPicture(control, &::_Sylvex::get_Picture) << '\n'
           << "DragDropEnable=" << Read(control, &::_Sylvex::get_DragDropEnable) << '\n'
           << "BackColor=" << Read(control, &::_Sylvex::get_BackColor) << '\n'
           << "RecursiveCheck=" << Read(control, &::_Sylvex::get_RecursiveCheck) << '\n'

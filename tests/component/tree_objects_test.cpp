@@ -36,7 +36,8 @@ class TreeObjects : public testing::Test {
 protected:
     TreeObjects() { nodes.Call(L"Clear"); }
 
-    Value Add(const Value& relative, const Value& relationship, const wchar_t* text, const Value& key = Value::Missing())
+    Value Add(const Value& relative, const Value& relationship, const wchar_t* text,
+              const Value& key = Value::Missing())
     {
         return nodes.Call(L"Add", {relative, relationship, key, text});
     }
@@ -119,7 +120,8 @@ TEST_F(TreeObjects, ANodeHasOneObjectWhileItIsHeld)
     EXPECT_TRUE(b.Get(L"Parent").Is(a));
     EXPECT_TRUE(b.Get(L"Root").Is(nodes.Get(L"Item", {1})));
     EXPECT_TRUE(control.Get(L"TreeView").Get(L"Nodes").Is(nodes));
-    for (const wchar_t* const absent : {L"Parent", L"Next", L"Previous"}) EXPECT_TRUE(a.Get(absent).IsNothing());
+    for (const wchar_t* const absent : {L"Parent", L"Next", L"Previous"})
+        EXPECT_TRUE(a.Get(absent).IsNothing());
     EXPECT_TRUE(b.Get(L"Child").IsNothing());
     EXPECT_TRUE(tree.Get(L"SelectedItem").IsNothing());
 }
@@ -206,7 +208,8 @@ TEST_F(TreeObjects, ForEachMeetsEveryNodeInTheOrderOfAdding)
     Root(L"c");
     Child(a, L"b");
     std::wstring texts;
-    for (const Value& node : nodes.Each()) texts += node.Get(L"Text").Text();
+    for (const Value& node : nodes.Each())
+        texts += node.Get(L"Text").Text();
     EXPECT_EQ(texts, L"acb");
 }
 
@@ -214,7 +217,8 @@ TEST_F(TreeObjects, EnumeratorStandsChangesMeanwhile)
 {
     const auto walk = [&](const std::function<void(const Value&)>& change) {
         nodes.Call(L"Clear");
-        for (const wchar_t* const text : {L"a", L"b", L"c", L"d"}) Root(text);
+        for (const wchar_t* const text : {L"a", L"b", L"c", L"d"})
+            Root(text);
         DISPPARAMS none{};
         Value enumerator;
         nodes.Object()->Invoke(DISPID_NEWENUM, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, &enumerator.Raw(), nullptr,
@@ -247,7 +251,10 @@ TEST_F(TreeObjects, SettingsOfTheTreeAreThoseOfTheControl)
         const wchar_t* name;
         int value;
         int bad;
-    } settings[] = {{L"Appearance", 0, 2}, {L"BorderStyle", 1, -1}, {L"LabelEdit", 1, 2}, {L"LineStyle", 1, 2},
+    } settings[] = {{L"Appearance", 0, 2},
+                    {L"BorderStyle", 1, -1},
+                    {L"LabelEdit", 1, 2},
+                    {L"LineStyle", 1, 2},
                     {L"MousePointer", 99, 16}};
     for (const auto& [name, value, bad] : settings) {
         tree.Put(name, value);
@@ -264,7 +271,8 @@ TEST_F(TreeObjects, SettingsOfTheTreeAreThoseOfTheControl)
 
 TEST_F(TreeObjects, RootsStaySortedWhileTheTreeSaysSo)
 {
-    for (const wchar_t* const text : {L"b", L"c", L"a"}) Root(text);
+    for (const wchar_t* const text : {L"b", L"c", L"a"})
+        Root(text);
     tree.Put(L"Sorted", true);
     Root(L"B2");
     EXPECT_EQ(Tree(), L"a b B2 c");

@@ -100,12 +100,15 @@ void PumpMessages(unsigned milliseconds)
 
 void TreeWindowTest::SetUp()
 {
-    form = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"tree", WS_POPUP | WS_VISIBLE, 100, 100, 300, 400, nullptr,
-                           nullptr, nullptr, nullptr);
+    // One for the whole program: without a window manager a main window takes seconds to go.
+    static HWND const stage = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"stage", WS_POPUP | WS_VISIBLE, 100, 100, 300,
+                                              400, nullptr, nullptr, nullptr, nullptr);
+    form = CreateWindowExW(0, L"STATIC", L"form", WS_CHILD | WS_VISIBLE, 0, 0, 300, 400, stage, nullptr, nullptr,
+                           nullptr);
     tree = platform.Get().windows.CreateTree(NumberOf(form), diary);
     tree->Move({0, 0, 300, 400});
     tree->Apply(TreeSetting::LineStyle, 1);
-    SetForegroundWindow(form);
+    SetForegroundWindow(stage);
     SetFocus(Native());
     MoveMouse({600, 600});
     PumpMessages(20);
@@ -169,20 +172,22 @@ void TreeWindowTest::MoveMouse(POINT where)
     PumpMessages(5);
 }
 
-void TreeWindowTest::Button(DWORD flag)
+void TreeWindowTest::Buttons(std::initializer_list<DWORD> flags)
 {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flag;
-    SendInput(1, &input, sizeof input);
+    for (const auto flag : flags) {
+        INPUT input{};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = flag;
+        SendInput(1, &input, sizeof input);
+    }
     PumpMessages(15);
 }
 
 void TreeWindowTest::Click(POINT where)
 {
     MoveMouse(where);
-    Button(MOUSEEVENTF_LEFTDOWN);
-    Button(MOUSEEVENTF_LEFTUP);
+    Buttons({MOUSEEVENTF_LEFTDOWN});
+    Buttons({MOUSEEVENTF_LEFTUP});
 }
 
 void TreeWindowTest::Key(WORD key)

@@ -72,7 +72,8 @@ protected:
     UINT NativeState(ItemHandle row) const;
 
     void MoveMouse(POINT where);
-    void Button(DWORD flag);
+    /// Mouse buttons that are all in the queue before the first is handled.
+    void Buttons(std::initializer_list<DWORD> flags);
     void Click(POINT where);
     void Key(WORD key);
 

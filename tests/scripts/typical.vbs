@@ -61,6 +61,12 @@ Set selector.SelectedItem = folder
 WScript.Echo "Selected: " & selector.SelectedItem.Text & ", same object " & (selector.SelectedItem Is folder) & _
     ", tag " & folder.Tag
 
+selector.Path = Scratch & "\letters"
+WScript.Echo "Path: " & selector.Path & ", selected " & selector.SelectedItem.Text
+selector.Path = Scratch & "\absent"
+WScript.Echo "Path: " & selector.Path
+
+WScript.Echo "FreezeCtl: " & TypeName(selector.FreezeCtl(True)) & ", " & TypeName(selector.FreezeCtl(False))
 WScript.Echo "CVC: " & selector.CVC("12345678")
 WScript.Echo "ReturnFileName: " & selector.ReturnFileName(Scratch & "\notes.txt")
 WScript.Echo "AssignSysIL: " & selector.AssignSysIL

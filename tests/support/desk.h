@@ -21,6 +21,9 @@ public:
     virtual WindowHandle NewWindow() = 0;
     virtual WindowHandle NewList() = 0;
 
+    /// The texts of the message boxes since the last call, each in brackets. Boxes close by themselves, with OK.
+    virtual std::wstring TakeMessages() = 0;
+
     /// Makes a folder, and those above it; gives its path.
     std::wstring MakeFolder(const std::wstring& name);
     /// Makes a file of `size` bytes, and the folders above it; gives its path.

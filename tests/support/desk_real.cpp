@@ -4,6 +4,7 @@
 #include <shlobj.h>
 
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "platform/win32/win32_platform.h"
@@ -17,6 +18,17 @@ namespace {
 class QuietReporter final : public Reporter {
 public:
     std::optional<std::wstring> Report(const ErrorReport&) override { return L""; }
+};
+
+/// Writes down what boxes would say, and closes them at once.
+class QuietBoxes final : public MessageBoxes {
+public:
+    std::wstring texts;
+    int Show(WindowHandle, const std::wstring& text, const std::wstring&, unsigned) override
+    {
+        texts += L"[" + text + L"]";
+        return 1;
+    }
 };
 
 std::wstring Extended(const std::wstring& path)
@@ -66,6 +78,8 @@ public:
     WindowHandle NewWindow() override { return Keep(L"STATIC", WS_OVERLAPPEDWINDOW | WS_VISIBLE); }
     WindowHandle NewList() override { return Keep(WC_LISTVIEWW, WS_OVERLAPPEDWINDOW | WS_VISIBLE | LVS_REPORT); }
 
+    std::wstring TakeMessages() override { return std::exchange(m_boxes.texts, {}); }
+
 private:
     void MakeFolderAt(const std::wstring& path) override
     {
@@ -95,10 +109,11 @@ private:
 
     Win32Platform m_real;
     QuietReporter m_reporter;
+    QuietBoxes m_boxes;
     Platform m_platform{m_real.Get().files,  m_real.Get().shell,  m_real.Get().regional,
                         m_real.Get().system, m_real.Get().windows, m_real.Get().images,
-                        m_real.Get().timers, m_real.Get().boxes,  m_reporter,
-                        m_real.Get().boxTools, m_real.Get().network};
+                        m_real.Get().timers, m_boxes,             m_reporter,
+                        m_real.Get().boxTools, m_real.Get().network, m_real.Get().drag};
     std::wstring m_base;
     std::vector<HWND> m_windows;
 };

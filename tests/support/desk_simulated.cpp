@@ -20,6 +20,13 @@ SimulatedDesk::SimulatedDesk()
     desktop.shell.SetResourceString(L"Shell32.dll", 9216, L"My Computer");
 }
 
+std::wstring SimulatedDesk::TakeMessages()
+{
+    std::wstring texts;
+    for (const std::wstring& text : desktop.boxes.TakeTexts()) texts += L"[" + text + L"]";
+    return texts;
+}
+
 std::unique_ptr<Desk> MakeDesk()
 {
     return std::make_unique<SimulatedDesk>();

@@ -14,6 +14,7 @@ public:
     const std::wstring& Base() const override { return m_base; }
     WindowHandle NewWindow() override { return desktop.windows.NewWindow(); }
     WindowHandle NewList() override { return desktop.windows.NewList().Handle(); }
+    std::wstring TakeMessages() override;
 
     SimulatedDesktop desktop;
 

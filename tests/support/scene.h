@@ -18,6 +18,8 @@ public:
 
     Desk& desk() { return *m_desk; }
     Sylvex& control() { return *m_control; }
+    /// Lets go of the control, as a host that closes.
+    void DropControl() { m_control.reset(); }
     Nodes& nodes() { return m_control->Tree().GetNodes(); }
     /// Makes a list view and hands it to the control.
     void BindList();

@@ -1,0 +1,155 @@
+#include "dragdrop/auto_scroll.h"
+
+#include "dragdrop/drag_tree.h"
+
+namespace sylvex {
+
+namespace {
+
+constexpr int kScrollEvery = 100;  // milliseconds
+constexpr int kOpenAfter = 1000;   // milliseconds
+constexpr unsigned kOpen = 2;
+
+/// What one step towards a side sends.
+struct Step {
+    unsigned side;
+    int bar;
+    unsigned message;
+    unsigned command;
+};
+
+enum Message : unsigned { WM_HSCROLL = 0x114, WM_VSCROLL = 0x115 };
+
+constexpr Step kSteps[] = {{kLeftSide, 0, WM_HSCROLL, 0},
+                           {kRightSide, 0, WM_HSCROLL, 1},
+                           {kTopSide, 1, WM_VSCROLL, 0},
+                           {kBottomSide, 1, WM_VSCROLL, 1}};
+
+}  // namespace
+
+AutoScroll::AutoScroll(Instance& instance, DragTree& tree, DragOwner& owner) : m_instance(instance), m_tree(tree)
+{
+    Timers& timers = instance.platform.timers;
+    tmrAutoScroll = timers.Create([this, &owner] { FromPlatform(owner, [this] { tmrAutoScroll_Timer(); }); });
+    tmrAutoExpand = timers.Create([this, &owner] { FromPlatform(owner, [this] { tmrAutoExpand_Timer(); }); });
+    tmrAutoScroll->SetInterval(kScrollEvery);
+    tmrAutoExpand->SetInterval(kOpenAfter);
+}
+
+AutoScroll::~AutoScroll() = default;
+
+void AutoScroll::Moved(const TVHITTESTINFO& hit)
+{
+    const bool opening = hit.hItem == m_lastItem && (hit.flags & kHitOpening) != 0 &&
+                         m_tree.IsTVItemCollapsedParent(m_instance.m_hwndTV, hit.hItem);
+    tmrAutoExpand->SetEnabled(opening);
+    m_lastItem = hit.hItem;
+    const unsigned sides = SidesInReach(hit.pt);
+    tmrAutoScroll->SetEnabled((sides & m_tree.IsWindowScrollable(m_instance.m_hwndTV)) != 0);
+}
+
+void AutoScroll::Stop()
+{
+    tmrAutoScroll->SetEnabled(false);
+    tmrAutoExpand->SetEnabled(false);
+}
+
+/// The sides of the tree near which the pointer is.
+unsigned AutoScroll::SidesInReach(Point client)
+{
+    const Rect area = m_instance.platform.drag.ClientRect(m_instance.m_hwndTV).value_or(Rect());
+    return m_tree.PtInRectRegion(area, m_instance.m_cxyAutoScroll, client);
+}
+
+template <class Body>
+void AutoScroll::WithoutPicture(Body&& body)
+{
+    Drag& drag = m_instance.platform.drag;
+    drag.DragShowNolock(false);
+    try {
+        body();
+    } catch (...) {
+        if (m_instance.m_himlDrag != 0) drag.DragShowNolock(true);
+        throw;
+    }
+    if (m_instance.m_himlDrag != 0) drag.DragShowNolock(true);
+}
+
+void AutoScroll::tmrAutoScroll_Timer()
+{
+    bool fDidScroll = false;
+    Point pt;
+    Trapped(m_instance, L"tmrAutoScroll_Timer", kNone, VARIABLES(fDidScroll, pt), [&](int& line) {
+        line = 1;
+        pt = m_tree.Pointer();
+        line = 2;
+        const unsigned sides = SidesInReach(pt);
+        if (sides != 0) {
+            line = 3;
+            const unsigned scrollable = m_tree.IsWindowScrollable(m_instance.m_hwndTV);
+            WithoutPicture([&] {
+                line = 4;
+                fDidScroll = ScrollTowards(sides & scrollable);
+                if (!fDidScroll) return;
+                line = 5;
+                m_tree.ShowDropTarget(m_tree.HitAt(pt).hItem);
+                m_instance.platform.drag.UpdateWindow(m_instance.m_hwndTV);
+            });
+        }
+        line = 6;
+        tmrAutoScroll->SetEnabled(fDidScroll && m_instance.m_himlDrag != 0);
+    });
+}
+
+bool AutoScroll::ScrollTowards(unsigned sides)
+{
+    bool scrolled = false;
+    for (const Step& step : kSteps)
+        if ((sides & step.side) != 0) scrolled = DoDragScroll(step.bar, step.message, step.command) || scrolled;
+    return scrolled;
+}
+
+bool AutoScroll::DoDragScroll(int nBar, unsigned uMsg, unsigned dwCmd)
+{
+    int dwPos = 0;
+    return Trapped(m_instance, L"DoDragScroll", VARIABLES(nBar, uMsg, dwCmd), VARIABLES(dwPos), [&](int& line) {
+        Drag& drag = m_instance.platform.drag;
+        line = 1;
+        dwPos = drag.GetScrollPos(m_instance.m_hwndTV, nBar);
+        line = 2;
+        m_instance.platform.windows.Send(m_instance.m_hwndTV, uMsg, dwCmd, 0);
+        line = 3;
+        if (drag.GetScrollPos(m_instance.m_hwndTV, nBar) == dwPos) return false;
+        line = 4;
+        drag.UpdateWindow(m_instance.m_hwndTV);
+        return true;
+    });
+}
+
+void AutoScroll::tmrAutoExpand_Timer()
+{
+    Point pt;
+    Trapped(m_instance, L"tmrAutoExpand_Timer", kNone, VARIABLES(pt), [&](int& line) {
+        line = 1;
+        // At once, since opening runs code of the host, and one arming means one opening.
+        tmrAutoExpand->SetEnabled(false);
+        line = 2;
+        pt = m_tree.Pointer();
+        const TVHITTESTINFO hit = m_tree.HitAt(pt);
+        line = 3;
+        const bool opens = hit.hItem != 0 && (hit.flags & kHitOpening) != 0 &&
+                           m_tree.IsTVItemCollapsedParent(m_instance.m_hwndTV, hit.hItem);
+        line = 4;
+        if (opens) WithoutPicture([&] { OpenUnderPointer(hit.hItem); });
+    });
+}
+
+void AutoScroll::OpenUnderPointer(ItemHandle item)
+{
+    m_tree.TreeView_Expand(m_instance.m_hwndTV, item, kOpen);
+    if (m_instance.m_himlDrag == 0) return;
+    m_tree.ShowDropTarget(m_tree.HitAt(m_tree.Pointer()).hItem);
+    m_instance.platform.drag.UpdateWindow(m_instance.m_hwndTV);
+}
+
+}  // namespace sylvex

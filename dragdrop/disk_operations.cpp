@@ -1,0 +1,128 @@
+#include "dragdrop/disk_operations.h"
+
+#include <algorithm>
+
+namespace sylvex {
+
+namespace {
+
+enum Function : unsigned { kNothing = 0, kMove = 1, kCopy = 2, kDelete = 3, kRename = 4 };
+
+/// The shell's own codes for what it would not do either.
+constexpr int kRootFolder = 116;
+constexpr int kInvalidPath = 124;
+
+constexpr unsigned kManyTargets = 1;
+constexpr unsigned kToTheBinUnasked = 0x50;
+
+struct Operation {
+    unsigned function;
+    unsigned flags;
+};
+
+Operation OperationOf(short Flavor)
+{
+    switch (Flavor) {
+        case 1:
+        case 2: return {kCopy, 0};
+        case 4: return {kMove, 0};
+        case 8: return {kDelete, 0};
+        case 16: return {kDelete, kToTheBinUnasked};
+        case 64: return {kCopy, kManyTargets};
+        case 128: return {kRename, 0};
+        default: return {kNothing, 0};
+    }
+}
+
+bool IsLetter(wchar_t character)
+{
+    return (character >= L'A' && character <= L'Z') || (character >= L'a' && character <= L'z');
+}
+
+bool HasDrive(std::wstring_view path)
+{
+    return path.size() >= 3 && IsLetter(path[0]) && path[1] == L':' && path[2] == L'\\';
+}
+
+bool IsRoot(std::wstring_view path)
+{
+    return HasDrive(path) && path.size() == 3;
+}
+
+}  // namespace
+
+bool IsFileName(std::wstring_view text)
+{
+    const auto taken = [](wchar_t character) {
+        return (character >= 0 && character < L' ') || character == 0x7F ||
+               std::wstring_view(L"\\/:*?\"<>|").find(character) != std::wstring_view::npos;
+    };
+    return text.find_first_not_of(L". ") != std::wstring_view::npos && std::none_of(text.begin(), text.end(), taken);
+}
+
+bool IsWholePath(const std::wstring& path)
+{
+    const bool onShare = path.starts_with(L"\\\\");
+    if (!onShare && !HasDrive(path)) return false;
+    std::wstring_view rest = std::wstring_view(path).substr(onShare ? 2 : 3);
+    if (rest.ends_with(L'\\')) rest.remove_suffix(1);
+    int parts = 0;
+    while (!rest.empty()) {
+        const std::size_t end = rest.find(L'\\');
+        if (!IsFileName(rest.substr(0, end))) return false;
+        ++parts;
+        rest.remove_prefix(end == std::wstring_view::npos ? rest.size() : end + 1);
+    }
+    constexpr int kServerAndShare = 2;
+    return !onShare || parts >= kServerAndShare;
+}
+
+std::wstring WithoutSeparator(const std::wstring& path)
+{
+    return path.ends_with(L'\\') && !IsRoot(path) ? path.substr(0, path.size() - 1) : path;
+}
+
+bool DiskOperations::FolderExists(const std::wstring& path)
+{
+    FileSystem& files = m_instance.platform.files;
+    // A root has no entry of its own.
+    if (IsRoot(path)) return files.Search(path + L"*.*") != nullptr || files.FileSystemName(path).has_value();
+    const auto entry = files.Search(WithoutSeparator(path));
+    return entry != nullptr && entry->Entry().IsDirectory();
+}
+
+FileOperationResult DiskOperations::Operate(unsigned wFunc, unsigned fFlags, const std::wstring& Source,
+                                            const std::wstring& dest)
+{
+    if (!IsWholePath(Source) || !IsWholePath(dest)) return {kInvalidPath, false};
+    if (IsRoot(Source)) return {kRootFolder, false};
+    // Into a folder that has gone the shell would move under that folder's name.
+    if (wFunc == kMove && !FolderExists(dest)) return {kInvalidPath, false};
+    return m_instance.platform.shell.Operate(wFunc, fFlags, WithoutSeparator(Source), dest);
+}
+
+long DiskOperations::WindowsDiskOps(const std::wstring& Source, const std::wstring& dest, short Flavor)
+{
+    long Result = 0;
+    const auto [wFunc, fFlags] = OperationOf(Flavor);
+    FileOperationResult answer;
+    m_done = false;
+    return Trapped(m_instance, L"WindowsDiskOps", VARIABLES(Source, dest, Flavor),
+                   VARIABLES(wFunc, fFlags, answer.code, answer.aborted, Result), [&](int& line) {
+                       MessageBoxes& boxes = m_instance.platform.boxes;
+                       line = 3;
+                       answer = Operate(wFunc, fFlags, Source, dest);
+                       m_done = answer.code == 0 && !answer.aborted;
+                       line = 4;
+                       if (answer.code != 0) {
+                           boxes.Show(m_instance.TV.hWnd(), std::to_wstring(answer.code), {}, kBoxCritical);
+                       } else if (answer.aborted) {
+                           line = 5;
+                           boxes.Show(m_instance.TV.hWnd(), L"Operation Failed", {}, kBoxCritical);
+                           Result = -1;
+                       }
+                       return Result;
+                   });
+}
+
+}  // namespace sylvex

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include "instance/instance.h"
+
+namespace sylvex {
+
+/// The only way in which the control changes the disk.
+class DiskOperations {
+public:
+    explicit DiskOperations(Instance& instance) : m_instance(instance) {}
+
+    /// Has the shell move (`Flavor` 4), rename (128), copy (1, 2, 64) or delete (8, 16) one path, with the shell's own
+    /// questions and progress; -1 when the person cancelled, otherwise 0. What fails is shown in a box: the shell's
+    /// number, or "Operation Failed" for a cancel. The shell is asked only for whole paths of one file or folder, and
+    /// to move only into a folder that exists; anything else counts as the shell's failure 124.
+    long WindowsDiskOps(const std::wstring& Source, const std::wstring& dest, short Flavor);
+    /// Whether the last operation was done.
+    bool Done() const { return m_done; }
+
+private:
+    FileOperationResult Operate(unsigned wFunc, unsigned fFlags, const std::wstring& Source, const std::wstring& dest);
+    bool FolderExists(const std::wstring& path);
+
+    Instance& m_instance;
+    bool m_done = false;
+};
+
+/// True for a path that names one place whatever the current folder is: from a drive or a share on, each part a name.
+bool IsWholePath(const std::wstring& path);
+/// The path without the separator at its end, which only a drive's root keeps.
+std::wstring WithoutSeparator(const std::wstring& path);
+/// True for a text that can be the name of a file: without characters that the disk gives a meaning to, and with
+/// something beside full stops and blanks.
+bool IsFileName(std::wstring_view text);
+
+}  // namespace sylvex

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <memory>
+
+#include "dragdrop/auto_scroll.h"
+#include "dragdrop/drag_owner.h"
+#include "instance/instance.h"
+
+namespace sylvex {
+
+/// A drag of a node with the mouse, from the press to the release: idle, pressed on a node, dragging. Its state is the
+/// instance's drag variables.
+class DragSession {
+public:
+    /// The arguments outlive the session.
+    DragSession(Instance& instance, DragOwner& owner);
+    ~DragSession();
+    DragSession(const DragSession&) = delete;
+    DragSession& operator=(const DragSession&) = delete;
+
+    bool Dragging() const { return m_instance.m_himlDrag != 0; }
+    /// The node that is being dragged; null when it is gone or was put elsewhere meanwhile.
+    Node* Dragged() const;
+    /// A press in the tree, in client pixels: notes what a drag would begin with.
+    void Pressed(short Button, Point where);
+    /// A move with these buttons held: begins the drag or carries it on.
+    void Moved(short Button);
+    /// A release without a drag: nothing is pressed any more.
+    void Released();
+    /// Ends the picture, the capture and the timers; nothing without a drag.
+    void EndDrag1();
+    /// Takes the drop highlight away and forgets what was dragged.
+    void EndDrag2();
+    /// Ends a drag under way without a drop.
+    void Cancel() noexcept;
+    /// While set, a press begins nothing: a drop is being carried out.
+    void SetBusy(bool busy) { m_busy = busy; }
+    DragTree& Tree() { return *m_tree; }
+
+private:
+    void BeginDrag();
+    void DoDrag();
+    bool PastThreshold(Point pointer) const;
+    ImageListHandle PictureOf(ItemHandle item);
+    void Hold(Point ptBtnDown);
+
+    Instance& m_instance;
+    DragOwner& m_owner;
+    std::unique_ptr<DragTree> m_tree;
+    AutoScroll m_autoScroll;
+    bool m_busy = false;
+};
+
+}  // namespace sylvex

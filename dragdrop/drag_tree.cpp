@@ -1,0 +1,143 @@
+#include "dragdrop/drag_tree.h"
+
+#include <limits>
+
+namespace sylvex {
+
+namespace {
+
+constexpr std::uint32_t kHorizontalBar = 0x100000;
+constexpr std::uint32_t kVerticalBar = 0x200000;
+
+/// A result as the 32-bit number that it has to be.
+int Narrowed(std::int64_t result)
+{
+    if (result < std::numeric_limits<std::int32_t>::min() || result > std::numeric_limits<std::int32_t>::max())
+        throw RuntimeError(6, L"Overflow");
+    return static_cast<int>(result);
+}
+
+std::int64_t Wide(int number)
+{
+    return number;
+}
+
+}  // namespace
+
+bool DragTree::AreTVItemsParentChild(WindowHandle hwndTV, ItemHandle hitemParent, ItemHandle hitemChild)
+{
+    ItemHandle hItem = hitemChild;
+    return Trapped(m_instance, L"AreTVItemsParentChild", VARIABLES(hwndTV, hitemParent, hitemChild), VARIABLES(hItem),
+                   [&](int& line) {
+                       line = 1;
+                       while (hItem != 0) {
+                           line = 2;
+                           hItem = TreeView_GetParent(hwndTV, hItem);
+                           if (hItem == hitemParent) return true;
+                       }
+                       return false;
+                   });
+}
+
+bool DragTree::IsTVItemCollapsedParent(WindowHandle hwndTV, ItemHandle hItem)
+{
+    TVITEM tvi;
+    return Trapped(m_instance, L"IsTVItemCollapsedParent", VARIABLES(hwndTV, hItem), VARIABLES(tvi), [&](int& line) {
+        line = 1;
+        tvi.hItem = hItem;
+        tvi.mask = TVIF_STATE | TVIF_CHILDREN;
+        line = 2;
+        return TreeView_GetItem(hwndTV, tvi) && tvi.cChildren != 0 && (tvi.state & TVIS_EXPANDED) == 0;
+    });
+}
+
+unsigned DragTree::PtInRectRegion(const Rect& rc, int cxyRegion, Point pt)
+{
+    unsigned sides = 0;
+    return Trapped(m_instance, L"PtInRectRegion", VARIABLES(rc, cxyRegion, pt), VARIABLES(sides), [&](int& line) {
+        line = 1;
+        if (pt.x < rc.left || pt.x >= rc.right || pt.y < rc.top || pt.y >= rc.bottom) return sides;
+        line = 2;
+        if (pt.x <= Narrowed(Wide(rc.left) + cxyRegion)) sides |= kLeftSide;
+        if (pt.x >= Narrowed(Wide(rc.right) - cxyRegion)) sides |= kRightSide;
+        if (pt.y <= Narrowed(Wide(rc.top) + cxyRegion)) sides |= kTopSide;
+        if (pt.y >= Narrowed(Wide(rc.bottom) - cxyRegion)) sides |= kBottomSide;
+        return sides;
+    });
+}
+
+unsigned DragTree::IsWindowScrollable(WindowHandle hWnd)
+{
+    unsigned sides = 0;
+    return Trapped(m_instance, L"IsWindowScrollable", VARIABLES(hWnd), VARIABLES(sides), [&](int& line) {
+        line = 1;
+        sides |= Scrollable(hWnd, 0, kHorizontalBar, kLeftSide, kRightSide);
+        line = 2;
+        sides |= Scrollable(hWnd, 1, kVerticalBar, kTopSide, kBottomSide);
+        return sides;
+    });
+}
+
+unsigned DragTree::Scrollable(WindowHandle hWnd, int bar, std::uint32_t style, unsigned towardsLeast,
+                              unsigned towardsMost)
+{
+    if ((m_instance.platform.windows.Style(hWnd) & style) == 0) return 0;
+    const auto info = m_instance.platform.drag.GetScrollInfo(hWnd, bar);
+    if (!info) return 0;
+    const int last = Narrowed(Narrowed(Wide(info->most) - info->least + 1) - static_cast<std::int64_t>(info->page));
+    return (info->position > 0 ? towardsLeast : 0) | (info->position < last ? towardsMost : 0);
+}
+
+bool DragTree::SetNodeCallbacks(WindowHandle hwndTV, ItemHandle hItem, Node* nod, bool fSet)
+{
+    TVITEM tvi;
+    return Trapped(m_instance, L"SetNodeCallbacks", VARIABLES(hwndTV, hItem, nod, fSet), VARIABLES(tvi), [&](int& line) {
+        line = 1;
+        tvi.mask = TVIF_IMAGE;
+        tvi.hItem = hItem;
+        line = 2;
+        tvi.iImage = fSet ? I_IMAGECALLBACK : nod != nullptr ? m_instance.DragImage : 0;
+        line = 3;
+        return TreeView_SetItem(hwndTV, tvi);
+    });
+}
+
+bool DragTree::ClientToWindow(WindowHandle hWnd, Point& pt)
+{
+    return Trapped(m_instance, L"ClientToWindow", VARIABLES(hWnd, pt), kNone, [&](int& line) {
+        Drag& drag = m_instance.platform.drag;
+        line = 1;
+        if (!m_instance.platform.windows.Exists(hWnd)) return false;
+        line = 2;
+        const auto client = drag.ClientRect(hWnd);
+        if (!client) return false;
+        line = 3;
+        const auto corner = drag.ClientToScreen(hWnd, {client->left, client->top});
+        const auto window = drag.WindowRect(hWnd);
+        if (!corner || !window) return false;
+        line = 4;
+        pt = {Narrowed(Wide(pt.x) + corner->x - window->left), Narrowed(Wide(pt.y) + corner->y - window->top)};
+        return true;
+    });
+}
+
+Point DragTree::Pointer()
+{
+    return m_instance.platform.drag.ScreenToClient(m_instance.m_hwndTV, m_instance.platform.system.CursorPosition());
+}
+
+TVHITTESTINFO DragTree::HitAt(Point client)
+{
+    TVHITTESTINFO hit;
+    hit.pt = client;
+    hit.hItem = TreeView_HitTest(m_instance.m_hwndTV, hit);
+    return hit;
+}
+
+void DragTree::ShowDropTarget(ItemHandle item)
+{
+    TreeView_SelectDropTarget(m_instance.m_hwndTV, item);
+    m_instance.TV.DropHighlightMoved(m_instance.TV.NodeOfItem(item));
+}
+
+}  // namespace sylvex

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "instance/instance.h"
+#include "widgets/tree_messages.h"
+
+namespace sylvex {
+
+/// Sides of a window, combined.
+enum Side : unsigned { kLeftSide = 1, kTopSide = 2, kRightSide = 4, kBottomSide = 8 };
+
+/// Flags of a hit test: the parts of a row that a drag may start on, that a folder opens under, and the whole row.
+constexpr unsigned kHitGrip = 0x46;
+constexpr unsigned kHitOpening = 0x56;
+constexpr unsigned kHitRow = 0x7E;
+
+/// The control's tree as dragging sees it: native items and where they lie. The procedures with a window handle run
+/// under the error trap.
+class DragTree : public TreeMessages {
+public:
+    explicit DragTree(Instance& instance) : TreeMessages(instance, instance.platform.windows), m_instance(instance) {}
+
+    /// True when `hitemParent` lies above `hitemChild`, at any distance; an item is not above itself.
+    bool AreTVItemsParentChild(WindowHandle hwndTV, ItemHandle hitemParent, ItemHandle hitemChild);
+    bool IsTVItemCollapsedParent(WindowHandle hwndTV, ItemHandle hItem);
+    /// The sides whose band, `cxyRegion` wide, the point lies in (bounds included); 0 outside the rectangle. Raises 6
+    /// when a band's bound cannot be told.
+    unsigned PtInRectRegion(const Rect& rc, int cxyRegion, Point pt);
+    /// The sides towards which the window can still scroll. Raises 6 for a range that cannot be told.
+    unsigned IsWindowScrollable(WindowHandle hWnd);
+    /// The item's picture becomes `DragImage` (the first one without a node), or with `fSet` the one that the tree's
+    /// owner is asked for.
+    bool SetNodeCallbacks(WindowHandle hwndTV, ItemHandle hItem, Node* nod, bool fSet);
+    /// Turns a client point into one relative to the window's outer corner; false when it cannot.
+    bool ClientToWindow(WindowHandle hWnd, Point& pt);
+
+    /// The pointer in the tree's client area.
+    Point Pointer();
+    TVHITTESTINFO HitAt(Point client);
+    /// Shows the item (0: none) as the one that a drop would go to.
+    void ShowDropTarget(ItemHandle item);
+
+private:
+    unsigned Scrollable(WindowHandle hWnd, int bar, std::uint32_t style, unsigned towardsLeast, unsigned towardsMost);
+    Instance& m_instance;
+};
+
+}  // namespace sylvex

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <string>
+
+#include "checks/tree_select.h"
+#include "dragdrop/disk_operations.h"
+#include "dragdrop/drag_session.h"
+#include "tree/folder_tree.h"
+
+namespace sylvex {
+
+/// The variables of one drop, as the report of its procedure shows them.
+struct DropLocals {
+    ItemHandle hitemDest = 0;
+    std::wstring DropSource;
+    std::wstring DropDestin;
+};
+
+/// What a release of the mouse does with a dragged folder: it is moved in the tree and then on the disk, unless a rule
+/// refuses it.
+class Drop {
+public:
+    /// The arguments outlive the object.
+    Drop(Instance& instance, FolderTree& tree, TreeSelect& checks, DragSession& session, DiskOperations& disk,
+         DragOwner& owner);
+
+    /// A button has been released; without a drag nothing happens. `line` is the statement in error reports.
+    void Released(DropLocals& locals, int& line);
+    /// True for the folder into which a dragged one is just being put: opening it reads and ticks nothing.
+    bool Arriving(const Node& folder) const { return &folder == m_arriving.IfAlive(); }
+
+private:
+    void ActOn(DropLocals& locals, int& line);
+    const wchar_t* Refusal(const DropLocals& locals, Node& target);
+    const wchar_t* RefusalByPath(const std::wstring& source, const std::wstring& target);
+    void Move(DropLocals& locals, const NodeRef& moved, const NodeRef& target, int& line);
+    void PutUnder(const NodeRef& moved, const NodeRef& target);
+    std::wstring DiskPathOf(Node& node);
+    void Settle(Node* moved, Node* oldParent, const std::wstring& source);
+    void RestoreButton(Node& folder);
+    void FollowChildren(Node& folder);
+    void ClearEmptied(Node& folder);
+    long StateOfRow(Node& node);
+    void Say(const std::wstring& text);
+
+    Instance& m_instance;
+    FolderTree& m_tree;
+    TreeSelect& m_checks;
+    DragSession& m_session;
+    DiskOperations& m_disk;
+    DragOwner& m_owner;
+    NodeRef m_arriving;
+};
+
+}  // namespace sylvex

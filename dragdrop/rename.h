@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "dragdrop/disk_operations.h"
+#include "dragdrop/drag_owner.h"
+#include "tree/folder_tree.h"
+
+namespace sylvex {
+
+/// The variables of one rename, as the report of its procedure shows them.
+struct RenameLocals {
+    short i = 0;
+    std::wstring Temp;
+    long Success = 0;
+};
+
+/// Renames a folder or file on the disk after its label has been edited, and opens a label again whose text was no name.
+class Rename {
+public:
+    /// The arguments outlive the object.
+    Rename(Instance& instance, FolderTree& tree, DiskOperations& disk, DragOwner& owner);
+
+    /// Notes the selected node's text. Raises 91 without a selection.
+    void BeforeLabelEdit();
+    /// `Cancel` is set when the node keeps its name. `line` is the statement in error reports.
+    void AfterLabelEdit(bool& Cancel, const std::wstring& NewString, RenameLocals& locals, int& line);
+
+private:
+    void Timer2_Timer();
+    void SplitPath(RenameLocals& locals);
+    void EditAgain(const std::wstring& typed);
+
+    Instance& m_instance;
+    FolderTree& m_tree;
+    DiskOperations& m_disk;
+    NodeRef m_refused;      // the node whose typed text was no name
+    std::wstring m_typed;
+    std::unique_ptr<Timer> Timer2;
+};
+
+}  // namespace sylvex

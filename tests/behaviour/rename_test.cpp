@@ -1,0 +1,171 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/hand.h"
+
+namespace sylvex {
+namespace {
+
+constexpr const wchar_t* kNoName = L"[Error. Enter a valid file name (or Esc).]";
+
+class RenameTest : public testing::Test {
+protected:
+    RenameTest()
+    {
+        scene.desk().Make({L"t\\Old\\inner\\x\\", L"t\\Other\\", L"t\\list.zip", L"t\\plain.txt"});
+        scene.control().LetFileFilter(L"*.zip");
+        scene.Enumerate();
+        scene.At(L"t/Old").SetExpanded(true);
+        hand = std::make_unique<Hand>(scene);
+        scene.Heard();
+    }
+    /// Opens the node's label and types a name into it; gives the messages.
+    std::wstring Rename(Node& node, const std::wstring& name)
+    {
+        EXPECT_EQ(hand->Edit(node), node.Text());
+        tools().Type(name);
+        return scene.desk().TakeMessages();
+    }
+    Node& Folder() { return scene.At(L"t/Old"); }
+    HandTools& tools() { return *hand->operator->(); }
+    std::wstring PathOf(Node& node) { return scene.control().BuildFullPath(&node); }
+
+    Scene scene;
+    std::unique_ptr<Hand> hand;
+};
+
+TEST_F(RenameTest, ATypedNameIsGivenToTheFolderOnTheDisk)
+{
+    Node& folder = Folder();
+    EXPECT_EQ(Rename(folder, L"New"), L"");
+    EXPECT_EQ(folder.Text(), L"New");
+    EXPECT_TRUE(scene.desk().Has(L"t\\New\\inner\\x"));
+    EXPECT_FALSE(scene.desk().Has(L"t\\Old"));
+    EXPECT_EQ(PathOf(*folder.Child()), scene.desk().PathOf(L"t\\New\\inner\\"));
+    EXPECT_EQ(tools().Label(), L"(closed)");
+    EXPECT_EQ(scene.Heard().find(L"LabelEdit"), std::wstring::npos);
+}
+
+TEST_F(RenameTest, FilesOfAnyTypeAndNamesInOtherScriptsAreRenamed)
+{
+    struct {
+        const wchar_t* from;
+        const wchar_t* to;
+    } const cases[] = {{L"list.zip", L"b.zip"},
+                       {L"plain.txt", L"\u4E2D\u6587 \u0394\u0416.txt"},
+                       {L"Old", L" a.b, (c) [d] {e} & 100% + ~ ! ' ="}};
+    for (const auto& [from, to] : cases) {
+        EXPECT_EQ(Rename(scene.At(L"t/" + std::wstring(from)), to), L"");
+        EXPECT_TRUE(scene.desk().Has(L"t\\" + std::wstring(to)));
+        EXPECT_FALSE(scene.desk().Has(L"t\\" + std::wstring(from)));
+    }
+}
+
+TEST_F(RenameTest, WhatIsNoNameIsRefusedAndTheLabelOpensAgainWithIt)
+{
+    const std::wstring path = PathOf(Folder());
+    for (const wchar_t* name : {L"", L" ", L".", L"..", L". .", L"a\\b", L"..\\Other", L"a/b", L"C:", L"a*", L"a?b",
+                                L"a\"b", L"a<b", L"a>b", L"a|b", L"a\tb"}) {
+        Node& folder = Folder();
+        EXPECT_EQ(Rename(folder, name), kNoName);
+        EXPECT_EQ(PathOf(folder), path) << "the node stands for the folder that it is";
+        EXPECT_EQ(tools().Label(), L"(closed)");
+        tools().Wait(200);
+        EXPECT_EQ(tools().Label(), name);
+        tools().PressKey(kEscapeKey);
+        EXPECT_EQ(tools().Label(), L"(closed)");
+        EXPECT_EQ(folder.Text(), L"Old");
+        tools().Wait(200);
+        EXPECT_EQ(tools().Label(), L"(closed)") << "the label opens once";
+    }
+    EXPECT_TRUE(scene.desk().Has(L"t\\Old\\inner\\x"));
+    EXPECT_EQ(tools().LeftOver(), "");
+}
+
+TEST_F(RenameTest, ARefusedNameMayBeMended)
+{
+    Node& folder = Folder();
+    EXPECT_EQ(Rename(folder, L"a:b"), kNoName);
+    tools().Wait(200);
+    tools().Type(L"ab");
+    EXPECT_EQ(scene.desk().TakeMessages(), L"");
+    EXPECT_EQ(folder.Text(), L"ab");
+    EXPECT_TRUE(scene.desk().Has(L"t\\ab\\inner"));
+}
+
+TEST_F(RenameTest, RootsAndDrivesNeverReachTheDisk)
+{
+    Node& drive = scene.nodes().Item(L"C:\\");
+    Node& computer = scene.nodes().Item(L"MyComputer");
+    EXPECT_EQ(Rename(drive, L"Renamed"), L"[124]");
+    EXPECT_EQ(drive.Text(), L"Renamed");
+    EXPECT_EQ(Rename(computer, L"Here"), L"[124]");
+    EXPECT_EQ(Rename(scene.nodes().Item(1), L"Top"), L"[124]");
+    EXPECT_TRUE(scene.desk().Has(L"t\\Old\\inner\\x"));
+    // What lies below has lost its path with it, and stays where it is.
+    EXPECT_EQ(Rename(*drive.Child(), L"x"), L"[124]");
+}
+
+TEST_F(RenameTest, EscapePutsBackTheTextThatWasThereWhenEditingBegan)
+{
+    Node& folder = Folder();
+    scene.control().LetSelectedItem(&folder);
+    tools().PressKey(kEscapeKey);
+    EXPECT_EQ(folder.Text(), L"Old") << "nothing has been edited yet";
+    folder.SetText(L"Shown");
+    EXPECT_EQ(hand->Edit(folder), L"Shown");
+    tools().PressKey(kEscapeKey);
+    folder.SetText(L"Else");
+    tools().PressKey(kEscapeKey);
+    EXPECT_EQ(folder.Text(), L"Shown");
+    EXPECT_EQ(scene.desk().TakeMessages(), L"");
+}
+
+TEST_F(RenameTest, NothingHappensToTheDiskWhenTheTreeChangesUnderTheEdit)
+{
+    struct {
+        const char* what;
+        std::function<void()> change;
+        bool renames;
+    } const cases[] = {
+        {"a tick", [&] { ErrorOf([&] { scene.Tick(scene.At(L"t/Other"), true); }); }, true},
+        {"a tick here", [&] { ErrorOf([&] { scene.Tick(Folder(), true); }); }, true},
+        {"another node selected", [&] { scene.control().LetSelectedItem(&scene.At(L"t/Other")); }, false},
+        {"read anew", [&] { scene.Enumerate(); }, false},
+        {"emptied", [&] { scene.control().Clear(); }, false},
+        {"node removed", [&] { scene.nodes().Remove(Folder()); }, false},
+    };
+    for (const auto& [what, change, renames] : cases) {
+        scene.Enumerate();
+        hand->Edit(Folder());
+        change();
+        scene.desk().TakeMessages();
+        if (tools().Label() != L"(closed)") tools().Type(L"Typed");
+        EXPECT_EQ(scene.desk().Has(L"t\\Typed"), renames) << what;
+        EXPECT_EQ(scene.desk().Has(L"t\\Old\\inner"), !renames) << what;
+        EXPECT_EQ(tools().LeftOver(), "") << what;
+        if (!renames) continue;
+        scene.Enumerate();
+        Rename(scene.At(L"t/Typed"), L"Old");
+    }
+    EXPECT_TRUE(scene.desk().Has(L"t\\Other"));
+}
+
+TEST_F(RenameTest, TheControlMayGoBeforeALabelOpensAgain)
+{
+    EXPECT_EQ(Rename(Folder(), L"?"), kNoName);
+    scene.DropControl();
+    tools().Wait(300);
+    EXPECT_EQ(tools().LeftOver(), "");
+}
+
+TEST_F(RenameTest, AnEmptyTextStandsForNoFolder)
+{
+    // A node without a text would have the path of the folder that it is in.
+    Node& nameless = scene.nodes().AddChild(scene.At(L"t"), L"", 0);
+    EXPECT_EQ(Rename(nameless, L"Taken"), L"[124]");
+    EXPECT_TRUE(scene.desk().Has(L"t\\Old\\inner"));
+    EXPECT_FALSE(scene.desk().Has(L"Taken"));
+}
+
+}  // namespace
+}  // namespace sylvex

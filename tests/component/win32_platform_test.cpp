@@ -1,0 +1,335 @@
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <fstream>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "diagnostics/runtime_error.h"
+#include "platform/win32/handles.h"
+#include "platform/win32/win32_platform.h"
+#include "tests/component/tree_window_fixture.h"
+
+namespace sylvex::test {
+namespace {
+
+long ErrorOf(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const RuntimeError& error) {
+        return error.number;
+    }
+    return 0;
+}
+
+class Win32PlatformTest : public testing::Test {
+protected:
+    Win32Platform platform;
+    Platform& services = platform.Get();
+};
+
+/// A folder of its own below the temporary one, removed with what is in it.
+class Win32FilesTest : public Win32PlatformTest {
+protected:
+    void SetUp() override
+    {
+        base = services.files.TempDirectory() + L"sylvex-" + std::to_wstring(GetCurrentProcessId());
+        MakeFolder(base);
+    }
+    void TearDown() override
+    {
+        for (auto path = made.rbegin(); path != made.rend(); ++path) {
+            const auto name = UnlimitedPath(*path);
+            if (!DeleteFileW(name.c_str())) RemoveDirectoryW(name.c_str());
+        }
+    }
+    void MakeFolder(const std::wstring& path)
+    {
+        ASSERT_TRUE(CreateDirectoryW(UnlimitedPath(path).c_str(), nullptr)) << GetLastError();
+        made.push_back(path);
+    }
+    void MakeFile(const std::wstring& path, const std::string& content)
+    {
+        auto* const file = CreateFileW(UnlimitedPath(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+        ASSERT_NE(file, INVALID_HANDLE_VALUE) << GetLastError();
+        DWORD written = 0;
+        WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
+        CloseHandle(file);
+        made.push_back(path);
+    }
+    std::wstring Names(const std::wstring& pattern)
+    {
+        std::vector<std::wstring> names;
+        if (const auto search = services.files.Search(pattern)) {
+            do {
+                if (search->Entry().name.front() != L'.') names.emplace_back(search->Entry().name);
+            } while (search->Next());
+        }
+        std::sort(names.begin(), names.end());
+        std::wstring line;
+        for (const auto& name : names) line += (line.empty() ? L"" : L" ") + name;
+        return line;
+    }
+
+    std::wstring base;
+    std::vector<std::wstring> made;
+};
+
+TEST_F(Win32FilesTest, ListsNamesOfAnyScriptInPathsOfAnyLength)
+{
+    auto folder = base;
+    while (folder.size() < 300) {
+        folder += L"\\" + std::wstring(60, L'd');
+        MakeFolder(folder);
+    }
+    MakeFile(folder + L"\\\u65e5\u672c.txt", "12345");
+    MakeFolder(folder + L"\\sub");
+    EXPECT_EQ(Names(folder + L"\\*.*"), L"sub \u65e5\u672c.txt");
+    EXPECT_EQ(Names(base + L"\\*.*"), std::wstring(60, L'd'));
+
+    const auto search = services.files.Search(folder + L"\\\u65e5\u672c.txt");
+    ASSERT_NE(search, nullptr);
+    EXPECT_EQ(search->Entry().size, 5u);
+    EXPECT_FALSE(search->Entry().IsDirectory());
+    FILETIME now{};
+    GetSystemTimeAsFileTime(&now);
+    const auto present = static_cast<std::int64_t>(ULARGE_INTEGER{{now.dwLowDateTime, now.dwHighDateTime}}.QuadPart);
+    EXPECT_LT(std::abs(present - search->Entry().lastWriteTime), 600'000'000) << "a minute of 100 ns steps";
+    EXPECT_FALSE(search->Next());
+}
+
+TEST_F(Win32FilesTest, WhatCannotBeListedIsNothing)
+{
+    MakeFile(base + L"\\file", "");
+    EXPECT_EQ(Names(base), base.substr(base.rfind(L'\\') + 1));
+    EXPECT_EQ(services.files.Search(base + L"\\"), nullptr);
+    EXPECT_EQ(services.files.Search(base + L"\\none"), nullptr);
+    EXPECT_EQ(services.files.Search(base + L"\\none\\*.*"), nullptr);
+    EXPECT_EQ(services.files.Search(L""), nullptr);
+    EXPECT_EQ(services.files.FileSystemName(L"?:\\"), std::nullopt);
+}
+
+TEST_F(Win32FilesTest, TheShellMovesAndRenamesByAbsolutePaths)
+{
+    constexpr unsigned kMove = 1;
+    constexpr unsigned kRename = 4;
+    MakeFile(base + L"\\\u0436.txt", "content");
+    MakeFolder(base + L"\\sub");
+    made.push_back(base + L"\\sub\\new.txt");
+    auto result = services.shell.Operate(kRename, 0, base + L"\\\u0436.txt", base + L"\\new.txt");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_FALSE(result.aborted);
+    result = services.shell.Operate(kMove, 0, base + L"\\new.txt", base + L"\\sub");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(Names(base + L"\\sub\\*.*"), L"new.txt");
+}
+
+TEST_F(Win32PlatformTest, SortKeysOrderLikeTheComparison)
+{
+    const std::vector<std::wstring> names = {L"",      L"a",      L"A",      L"ab",     L"a b",   L"a-b",    L"a.b", L"B",
+                                             L"\u00e4", L"\u00c4z", L"z",      L"10",     L"9",     L"_x",     L"co-op",
+                                             L"coop",  L"\u0416",  L"\u0436", L"\u65e5", L"$sys",  L"~temp",  L"'q"};
+    const auto sign = [](int value) { return (value > 0) - (value < 0); };
+    for (const auto& left : names) {
+        for (const auto& right : names) {
+            std::string keys[2];
+            services.regional.AppendSortKey(left, keys[0]);
+            services.regional.AppendSortKey(right, keys[1]);
+            EXPECT_EQ(sign(keys[0].compare(keys[1])), sign(services.regional.Compare(left, right)))
+                << testing::PrintToString(left) << testing::PrintToString(right);
+        }
+    }
+    std::string key = "kept";
+    services.regional.AppendSortKey(std::wstring(5000, L'x'), key);
+    EXPECT_GT(key.size(), 5000u) << "names longer than the buffer have keys too";
+    EXPECT_EQ(key.substr(0, 4), "kept");
+}
+
+TEST_F(Win32PlatformTest, TextsFollowTheUsersSettings)
+{
+    auto& regional = services.regional;
+    EXPECT_EQ(regional.Lower(L"\u00c4RGER Zip"), L"\u00e4rger zip");
+    wchar_t point[8] = {};
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, point, 8);
+    EXPECT_EQ(regional.Number(976.5625, 1), L"976" + std::wstring(point) + L"6");
+    EXPECT_EQ(regional.Number(0.9765625, 3).substr(1), std::wstring(point) + L"977");
+    EXPECT_EQ(regional.Number(12, 0), L"12");
+    // 2026-11-16 02:34:13
+    const Date date{46342.0 + (2 * 3600 + 34 * 60 + 13) / 86400.0};
+    EXPECT_NE(regional.ShortDate(date).find(L"16"), std::wstring::npos);
+    EXPECT_NE(regional.LongTime(date).find(L"34"), std::wstring::npos);
+    EXPECT_EQ(ErrorOf([&] { regional.ShortDate({1e9}); }), 5);
+    EXPECT_EQ(ErrorOf([&] { regional.LongTime({-1e9}); }), 5);
+    EXPECT_EQ(regional.Narrow(L"A\u65e5").front(), 'A');
+    EXPECT_EQ(regional.Narrow(L"").size(), 0u);
+}
+
+TEST_F(Win32PlatformTest, IconsAreGivenBack)
+{
+    auto& shell = services.shell;
+    const auto before = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    auto* const list = HandleOf<HIMAGELIST>(services.images.Create());
+    for (int round = 0; round < 20; ++round) {
+        const auto icon = shell.ExtractIcon(L"Shell32.dll", 3);
+        ASSERT_TRUE(icon);
+        EXPECT_EQ(services.images.Add(NumberOf(list), icon.Get()), round);
+        EXPECT_FALSE(shell.DisplayName(L"C:\\").empty());
+    }
+    EXPECT_EQ(services.images.Count(NumberOf(list)), 20);
+    EXPECT_EQ(services.images.Add(NumberOf(list), 0), -1);
+    EXPECT_FALSE(shell.ExtractIcon(L"Shell32.dll", 99999));
+    EXPECT_FALSE(shell.ExtractIcon(L"C:\\none.ico", 0));
+    services.images.Destroy(NumberOf(list));
+    EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), before + 2);
+}
+
+TEST_F(Win32PlatformTest, ResourceStringsComeFromTheSystemFolderAlone)
+{
+    // Windows and Wine keep different texts; both name an error of the shell or none at all, never fail.
+    services.shell.ResourceString(L"Shell32.Dll", 4162);
+    EXPECT_EQ(services.shell.ResourceString(L"..\\none.dll", 1), L"");
+    EXPECT_EQ(services.shell.ResourceString(services.files.SystemDirectory() + L"\\shell32.dll", 4162), L"");
+    EXPECT_EQ(services.shell.ResourceString(L"none.dll", 1), L"");
+    EXPECT_FALSE(services.shell.SpecialFolder(5).empty());
+    EXPECT_EQ(services.shell.SpecialFolder(9999), L"");
+}
+
+TEST_F(Win32PlatformTest, ClassRootValuesOfAnyLength)
+{
+    auto& system = services.system;
+    const std::wstring key = L".sylvex-test";
+    const std::wstring longText(1000, L'x');
+    const auto write = [&](const std::wstring& text) {
+        RegSetKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, REG_SZ, text.c_str(),
+                        static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+    };
+    EXPECT_EQ(system.ClassRootValue(key), std::nullopt);
+    write(L"short");
+    EXPECT_EQ(system.ClassRootValue(key), L"short");
+    write(longText);
+    EXPECT_EQ(system.ClassRootValue(key), longText);
+    RegDeleteKeyW(HKEY_CLASSES_ROOT, key.c_str());
+}
+
+TEST_F(Win32PlatformTest, TimersTickWhileEnabledAndMayGoInATick)
+{
+    int ticks = 0;
+    std::unique_ptr<Timer> timer = services.timers.Create([&] { ++ticks; });
+    timer->SetInterval(10);
+    PumpMessages(50);
+    EXPECT_EQ(ticks, 0);
+    timer->SetEnabled(true);
+    PumpMessages(100);
+    EXPECT_GE(ticks, 2);
+    timer->SetEnabled(false);
+    const auto before = ticks;
+    PumpMessages(50);
+    EXPECT_EQ(ticks, before);
+
+    timer = services.timers.Create([&] {
+        ++ticks;
+        timer.reset();
+    });
+    timer->SetInterval(10);
+    timer->SetEnabled(true);
+    PumpMessages(50);
+    EXPECT_EQ(ticks, before + 1);
+}
+
+TEST_F(Win32PlatformTest, ABoxWithoutCaptionBearsTheProgramsName)
+{
+    std::wstring caption;
+    const auto closer = services.timers.Create([&] {
+        auto* const box = FindWindowW(L"#32770", services.system.ProgramName().c_str());
+        if (!box) return;
+        wchar_t text[64] = {};
+        GetWindowTextW(box, text, 64);
+        caption = text;
+        SendMessageW(box, WM_COMMAND, IDRETRY, 0);
+    });
+    closer->SetInterval(30);
+    closer->SetEnabled(true);
+    EXPECT_EQ(services.boxes.Show(0, L"text", L"", kBoxRetryCancel | kBoxCritical), IDRETRY);
+    EXPECT_FALSE(caption.empty());
+    EXPECT_EQ(caption.find(L'\\'), std::wstring::npos);
+}
+
+class Win32ListTest : public Win32PlatformTest {
+protected:
+    void SetUp() override
+    {
+        native = CreateWindowExW(0, WC_LISTVIEWW, nullptr, WS_POPUP | LVS_REPORT, 0, 0, 300, 200, nullptr, nullptr,
+                                 nullptr, nullptr);
+        list = services.windows.WrapList(NumberOf(native));
+        ASSERT_NE(list, nullptr);
+        list->InsertColumn(0, L"Name", 100, Alignment::Left);
+        list->InsertColumn(1, L"Size", 50, Alignment::Right);
+    }
+    void TearDown() override { DestroyWindow(native); }
+    void Fill(std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> rows)
+    {
+        for (const auto& [name, size] : rows) {
+            const auto row = list->InsertRow(INT_MAX, name, -1, 100 + list->RowCount());
+            list->SetCell(row, 1, size);
+        }
+    }
+    std::wstring Rows()
+    {
+        std::wstring line;
+        for (int row = 0; row < list->RowCount(); ++row) {
+            line += list->Cell(row, 0) + L"=" + list->Cell(row, 1) + L"#" + std::to_wstring(list->RowData(row)) + L" ";
+        }
+        return line;
+    }
+
+    HWND native = nullptr;
+    std::unique_ptr<ListWindow> list;
+};
+
+TEST_F(Win32ListTest, SortsByTextAndKeepsTheOrderOfEqualRows)
+{
+    Fill({{L"b", L"2"}, {L"A", L"1"}, {L"B", L"1"}, {L"a", L"2"}});
+    list->SelectRow(1, true);
+    list->Sort(0, false);
+    EXPECT_EQ(Rows(), L"A=1#101 a=2#103 b=2#100 B=1#102 ");
+    EXPECT_EQ(list->SelectedRow(), 0);
+    list->Sort(0, true);
+    EXPECT_EQ(Rows(), L"b=2#100 B=1#102 A=1#101 a=2#103 ");
+    list->Sort(1, false);
+    EXPECT_EQ(Rows(), L"B=1#102 A=1#101 b=2#100 a=2#103 ");
+    EXPECT_TRUE(list->IsSelected(1));
+}
+
+TEST_F(Win32ListTest, CellsAndColumnsComeBackAsWritten)
+{
+    const std::wstring longText(3000, L'\u65e5');
+    Fill({{longText.c_str(), L""}});
+    EXPECT_EQ(list->Cell(0, 0), longText);
+    EXPECT_EQ(list->Cell(0, 1), L"");
+    EXPECT_EQ(list->RowImage(0), -1);
+    EXPECT_EQ(list->ColumnCount(), 2);
+    EXPECT_EQ(list->ColumnWidth(1), 50);
+    EXPECT_EQ(list->SelectedRow(), -1);
+    list->DeleteColumn(1);
+    EXPECT_EQ(list->ColumnCount(), 1);
+}
+
+TEST_F(Win32ListTest, AListThatIsGoneAnswersWithAnError)
+{
+    DestroyWindow(native);
+    EXPECT_EQ(ErrorOf([&] { list->RowCount(); }), 398);
+    EXPECT_EQ(ErrorOf([&] { list->SetVisible(true); }), 398);
+    EXPECT_EQ(services.windows.WrapList(NumberOf(native)), nullptr);
+    EXPECT_EQ(services.windows.WrapList(NumberOf(GetDesktopWindow())), nullptr);
+    EXPECT_EQ(services.windows.Send(NumberOf(native), LVM_GETITEMCOUNT, 0, 0), 0);
+}
+
+}  // namespace
+}  // namespace sylvex::test

@@ -1,0 +1,403 @@
+// Dragging and renaming as the platform sees it: the messages to the tree, the picture that follows the pointer, what
+// the shell is asked, and what happens when any of it fails.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "dragdrop/disk_operations.h"
+#include "dragdrop/drag_tree.h"
+#include "platform/simulated/text.h"
+#include "tests/support/desk_simulated.h"
+#include "tests/support/hand.h"
+
+namespace sylvex {
+namespace {
+
+using testing::ElementsAre;
+
+class DragNativeTest : public testing::Test {
+protected:
+    DragNativeTest()
+    {
+        scene.desk().Make({L"t\\a\\a1\\x\\", L"t\\b\\", L"t\\c.ZIP", L"t\\list.zip"});
+        scene.Enumerate();
+        scene.control().LetDragDropEnable(true);
+        scene.control().LetSelectedItem(&scene.At(L"t/a/a1"));
+        desktop.windows.ForgetSent();
+    }
+    Node& At(const wchar_t* path) { return scene.At(path); }
+    ItemHandle ItemOf(const wchar_t* path) { return state.TV.ItemOf(At(path)); }
+    /// How the last drag or rename ended: what the shell was asked, then the boxes.
+    std::vector<std::string> Told()
+    {
+        std::vector<std::string> told(desktop.shell.Operations().begin() + m_operations, desktop.shell.Operations().end());
+        m_operations += static_cast<int>(told.size());
+        for (const std::string& line : desktop.boxes.TakeLines()) told.push_back(line);
+        return told;
+    }
+
+    Scene scene;
+    SimulatedDesktop& desktop = dynamic_cast<SimulatedDesk&>(scene.desk()).desktop;
+    Instance& state = scene.control().State();
+    Hand hand{scene};
+    DragTree tree{state};
+    WindowHandle window = state.TV.hWnd();
+
+private:
+    int m_operations = 0;
+};
+
+TEST_F(DragNativeTest, EachWrapperSendsItsOneMessage)
+{
+    const ItemHandle item = ItemOf(L"t/a");
+    const auto itemWord = static_cast<std::intptr_t>(item);
+    Rect rect;
+    TVITEM record;
+    record.hItem = item;
+    TVHITTESTINFO hit;
+    hit.pt = hand.On(At(L"t/a"));
+    const auto address = [](auto& value) { return reinterpret_cast<std::intptr_t>(&value); };
+    struct {
+        std::function<std::uintptr_t()> call;
+        unsigned message;
+        std::uintptr_t wParam;
+        std::intptr_t lParam;
+        std::uintptr_t answer;
+    } const cases[] = {
+        {[&] { return tree.TreeView_Expand(window, item, 1); }, 4354, 1, itemWord, 1},
+        {[&] { return tree.TreeView_Expand(window, item, 2); }, 4354, 2, itemWord, 1},
+        {[&] { return tree.TreeView_GetItemRect(window, item, rect, false); }, 4356, 0, address(rect), 1},
+        {[&] { return tree.TreeView_GetItemRect(window, item, rect, true); }, 4356, 1, address(rect), 1},
+        {[&] { return tree.TreeView_GetNextItem(window, item, 1); }, 4362, 1, itemWord, ItemOf(L"t/b")},
+        {[&] { return tree.TreeView_GetParent(window, item); }, 4362, 3, itemWord, ItemOf(L"t")},
+        {[&] { return tree.TreeView_SelectDropTarget(window, item); }, 4363, 8, itemWord, 1},
+        {[&] { return tree.TreeView_GetDropHilight(window); }, 4362, 8, 0, item},
+        {[&] { return tree.TreeView_GetRoot(window); }, 4362, 0, 0, state.TV.ItemOf(scene.nodes().Item(1))},
+        {[&] { return tree.TreeView_Select(window, item, 9); }, 4363, 9, itemWord, 1},
+        {[&] { return tree.TreeView_GetItem(window, record); }, 4364, 0, address(record), 1},
+        {[&] { return tree.TreeView_SetItem(window, record); }, 4365, 0, address(record), 1},
+        {[&] { return tree.TreeView_HitTest(window, hit); }, 4369, 0, address(hit), item},
+    };
+    for (const auto& [call, message, wParam, lParam, answer] : cases) {
+        desktop.windows.ForgetSent();
+        EXPECT_EQ(call(), answer) << message;
+        ASSERT_EQ(desktop.windows.Sent().size(), 1u) << message;
+        const SentMessage& sent = desktop.windows.Sent()[0];
+        EXPECT_EQ(sent.window, window);
+        EXPECT_EQ(sent.message, message);
+        EXPECT_EQ(sent.wParam, wParam) << message;
+        EXPECT_EQ(sent.lParam, lParam) << message;
+    }
+    EXPECT_EQ(rect, hand.LabelOf(At(L"t/a")));
+    desktop.windows.ForgetSent();
+    const ImageListHandle picture = tree.TreeView_CreateDragImage(window, item);
+    EXPECT_EQ(desktop.windows.Sent()[0].message, 4370u);
+    desktop.images.Destroy(picture);
+    EXPECT_FALSE(tree.TreeView_Expand(window, 7, 2));
+    EXPECT_EQ(tree.TreeView_CreateDragImage(window, 7), 0u);
+    EXPECT_EQ(tree.TreeView_GetRoot(0), 0u);
+}
+
+TEST_F(DragNativeTest, ItemsKnowTheirAncestorsAndWhetherTheyCanOpen)
+{
+    const ItemHandle a = ItemOf(L"t/a");
+    const ItemHandle a1 = ItemOf(L"t/a/a1");
+    EXPECT_TRUE(tree.AreTVItemsParentChild(window, a, a1));
+    EXPECT_TRUE(tree.AreTVItemsParentChild(window, state.TV.ItemOf(scene.nodes().Item(1)), a1));
+    EXPECT_FALSE(tree.AreTVItemsParentChild(window, a, a));
+    EXPECT_FALSE(tree.AreTVItemsParentChild(window, a1, a));
+    EXPECT_FALSE(tree.AreTVItemsParentChild(window, a, 0));
+    EXPECT_FALSE(tree.IsTVItemCollapsedParent(window, a));
+    EXPECT_TRUE(tree.IsTVItemCollapsedParent(window, a1));
+    EXPECT_FALSE(tree.IsTVItemCollapsedParent(window, ItemOf(L"t/b")));
+    EXPECT_FALSE(tree.IsTVItemCollapsedParent(window, 7));
+}
+
+TEST_F(DragNativeTest, EdgesOfARectangleIncludeTheirBounds)
+{
+    const Rect rc{10, 20, 110, 220};
+    struct {
+        Point pt;
+        unsigned sides;
+    } const cases[] = {{{60, 120}, 0},  {{18, 120}, 1}, {{19, 120}, 0}, {{102, 120}, 4}, {{101, 120}, 0}, {{60, 28}, 2},
+                       {{60, 29}, 0},   {{60, 212}, 8}, {{60, 211}, 0}, {{10, 20}, 3},   {{109, 219}, 12}, {{9, 120}, 0},
+                       {{110, 120}, 0}, {{60, 19}, 0},  {{60, 220}, 0}};
+    for (const auto& [pt, sides] : cases) EXPECT_EQ(tree.PtInRectRegion(rc, 8, pt), sides) << pt.x << "," << pt.y;
+    EXPECT_EQ(tree.PtInRectRegion(rc, 500, {60, 120}), 15u) << "a band wider than the rectangle";
+    EXPECT_EQ(ErrorOf([&] { tree.PtInRectRegion(rc, 0x7FFFFFFF, {60, 120}); }), 65535);
+    EXPECT_EQ(CurrentErrorState().vantorErrorNumber, 6);
+    EXPECT_EQ(CurrentErrorState().vantorErrorDescription, L"Overflow");
+}
+
+TEST_F(DragNativeTest, AWindowTellsWhereItCanStillScroll)
+{
+    EXPECT_EQ(tree.IsWindowScrollable(window), 0u);
+    scene.control().UserControl_Resize({100, 80});
+    desktop.windows.Send(window, 0x114, 1, 0);
+    EXPECT_EQ(tree.IsWindowScrollable(window), 1u | 4u | 8u);
+    for (int line = 0; line < 30; ++line) desktop.windows.Send(window, 0x115, 1, 0);
+    EXPECT_EQ(tree.IsWindowScrollable(window), 1u | 2u | 4u);
+    EXPECT_EQ(tree.IsWindowScrollable(0), 0u);
+    Point point{3, 4};
+    EXPECT_TRUE(tree.ClientToWindow(window, point));
+    EXPECT_EQ(point, (Point{3 + SimulatedTree::kBorder, 4 + SimulatedTree::kBorder}));
+    EXPECT_FALSE(tree.ClientToWindow(0, point));
+}
+
+TEST_F(DragNativeTest, ThePictureIsHeldWhereItWasGrabbedAndFollowsThePointer)
+{
+    scene.control().LetFileFilter(L"*.zip");
+    desktop.system.SetVersion({2, 5, 1});
+    scene.Enumerate();
+    struct {
+        const wchar_t* path;
+        const char* picture;
+    } const cases[] = {{L"t/a", "Shell32.dll,3"}, {L"t/c.ZIP", "icon of C:\\Scratch\\t\\c.ZIP"}};
+    for (const auto& [path, picture] : cases) {
+        const Rect label = hand.LabelOf(At(path));
+        const Point start{label.left + 6, label.top + 5};
+        hand->Press(start, 1);
+        hand->MoveTo({start.x + 4, start.y});
+        constexpr int kEdge = SimulatedTree::kBorder;
+        const auto face = [&](Point at) {
+            return "drag image of " + std::string(picture) + " held at 25,5 shown at " + std::to_string(at.x + kEdge) + "," +
+                   std::to_string(at.y + kEdge);
+        };
+        EXPECT_EQ(desktop.drag.Face(), face(start));
+        EXPECT_EQ(desktop.drag.Captured(), window);
+        EXPECT_EQ(state.TV.DropHighlight(), &At(path));
+        hand->MoveTo(hand.On(At(L"t/b")));
+        EXPECT_EQ(desktop.drag.Face(), face(hand.On(At(L"t/b"))));
+        EXPECT_EQ(state.TV.DropHighlight(), &At(L"t/b"));
+        hand->PressKey(kEscapeKey);
+        hand->Release();
+        EXPECT_EQ(hand->LeftOver(), "");
+        EXPECT_EQ(desktop.windows.Trees()[0]->PictureOf(ItemOf(path)), picture) << "the row shows its own again";
+    }
+}
+
+TEST_F(DragNativeTest, WithoutAPictureThereIsNoDrag)
+{
+    scene.control().LetImageList(0);
+    const Point start = hand.On(At(L"t/a"));
+    hand->Press(start, 1);
+    hand->MoveTo({start.x + 20, start.y});
+    EXPECT_EQ(desktop.drag.Captured(), 0u);
+    EXPECT_TRUE(state.m_nodDrag) << "still pressed";
+    hand->Release();
+    EXPECT_THAT(Told(), ElementsAre());
+}
+
+TEST_F(DragNativeTest, TheShellIsAskedOnceAndWhatItAnswersIsTold)
+{
+    struct {
+        FileOperationResult answer;
+        std::vector<std::string> boxes;
+    } const cases[] = {
+        {{0, false}, {}},
+        {{5, false}, {"[Host] 5 (16)"}},
+        {{1223, true}, {"[Host] 1223 (16)"}},
+        {{0, true}, {"[Host] Operation Failed (16)"}},
+    };
+    for (const auto& [answer, boxes] : cases) {
+        scene.Enumerate();
+        desktop.shell.AnswerOperation(answer);
+        hand.Drop(At(L"t/a"), At(L"t/b"));
+        std::vector<std::string> expected{"move C:\\Scratch\\t\\a -> C:\\Scratch\\t\\b (0)"};
+        expected.insert(expected.end(), boxes.begin(), boxes.end());
+        expected.emplace_back("[Host] Successful drop of folder C:\\Scratch\\t\\a\\ronto C:\\Scratch\\t\\b (0)");
+        EXPECT_EQ(Told(), expected);
+        EXPECT_EQ(hand->LeftOver(), "");
+        if (answer.code == 0 && !answer.aborted) desktop.disk.Move(L"C:\\Scratch\\t\\b\\a", L"C:\\Scratch\\t");
+    }
+}
+
+TEST_F(DragNativeTest, ARenameThatTheShellRefusesKeepsTheLabelButACancelDoesNot)
+{
+    desktop.shell.AnswerOperation({183, false});
+    hand.Edit(At(L"t/a"));
+    hand->Type(L"b");
+    EXPECT_THAT(Told(), ElementsAre("rename C:\\Scratch\\t\\a -> C:\\Scratch\\t\\b (0)", "[Host] 183 (16)"));
+    EXPECT_EQ(hand->Label(), L"(closed)");
+    EXPECT_EQ(At(L"t").Child()->Text(), L"b");
+    scene.Enumerate();
+    desktop.shell.AnswerOperation({0, true});
+    hand.Edit(At(L"t/a"));
+    hand->Type(L"b");
+    EXPECT_THAT(Told(), ElementsAre("rename C:\\Scratch\\t\\a -> C:\\Scratch\\t\\b (0)", "[Host] Operation Failed (16)",
+                                    "[Host] Error. Enter a valid file name (or Esc). (0)"));
+    EXPECT_EQ(desktop.timers.Enabled(), std::vector<int>{100});
+    hand->Wait(99);
+    EXPECT_EQ(hand->Label(), L"(closed)");
+    hand->Wait(1);
+    EXPECT_EQ(hand->Label(), L"b");
+    EXPECT_TRUE(desktop.timers.Enabled().empty());
+    hand->Type(L"c");
+    EXPECT_THAT(Told(), ElementsAre("rename C:\\Scratch\\t\\a -> C:\\Scratch\\t\\c (0)"));
+}
+
+TEST_F(DragNativeTest, OnlyWholePathsReachTheShell)
+{
+    DiskOperations disk(state);
+    struct {
+        const wchar_t* source;
+        const wchar_t* dest;
+        short flavor;
+        const char* asked;
+    } const cases[] = {
+        {L"C:\\Scratch\\t\\a", L"C:\\Scratch\\t\\b", 1, "copy C:\\Scratch\\t\\a -> C:\\Scratch\\t\\b (0)"},
+        {L"C:\\Scratch\\t\\b\\a", L"C:\\Scratch\\t\\x", 64, "copy C:\\Scratch\\t\\b\\a -> C:\\Scratch\\t\\x (1)"},
+        {L"C:\\Scratch\\t\\b", L"C:\\Scratch", 4, "move C:\\Scratch\\t\\b -> C:\\Scratch (0)"},
+        {L"C:\\Scratch\\t\\x\\", L"C:\\Scratch\\t\\y", 128, "rename C:\\Scratch\\t\\x -> C:\\Scratch\\t\\y (0)"},
+        {L"C:\\Scratch\\b", L"C:\\", 7, "nothing C:\\Scratch\\b -> C:\\ (0)"},
+        {L"\\\\server\\share\\a", L"C:\\Scratch", 4, "move \\\\server\\share\\a -> C:\\Scratch (0)"},
+        {L"", L"C:\\Scratch", 4, nullptr},
+        {L"C:\\Scratch\\t", L"", 4, nullptr},
+        {L"Desktop", L"C:\\Scratch", 4, nullptr},
+        {L"MyComputer", L"Desktop", 4, nullptr},
+        {L"C:", L"Renamed", 128, nullptr},
+        {L"C:Scratch", L"C:\\Scratch\\t", 4, nullptr},
+        {L"\\Scratch", L"C:\\Scratch\\t", 4, nullptr},
+        {L"\\\\server", L"C:\\Scratch\\t", 4, nullptr},
+        {L"C:\\Scratch\\*", L"C:\\Scratch\\t", 4, nullptr},
+        {L"C:\\Scratch\\t\\..", L"C:\\Scratch\\t", 4, nullptr},
+        {L"C:\\Scratch\\\\t", L"C:\\Temp", 4, nullptr},
+        {L"C:\\Scratch\\ ", L"C:\\Temp", 4, nullptr},
+        {L"C:/Scratch", L"C:\\Temp", 4, nullptr},
+        {L"C:\\Scratch", L"C:\\Temp\\a\nb", 4, nullptr},
+        {L"C:\\Scratch", L"C:\\", 8, "delete C:\\Scratch -> C:\\ (0)"},
+    };
+    for (const auto& [source, dest, flavor, asked] : cases) {
+        EXPECT_EQ(disk.WindowsDiskOps(source, dest, flavor), 0);
+        const auto told = Told();
+        ASSERT_FALSE(told.empty() && asked == nullptr) << Utf8(source);
+        EXPECT_EQ(told[0], asked != nullptr ? asked : "[Host] 124 (16)") << Utf8(source);
+    }
+    EXPECT_EQ(disk.WindowsDiskOps(L"C:\\", L"C:\\Temp", 4), 0);
+    EXPECT_THAT(Told(), ElementsAre("[Host] 116 (16)"));
+    EXPECT_EQ(disk.WindowsDiskOps(std::wstring(L"C:\\a\0C:\\b", 9), L"C:\\Temp", 4), 0);
+    EXPECT_THAT(Told(), ElementsAre("[Host] 124 (16)"));
+}
+
+TEST_F(DragNativeTest, TheSameFolderShownTwiceIsKnownForWhatItIs)
+{
+    desktop.disk.AddFolder(L"C:\\My Documents\\letters\\old");
+    scene.Enumerate();
+    Node& documents = *scene.nodes().Item(1).Child();
+    documents.SetExpanded(true);
+    Node& here = *documents.Child();
+    here.SetExpanded(true);
+    Node& drive = scene.nodes().Item(L"C:\\");
+    drive.SetExpanded(true);
+    Node& there = *drive.Child();
+    ASSERT_EQ(there.Text(), L"My Documents");
+    there.SetExpanded(true);
+    hand.Drop(here, *there.Child());
+    hand.Drop(here, there);
+    hand.Drop(there, here);
+    EXPECT_THAT(Told(), ElementsAre("[Host] A folder cannot be dropped onto itself. (0)",
+                                    "[Host] A folder cannot be dropped onto its parent folder. (0)",
+                                    "[Host] A folder cannot be dropped onto a subfolder of itself. (0)"));
+    // The documents folder itself may move; it becomes a folder like any other.
+    hand.Drop(documents, At(L"t/b"));
+    EXPECT_THAT(Told(), ElementsAre("move C:\\My Documents -> C:\\Scratch\\t\\b (0)",
+                                    "[Host] Successful drop of folder C:\\My Documents\\\\ronto C:\\Scratch\\t\\b (0)"));
+    EXPECT_EQ(scene.control().BuildFullPath(&here), L"C:\\Scratch\\t\\b\\My Documents\\letters\\");
+}
+
+TEST_F(DragNativeTest, WhileTheShellIsAtWorkTheHostMayDoAnything)
+{
+    const std::function<void()> deeds[] = {
+        [&] { scene.control().Clear(); },
+        [&] { scene.Enumerate(); },
+        [&] { scene.nodes().Remove(At(L"t/b")); },
+        [&] { hand.Drag(At(L"t/b"), At(L"t/list.zip")); },
+        [&] { desktop.windows.DestroyWindow(window); },
+    };
+    for (const auto& deed : deeds) {
+        scene.Enumerate();
+        desktop.shell.WhileNextOperation(deed);
+        hand.Drop(At(L"t/a"), At(L"t/b"));
+        EXPECT_EQ(hand->LeftOver(), "");
+        EXPECT_NE(desktop.disk.Find(L"C:\\Scratch\\t\\b\\a\\a1\\x"), nullptr);
+        desktop.disk.Move(L"C:\\Scratch\\t\\b\\a", L"C:\\Scratch\\t");
+    }
+}
+
+TEST_F(DragNativeTest, ASecondPressBeginsNothingAndTheFirstReleaseEndsTheDrag)
+{
+    hand.Drag(At(L"t/a"), At(L"t/b"));
+    const Point second = hand.On(At(L"t/list.zip"));
+    hand->Press(second, 2);
+    EXPECT_EQ(state.m_iButton, 1);
+    EXPECT_EQ(state.m_nodDrag.IfAlive(), &At(L"t/a"));
+    hand->Release();
+    EXPECT_EQ(hand->LeftOver(), "");
+    EXPECT_EQ(Told().size(), 2u) << "dropped where the highlight was";
+    hand->MoveTo({second.x + 30, second.y});
+    EXPECT_EQ(hand->LeftOver(), "");
+}
+
+TEST_F(DragNativeTest, WhateverServiceFailsNothingIsLeftBehindAndNothingIsLost)
+{
+    int failures = 0;
+    for (long call = 1;; ++call) {
+        scene.Enumerate();
+        Node& from = At(L"t/a");
+        Node& to = At(L"t/b");
+        const Point target = hand.On(to);
+        const Point start = hand.On(from);
+        desktop.gate.FailCall(call);
+        hand->Press(start, 1);
+        for (const Point& point : {Point{start.x + 20, start.y}, target, target}) hand->MoveTo(point);
+        hand->Wait(1200);
+        hand->Release();
+        const bool failed = !desktop.gate.Failed().empty();
+        desktop.gate.FailNone();
+        // A highlight stays when the very call that takes it away fails.
+        EXPECT_THAT(hand->LeftOver(), testing::AnyOf("", "highlight ")) << desktop.gate.Failed();
+        const bool moved = desktop.disk.Find(L"C:\\Scratch\\t\\b\\a\\a1\\x") != nullptr;
+        EXPECT_NE(moved, desktop.disk.Find(L"C:\\Scratch\\t\\a\\a1\\x") != nullptr) << desktop.gate.Failed();
+        if (moved) desktop.disk.Move(L"C:\\Scratch\\t\\b\\a", L"C:\\Scratch\\t");
+        if (!failed) break;
+        ++failures;
+    }
+    EXPECT_GT(failures, 50);
+}
+
+TEST(DragLeaks, AControlThatGoesInMidDragGivesEverythingBack)
+{
+    auto scene = std::make_unique<Scene>();
+    SimulatedDesktop& desktop = dynamic_cast<SimulatedDesk&>(scene->desk()).desktop;
+    scene->desk().Make({L"a\\x\\", L"b\\"});
+    scene->Enumerate();
+    scene->control().LetDragDropEnable(true);
+    scene->At(L"a");
+    Hand hand(*scene);
+    hand.Drag(scene->At(L"a"), scene->At(L"b"));
+    EXPECT_NE(desktop.drag.Captured(), 0u);
+    scene->DropControl();
+    EXPECT_EQ(desktop.Leaks(), "");
+    EXPECT_EQ(desktop.drag.Face(), "");
+    EXPECT_EQ(desktop.drag.Captured(), 0u);
+}
+
+TEST(DragLeaks, AWindowThatGoesInMidDragEndsIt)
+{
+    Scene scene;
+    SimulatedDesktop& desktop = dynamic_cast<SimulatedDesk&>(scene.desk()).desktop;
+    scene.desk().Make({L"a\\x\\", L"b\\"});
+    scene.Enumerate();
+    scene.control().LetDragDropEnable(true);
+    Hand hand(scene);
+    scene.At(L"a");
+    hand.Drag(scene.At(L"a"), scene.At(L"b"));
+    desktop.windows.DestroyWindow(scene.control().Tree().hWnd());
+    EXPECT_EQ(desktop.drag.Face(), "");
+    EXPECT_EQ(desktop.drag.Captured(), 0u);
+    EXPECT_EQ(scene.control().State().m_himlDrag, 0u);
+    EXPECT_TRUE(desktop.timers.Enabled().empty());
+}
+
+}  // namespace
+}  // namespace sylvex

@@ -1,0 +1,109 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "tests/support/hand.h"
+
+namespace sylvex {
+
+namespace {
+
+/// Mouse and keyboard through the system's own input queue.
+class RealHand final : public HandTools {
+public:
+    explicit RealHand(Scene& scene) : m_tree(reinterpret_cast<HWND>(scene.control().Tree().hWnd()))
+    {
+        const HWND form = GetAncestor(m_tree, GA_ROOT);
+        SetWindowPos(form, HWND_TOPMOST, 60, 60, 0, 0, SWP_NOSIZE);
+        SetForegroundWindow(form);
+        SetFocus(m_tree);
+        Wait(30);
+    }
+    void Press(Point where, short button) override
+    {
+        MoveTo(where);
+        m_button = button;
+        Button(button == 1 ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN);
+    }
+    void MoveTo(Point where) override
+    {
+        POINT point{where.x, where.y};
+        ClientToScreen(m_tree, &point);
+        SetCursorPos(point.x, point.y);
+        Wait(15);
+    }
+    void Release() override
+    {
+        Button(std::exchange(m_button, short{1}) == 1 ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP);
+    }
+    void PressKey(short key) override
+    {
+        for (const DWORD flag : {0u, static_cast<unsigned>(KEYEVENTF_KEYUP)}) {
+            INPUT input{};
+            input.type = INPUT_KEYBOARD;
+            input.ki.wVk = static_cast<WORD>(key);
+            input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(static_cast<UINT>(key), MAPVK_VK_TO_VSC));
+            input.ki.dwFlags = flag;
+            SendInput(1, &input, sizeof input);
+            Wait(15);
+        }
+    }
+    void Wait(int milliseconds) override
+    {
+        const auto end = GetTickCount64() + static_cast<unsigned>(milliseconds);
+        for (;;) {
+            MSG message;
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+                TranslateMessage(&message);
+                DispatchMessageW(&message);
+            }
+            const auto now = GetTickCount64();
+            if (now >= end) return;
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now), QS_ALLINPUT);
+        }
+    }
+    void Type(const std::wstring& text) override
+    {
+        SetWindowTextW(Edit(), text.c_str());
+        PressKey(VK_RETURN);
+    }
+    std::wstring Label() override
+    {
+        if (!Edit()) return L"(closed)";
+        wchar_t text[MAX_PATH] = {};
+        GetWindowTextW(Edit(), text, MAX_PATH);
+        return text;
+    }
+    std::string LeftOver() override
+    {
+        std::string left;
+        if (GetCapture()) left += "capture ";
+        if (ImageList_GetDragImage(nullptr, nullptr)) left += "picture ";
+        if (IsWindow(m_tree) && SendMessageW(m_tree, TVM_GETNEXTITEM, TVGN_DROPHILITE, 0)) left += "highlight ";
+        return left;
+    }
+    void LoseCapture() override { SendMessageW(m_tree, WM_CANCELMODE, 0, 0); }
+
+private:
+    HWND Edit() const { return reinterpret_cast<HWND>(SendMessageW(m_tree, TVM_GETEDITCONTROL, 0, 0)); }
+    void Button(DWORD flag)
+    {
+        INPUT input{};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = flag;
+        SendInput(1, &input, sizeof input);
+        Wait(20);
+    }
+
+    HWND m_tree;
+    short m_button = 1;
+};
+
+}  // namespace
+
+std::unique_ptr<HandTools> MakeHandTools(Scene& scene)
+{
+    return std::make_unique<RealHand>(scene);
+}
+
+}  // namespace sylvex
