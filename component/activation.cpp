@@ -1,10 +1,25 @@
 #include "component/activation.h"
 
+#include <commctrl.h>
+
 #include "component/accelerators.h"
 #include "component/ambient.h"
 #include "platform/win32/handles.h"
 
 namespace sylvex {
+
+namespace {
+
+// The end of a label's edit box is told to the tree, but not on every system to the windows above it.
+LRESULT CALLBACK PassUpward(HWND tree, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR identifier, DWORD_PTR)
+{
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(tree, &PassUpward, identifier);
+    const LRESULT result = DefSubclassProc(tree, message, wParam, lParam);
+    if (message == WM_PARENTNOTIFY) SendMessageW(GetParent(tree), message, wParam, lParam);
+    return result;
+}
+
+}  // namespace
 
 HRESULT Activation::EnterInPlace()
 {
@@ -45,6 +60,7 @@ HRESULT Activation::ShowIn(IOleInPlaceSite& site)
     m_document = std::move(document);
     m_core.Attach(parent, place);
     SetRects(place, clip);
+    SetWindowSubclass(WindowOf(m_core.Control().Tree().hWnd()), &PassUpward, 0, 0);
     return S_OK;
 }
 
@@ -97,8 +113,7 @@ void Activation::LeaveInPlace()
     m_frame.Reset();
     m_document.Reset();
     if (!site) return;
-    if (HoldsFocus()) SetFocus(GetParent(m_core.Window()));
-    FocusMayHaveMoved();
+    GiveFocusAway();
     SetWindowRgn(m_core.Window(), nullptr, FALSE);
     m_core.Detach();
     site->OnInPlaceDeactivate();
@@ -109,9 +124,16 @@ void Activation::Hide()
     if (!InPlace()) return;
     LeaveInterface();
     if (!InPlace()) return;
+    GiveFocusAway();
+    ShowWindow(m_core.Window(), SW_HIDE);
+}
+
+void Activation::GiveFocusAway()
+{
+    // A label that is being edited loses what was typed: nobody must be asked anything while the container closes.
+    SendMessageW(WindowOf(m_core.Control().Tree().hWnd()), TVM_ENDEDITLABELNOW, TRUE, 0);
     if (HoldsFocus()) SetFocus(GetParent(m_core.Window()));
     FocusMayHaveMoved();
-    ShowWindow(m_core.Window(), SW_HIDE);
 }
 
 void Activation::SetRects(const RECT& place, const RECT& clip)

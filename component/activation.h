@@ -44,7 +44,7 @@ public:
 private:
     HRESULT ShowIn(IOleInPlaceSite& site);
     bool HoldsFocus();
-    bool BelongsToControl(const MSG& message);
+    void GiveFocusAway();
     HRESULT OfferToSite(MSG& message);
     void SetActiveObject(IOleInPlaceActiveObject* object);
     ComPtr<IOleControlSite> ControlSite() const;

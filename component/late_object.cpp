@@ -63,7 +63,7 @@ ComPtr<ITypeInfo> ClassOf(IDispatch& object, const ComPtr<ITypeInfo>& known)
     ComPtr<ITypeInfo> info;
     if (FAILED(object.GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Put())) || info == known) return info;
     ComPtr<IDispatchEx> extensible;
-    if (SUCCEEDED(object.QueryInterface(IID_IDispatchEx, reinterpret_cast<void**>(extensible.Put())))) return nullptr;
+    if (SUCCEEDED(object.QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(extensible.Put())))) return nullptr;
     return info;
 }
 

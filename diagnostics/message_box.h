@@ -9,7 +9,7 @@
 namespace sylvex {
 
 /// The module MManipulateMsgBox: the platform's message box, centred over its owner and with a check box if asked for.
-/// Not to be included behind the platform's headers, which make MessageBox a macro.
+/// Who includes the platform's headers first undefines their macro MessageBox.
 class MManipulateMsgBox final : public Module {
 public:
     /// The platform outlives the module.

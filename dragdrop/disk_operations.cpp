@@ -1,6 +1,7 @@
 #include "dragdrop/disk_operations.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace sylvex {
 
@@ -54,7 +55,8 @@ bool IsRoot(std::wstring_view path)
 bool IsFileName(std::wstring_view text)
 {
     const auto taken = [](wchar_t character) {
-        return (character >= 0 && character < L' ') || character == 0x7F ||
+        const auto code = static_cast<std::make_unsigned_t<wchar_t>>(character);
+        return code < 0x20 || code == 0x7F ||
                std::wstring_view(L"\\/:*?\"<>|").find(character) != std::wstring_view::npos;
     };
     return text.find_first_not_of(L". ") != std::wstring_view::npos && std::none_of(text.begin(), text.end(), taken);

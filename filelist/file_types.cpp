@@ -1,5 +1,6 @@
 #include "filelist/file_types.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <string_view>
@@ -57,16 +58,12 @@ std::wstring FileTypes::GetFileType(const std::wstring& sExt, const std::wstring
     });
 }
 
-std::wstring FileTypes::ClassName(const std::wstring& sExt)
-{
-    return CutText(m_instance.platform.system.ClassRootValue(L"." + sExt), kLongestClassName);
-}
-
 std::wstring FileTypes::RegisteredTypeName(const std::wstring& sExt)
 {
-    const std::wstring className = ClassName(sExt);
+    System& system = m_instance.platform.system;
+    const std::wstring className = CutText(system.ClassRootValue(L"." + sExt), kLongestClassName);
     if (className.empty()) return {};
-    return CutText(m_instance.platform.system.ClassRootValue(className), kLongestTypeName);
+    return CutText(system.ClassRootValue(className), kLongestTypeName);
 }
 
 short FileTypes::BinarySearchTypeNew(const std::wstring& sExt)
@@ -124,15 +121,20 @@ bool FileTypes::DrawnPerFile(const std::wstring& sExt)
     for (const std::wstring_view own : kOwnPictures)
         if (sExt == own) return true;
     if (sExt.empty()) return false;
+    // What is not registered has nothing below it, and most extensions of a long list are not.
+    const std::optional<std::wstring> className = m_instance.platform.system.ClassRootValue(L"." + sExt);
+    if (className && (KeyDrawsPerFile(L"." + sExt) || KeyDrawsPerFile(*className))) return true;
+    return KeyDrawsPerFile(L"SystemFileAssociations\\." + sExt);
+}
+
+/// Whether the registration below a key of the class root has its files drawn one by one.
+bool FileTypes::KeyDrawsPerFile(const std::wstring& key)
+{
     System& system = m_instance.platform.system;
-    const std::wstring className = ClassName(sExt);
-    for (const std::wstring& key : {L"." + sExt, className, L"SystemFileAssociations\\." + sExt}) {
-        if (key.empty()) continue;
-        const auto picture = system.ClassRootValue(key + L"\\DefaultIcon");
-        if (picture && picture->find(L"%1") != std::wstring::npos) return true;
-        if (system.ClassRootValue(key + L"\\shellex\\IconHandler")) return true;
-    }
-    return false;
+    if (key.empty() || !system.ClassRootValue(key)) return false;
+    const std::optional<std::wstring> picture = system.ClassRootValue(key + L"\\DefaultIcon");
+    if (picture && picture->find(L"%1") != std::wstring::npos) return true;
+    return system.ClassRootValue(key + L"\\shellex\\IconHandler").has_value();
 }
 
 }  // namespace sylvex

@@ -25,7 +25,7 @@ public:
 
 private:
     std::wstring RegisteredTypeName(const std::wstring& sExt);
-    std::wstring ClassName(const std::wstring& sExt);
+    bool KeyDrawsPerFile(const std::wstring& key);
     const std::string& SortKeyOf(const std::wstring& ext);
 
     Instance& m_instance;

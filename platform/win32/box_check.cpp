@@ -62,12 +62,11 @@ SIZE SizeOfCheck(HWND box, HFONT font, const std::wstring& text)
     return {extent.right + glyph * 2, std::max(extent.bottom, glyph) + 4};
 }
 
-// Buttons in the middle stay in the middle, others keep their distance from the right edge.
+// Buttons in the middle stay in the middle; those of newer systems keep their distance from the right edge.
 void ShiftButtons(HWND box, const Contents& contents, LONG wider)
 {
-    const auto leftGap = contents.buttonsPlace.left;
     const auto rightGap = contents.client.cx - contents.buttonsPlace.right;
-    const auto shift = std::abs(leftGap - rightGap) <= 4 ? wider / 2 : wider;
+    const auto shift = rightGap * 2 < contents.buttonsPlace.left ? wider : wider / 2;
     for (auto* const button : contents.buttons) {
         const auto place = PlaceIn(box, button);
         SetWindowPos(button, nullptr, static_cast<int>(place.left + shift), static_cast<int>(place.top), 0, 0,

@@ -97,7 +97,10 @@ std::wstring UnlimitedPath(const std::wstring& path)
     return prefixed;
 }
 
-std::uint32_t Win32FileSystem::LogicalDrives() { return GetLogicalDrives(); }
+std::uint32_t Win32FileSystem::LogicalDrives()
+{
+    return GetLogicalDrives();
+}
 
 unsigned Win32FileSystem::DriveType(const std::wstring& root)
 {
@@ -119,9 +122,15 @@ std::unique_ptr<FileSearch> Win32FileSystem::Search(const std::wstring& pattern)
     return Win32FileSearch::Start(pattern);
 }
 
-std::wstring Win32FileSystem::WindowsDirectory() { return DirectoryFrom(&GetWindowsDirectoryW); }
+std::wstring Win32FileSystem::WindowsDirectory()
+{
+    return DirectoryFrom(&GetWindowsDirectoryW);
+}
 
-std::wstring Win32FileSystem::SystemDirectory() { return DirectoryFrom(&GetSystemDirectoryW); }
+std::wstring Win32FileSystem::SystemDirectory()
+{
+    return DirectoryFrom(&GetSystemDirectoryW);
+}
 
 std::wstring Win32FileSystem::TempDirectory()
 {

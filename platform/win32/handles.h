@@ -45,7 +45,10 @@ Handle HandleOf(std::uintptr_t number) noexcept
     return reinterpret_cast<Handle>(number);
 }
 
-inline HWND WindowOf(WindowHandle window) noexcept { return HandleOf<HWND>(window); }
+inline HWND WindowOf(WindowHandle window) noexcept
+{
+    return HandleOf<HWND>(window);
+}
 
 /// Message parameters of a pointer, and of a text that the receiver only reads.
 template <typename T>
@@ -55,7 +58,10 @@ LPARAM ParameterOf(const T* pointer) noexcept
 }
 
 /// The platform declares texts that it only reads as writable.
-inline LPWSTR Writable(const wchar_t* text) noexcept { return const_cast<LPWSTR>(text); }
+inline LPWSTR Writable(const wchar_t* text) noexcept
+{
+    return const_cast<LPWSTR>(text);
+}
 
 /// The module that this code is linked into: the component's own when it runs in a component.
 inline HMODULE OwnModule() noexcept

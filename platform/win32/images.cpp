@@ -12,7 +12,10 @@ ImageListHandle Win32Images::Create()
                                      ILC_COLOR32 | ILC_MASK, kFirst, kGrow));
 }
 
-void Win32Images::Destroy(ImageListHandle list) noexcept { ImageList_Destroy(HandleOf<HIMAGELIST>(list)); }
+void Win32Images::Destroy(ImageListHandle list) noexcept
+{
+    ImageList_Destroy(HandleOf<HIMAGELIST>(list));
+}
 
 int Win32Images::Add(ImageListHandle list, IconHandle icon)
 {
@@ -20,6 +23,9 @@ int Win32Images::Add(ImageListHandle list, IconHandle icon)
     return ImageList_ReplaceIcon(HandleOf<HIMAGELIST>(list), -1, HandleOf<HICON>(icon));
 }
 
-int Win32Images::Count(ImageListHandle list) { return ImageList_GetImageCount(HandleOf<HIMAGELIST>(list)); }
+int Win32Images::Count(ImageListHandle list)
+{
+    return ImageList_GetImageCount(HandleOf<HIMAGELIST>(list));
+}
 
 }  // namespace sylvex

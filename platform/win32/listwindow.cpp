@@ -16,9 +16,12 @@ constexpr UINT kCheckedState = INDEXTOSTATEIMAGEMASK(2);
 int FormatOf(Alignment alignment)
 {
     switch (alignment) {
-    case Alignment::Right: return LVCFMT_RIGHT;
-    case Alignment::Center: return LVCFMT_CENTER;
-    default: return LVCFMT_LEFT;
+        case Alignment::Right:
+            return LVCFMT_RIGHT;
+        case Alignment::Center:
+            return LVCFMT_CENTER;
+        default:
+            return LVCFMT_LEFT;
     }
 }
 
@@ -50,13 +53,23 @@ int CALLBACK ComparePlaces(LPARAM left, LPARAM right, LPARAM places)
 
 }  // namespace
 
-LRESULT Win32ListWindow::Send(UINT message, WPARAM wParam, LPARAM lParam) const
+void Win32ListWindow::RequireWindow() const
 {
     if (!IsWindow(m_window)) throw ObjectGone(L"The list view");
-    return SendMessageW(m_window, message, wParam, lParam);
 }
 
-int Win32ListWindow::RowCount() { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
+LRESULT Win32ListWindow::Send(UINT message, WPARAM wParam, LPARAM lParam) const
+{
+    const auto answer = SendMessageW(m_window, message, wParam, lParam);
+    // A window that is gone answers 0, as others may.
+    if (answer == 0) RequireWindow();
+    return answer;
+}
+
+int Win32ListWindow::RowCount()
+{
+    return static_cast<int>(Send(LVM_GETITEMCOUNT));
+}
 
 int Win32ListWindow::InsertRow(int row, const std::wstring& text, int image, std::intptr_t data)
 {
@@ -71,9 +84,15 @@ int Win32ListWindow::InsertRow(int row, const std::wstring& text, int image, std
     return static_cast<int>(place);
 }
 
-void Win32ListWindow::DeleteRow(int row) { Send(LVM_DELETEITEM, row); }
+void Win32ListWindow::DeleteRow(int row)
+{
+    Send(LVM_DELETEITEM, row);
+}
 
-void Win32ListWindow::ClearRows() { Send(LVM_DELETEALLITEMS); }
+void Win32ListWindow::ClearRows()
+{
+    Send(LVM_DELETEALLITEMS);
+}
 
 std::wstring Win32ListWindow::Cell(int row, int column)
 {
@@ -150,7 +169,10 @@ void Win32ListWindow::SetState(int row, UINT state, UINT mask) const
     Send(LVM_SETITEMSTATE, row, ParameterOf(&item));
 }
 
-bool Win32ListWindow::IsSelected(int row) { return State(row, LVIS_SELECTED) != 0; }
+bool Win32ListWindow::IsSelected(int row)
+{
+    return State(row, LVIS_SELECTED) != 0;
+}
 
 void Win32ListWindow::SelectRow(int row, bool selected)
 {
@@ -159,14 +181,20 @@ void Win32ListWindow::SelectRow(int row, bool selected)
     SetState(row, selected ? kBoth : 0, selected ? kBoth : LVIS_SELECTED);
 }
 
-bool Win32ListWindow::IsChecked(int row) { return State(row, LVIS_STATEIMAGEMASK) == kCheckedState; }
+bool Win32ListWindow::IsChecked(int row)
+{
+    return State(row, LVIS_STATEIMAGEMASK) == kCheckedState;
+}
 
 void Win32ListWindow::CheckRow(int row, bool checked)
 {
     SetState(row, checked ? kCheckedState : kUncheckedState, LVIS_STATEIMAGEMASK);
 }
 
-void Win32ListWindow::EnsureVisible(int row) { Send(LVM_ENSUREVISIBLE, row, FALSE); }
+void Win32ListWindow::EnsureVisible(int row)
+{
+    Send(LVM_ENSUREVISIBLE, row, FALSE);
+}
 
 int Win32ListWindow::ColumnCount()
 {
@@ -177,7 +205,8 @@ int Win32ListWindow::ColumnCount()
     LVCOLUMNW record{};
     record.mask = LVCF_WIDTH;
     int count = 0;
-    while (Send(LVM_GETCOLUMNW, count, ParameterOf(&record))) ++count;
+    while (Send(LVM_GETCOLUMNW, count, ParameterOf(&record)))
+        ++count;
     return count;
 }
 
@@ -190,7 +219,10 @@ void Win32ListWindow::InsertColumn(int column, const std::wstring& caption, int 
     if (Send(LVM_INSERTCOLUMNW, column, ParameterOf(&record)) < 0) throw OutOfMemory();
 }
 
-void Win32ListWindow::DeleteColumn(int column) { Send(LVM_DELETECOLUMN, column); }
+void Win32ListWindow::DeleteColumn(int column)
+{
+    Send(LVM_DELETECOLUMN, column);
+}
 
 void Win32ListWindow::SetColumn(int column, const std::wstring& caption, Alignment alignment)
 {
@@ -198,7 +230,10 @@ void Win32ListWindow::SetColumn(int column, const std::wstring& caption, Alignme
     Send(LVM_SETCOLUMNW, column, ParameterOf(&record));
 }
 
-int Win32ListWindow::ColumnWidth(int column) { return static_cast<int>(Send(LVM_GETCOLUMNWIDTH, column)); }
+int Win32ListWindow::ColumnWidth(int column)
+{
+    return static_cast<int>(Send(LVM_GETCOLUMNWIDTH, column));
+}
 
 void Win32ListWindow::SetColumnWidth(int column, int width)
 {
@@ -218,32 +253,35 @@ void Win32ListWindow::Sort(int column, bool descending)
 {
     std::vector<std::string> keys(static_cast<std::size_t>(std::max(RowCount(), 0)));
     const auto count = static_cast<int>(keys.size());
-    for (int row = 0; row < count; ++row) AppendSortKeyOf(Cell(row, column), keys[row]);
+    for (int row = 0; row < count; ++row)
+        AppendSortKeyOf(Cell(row, column), keys[row]);
     const auto order = OrderOf(keys, descending);
     if (std::is_sorted(order.begin(), order.end())) return;
 
     std::vector<int> places(order.size());
-    for (int place = 0; place < count; ++place) places[order[place]] = place;
+    for (int place = 0; place < count; ++place)
+        places[order[place]] = place;
     // The platform compares rows by their data: for the time of the sort each row carries its old place instead.
     std::vector<LPARAM> data(order.size());
     for (int row = 0; row < count; ++row) {
         data[row] = RowData(row);
         SetRowData(row, row);
     }
-    const auto sorted = Send(LVM_SORTITEMS, static_cast<WPARAM>(ParameterOf(&places)),
-                             reinterpret_cast<LPARAM>(&ComparePlaces));
-    for (int row = 0; row < count; ++row) SetRowData(row, data[sorted ? order[row] : row]);
+    const auto sorted =
+        Send(LVM_SORTITEMS, static_cast<WPARAM>(ParameterOf(&places)), reinterpret_cast<LPARAM>(&ComparePlaces));
+    for (int row = 0; row < count; ++row)
+        SetRowData(row, data[sorted ? order[row] : row]);
 }
 
 bool Win32ListWindow::Visible()
 {
-    if (!IsWindow(m_window)) throw ObjectGone(L"The list view");
+    RequireWindow();
     return (GetWindowLongPtrW(m_window, GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
 void Win32ListWindow::SetVisible(bool visible)
 {
-    if (!IsWindow(m_window)) throw ObjectGone(L"The list view");
+    RequireWindow();
     ShowWindow(m_window, visible ? SW_SHOWNA : SW_HIDE);
 }
 
@@ -255,13 +293,13 @@ void Win32ListWindow::SetRedraw(bool redraw)
 
 void Win32ListWindow::Refresh()
 {
-    if (!IsWindow(m_window)) throw ObjectGone(L"The list view");
+    RequireWindow();
     RedrawWindow(m_window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
 int Win32ListWindow::PixelsOf(double twips)
 {
-    if (!IsWindow(m_window)) throw ObjectGone(L"The list view");
+    RequireWindow();
     auto* const context = GetDC(m_window);
     const auto dotsPerInch = GetDeviceCaps(context, LOGPIXELSX);
     ReleaseDC(m_window, context);

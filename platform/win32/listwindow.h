@@ -42,7 +42,8 @@ public:
     int PixelsOf(double twips) override;
 
 private:
-    // Raises 398 when the window is gone.
+    // Both raise 398 when the window is gone.
+    void RequireWindow() const;
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     UINT State(int row, UINT mask) const;
     void SetState(int row, UINT state, UINT mask) const;

@@ -5,7 +5,9 @@
 #include <oleauto.h>
 
 #include <algorithm>
-#include <memory>
+#include <charconv>
+#include <cmath>
+#include <iterator>
 
 #include "diagnostics/runtime_error.h"
 
@@ -14,13 +16,15 @@ namespace {
 
 constexpr DWORD kSortKeyFlags = LCMAP_SORTKEY | NORM_IGNORECASE;
 
-struct TextFreer {
-    void operator()(OLECHAR* text) const noexcept { SysFreeString(text); }
-};
+int LengthOf(std::wstring_view text)
+{
+    return static_cast<int>(text.size());
+}
 
-int LengthOf(std::wstring_view text) { return static_cast<int>(text.size()); }
-
-RuntimeError InvalidArgument() { return {5, L"Invalid procedure call or argument"}; }
+RuntimeError InvalidArgument()
+{
+    return {5, L"Invalid procedure call or argument"};
+}
 
 SYSTEMTIME SystemTimeOf(Date date)
 {
@@ -34,6 +38,62 @@ int MapToBytes(std::wstring_view text, char* bytes, int size)
 {
     return LCMapStringW(LOCALE_USER_DEFAULT, kSortKeyFlags, text.data(), LengthOf(text),
                         reinterpret_cast<wchar_t*>(bytes), size);
+}
+
+UINT SettingOf(LCTYPE which)
+{
+    DWORD value = 0;
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, which | LOCALE_RETURN_NUMBER, reinterpret_cast<wchar_t*>(&value),
+                   sizeof value / sizeof(wchar_t));
+    return value;
+}
+
+// The user's settings for numbers, read anew each time: the platform keeps them at hand, and they may change.
+struct NumberSettings {
+    NumberSettings()
+    {
+        GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, m_point, kSize);
+        GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STHOUSAND, m_thousand, kSize);
+        wchar_t grouping[16] = {};
+        GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SGROUPING, grouping, 16);
+        format.Grouping = GroupingOf(grouping);
+        format.LeadingZero = SettingOf(LOCALE_ILZERO);
+        format.NegativeOrder = SettingOf(LOCALE_INEGNUMBER);
+        format.lpDecimalSep = m_point;
+        format.lpThousandSep = m_thousand;
+    }
+    NumberSettings(const NumberSettings&) = delete;
+    NumberSettings& operator=(const NumberSettings&) = delete;
+
+    NUMBERFMTW format{};
+
+private:
+    // The setting reads "3;0" where the format wants 3, "3;2;0" for 32, and "3" for 30: the last group repeats only
+    // where the setting ends in 0.
+    static UINT GroupingOf(std::wstring_view setting)
+    {
+        UINT grouping = 0;
+        for (const auto c : setting) {
+            if (c >= L'0' && c <= L'9') grouping = grouping * 10 + static_cast<UINT>(c - L'0');
+        }
+        return setting.ends_with(L";0") ? grouping / 10 : grouping * 10;
+    }
+
+    static constexpr int kSize = 8;
+    wchar_t m_point[kSize] = {};
+    wchar_t m_thousand[kSize] = {};
+};
+
+// Plain digits with a point, more of them than are shown: the platform rounds, and halves upwards.
+std::wstring DigitsOf(double value, int decimals)
+{
+    constexpr int kSignificant = 15;
+    char text[400];
+    const auto whole = std::abs(value) < 1 ? 1 : static_cast<int>(std::log10(std::abs(value))) + 1;
+    const auto shown = std::max(kSignificant - std::clamp(whole, 1, kSignificant), decimals);
+    const auto end = std::to_chars(text, std::end(text), value, std::chars_format::fixed, shown);
+    if (end.ec != std::errc() || !std::isfinite(value)) throw InvalidArgument();
+    return {text, end.ptr};
 }
 
 template <typename Format>
@@ -69,14 +129,18 @@ int Win32Regional::Compare(std::wstring_view left, std::wstring_view right)
     return result - CSTR_EQUAL;
 }
 
-void Win32Regional::AppendSortKey(std::wstring_view text, std::string& key) { AppendSortKeyOf(text, key); }
+void Win32Regional::AppendSortKey(std::wstring_view text, std::string& key)
+{
+    AppendSortKeyOf(text, key);
+}
 
 std::wstring Win32Regional::Lower(std::wstring_view text)
 {
     std::wstring lower(text);
     const bool plain = std::all_of(text.begin(), text.end(), [](wchar_t c) { return c < 128; });
     if (plain) {
-        for (auto& c : lower) c = c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c;
+        for (auto& c : lower)
+            c = c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c;
         return lower;
     }
     LCMapStringW(LOCALE_USER_DEFAULT, LCMAP_LOWERCASE, text.data(), LengthOf(text), lower.data(), LengthOf(lower));
@@ -85,16 +149,13 @@ std::wstring Win32Regional::Lower(std::wstring_view text)
 
 std::wstring Win32Regional::Number(double value, int decimals)
 {
-    constexpr int kUserDefault = -2;
-    VARIANT number{};
-    number.vt = VT_R8;
-    number.dblVal = value;
-    BSTR text = nullptr;
-    if (FAILED(VarFormatNumber(&number, decimals, kUserDefault, kUserDefault, kUserDefault, 0, &text))) {
-        throw InvalidArgument();
-    }
-    const std::unique_ptr<OLECHAR, TextFreer> owned(text);
-    return {text, SysStringLen(text)};
+    const auto digits = DigitsOf(value, decimals);
+    NumberSettings settings;
+    settings.format.NumDigits = static_cast<UINT>(decimals);
+    wchar_t text[128];
+    const auto length = GetNumberFormatW(LOCALE_USER_DEFAULT, 0, digits.c_str(), &settings.format, text, 128);
+    if (length == 0) throw InvalidArgument();
+    return {text, static_cast<std::size_t>(length) - 1};
 }
 
 std::wstring Win32Regional::ShortDate(Date date)

@@ -26,8 +26,7 @@ DWORD_PTR Ask(const std::wstring& path, UINT flags, SHFILEINFOW& answer)
     const QuietDisk quiet;
     if (path.size() < MAX_PATH) return SHGetFileInfoW(path.c_str(), 0, &answer, sizeof answer, flags);
     const auto name = path.substr(path.find_last_of(L"\\/") + 1);
-    return SHGetFileInfoW(name.c_str(), FILE_ATTRIBUTE_NORMAL, &answer, sizeof answer,
-                          flags | SHGFI_USEFILEATTRIBUTES);
+    return SHGetFileInfoW(name.c_str(), FILE_ATTRIBUTE_NORMAL, &answer, sizeof answer, flags | SHGFI_USEFILEATTRIBUTES);
 }
 
 std::wstring InSystemFolder(const std::wstring& module)
@@ -62,7 +61,10 @@ OwnedIcon Win32Shell::ExtractIcon(const std::wstring& file, int index)
     return {*this, NumberOf(large)};
 }
 
-void Win32Shell::DestroyIcon(IconHandle icon) noexcept { ::DestroyIcon(HandleOf<HICON>(icon)); }
+void Win32Shell::DestroyIcon(IconHandle icon) noexcept
+{
+    ::DestroyIcon(HandleOf<HICON>(icon));
+}
 
 int Win32Shell::SystemIconIndex(const std::wstring& path)
 {
@@ -94,7 +96,11 @@ std::wstring Win32Shell::SpecialFolder(int number)
     if (FAILED(SHGetSpecialFolderLocation(nullptr, number, &list))) return {};
     const std::unique_ptr<ITEMIDLIST, ListFreer> owned(list);
     wchar_t path[MAX_PATH] = {};
-    return SHGetPathFromIDListW(list, path) ? path : std::wstring();
+    if (!SHGetPathFromIDListW(list, path)) return {};
+    std::wstring folder(path);
+    // Only the root of a drive keeps its separator, however the folder was registered.
+    if (folder.size() > 3 && folder.back() == L'\\') folder.pop_back();
+    return folder;
 }
 
 std::wstring Win32Shell::ResourceString(const std::wstring& module, unsigned id)

@@ -12,7 +12,10 @@ SystemVersion Win32System::Version()
     return {version.dwPlatformId, version.dwMajorVersion, version.dwMinorVersion};
 }
 
-int Win32System::Metric(int number) { return GetSystemMetrics(number); }
+int Win32System::Metric(int number)
+{
+    return GetSystemMetrics(number);
+}
 
 std::optional<std::wstring> Win32System::ClassRootValue(const std::wstring& key)
 {
@@ -43,7 +46,10 @@ Point Win32System::CursorPosition()
     return {static_cast<int>(point.x), static_cast<int>(point.y)};
 }
 
-void Win32System::ResetPointer() { SetCursor(LoadCursorW(nullptr, IDC_ARROW)); }
+void Win32System::ResetPointer()
+{
+    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+}
 
 std::wstring Win32System::ProgramName()
 {

@@ -45,8 +45,8 @@ private:
         // A window of its own: when it goes, so does a tick that is waiting in the queue. A class of the system's,
         // since a class of this module would outlive the module.
         if (!m_window) {
-            m_window.reset(CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr,
-                                           nullptr));
+            m_window.reset(
+                CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
         }
         if (!m_window || !SetTimer(m_window.get(), Identifier(), static_cast<UINT>(m_interval), &OnTimer)) {
             throw OutOfMemory();

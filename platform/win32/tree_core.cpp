@@ -48,7 +48,10 @@ LRESULT TreeCore::Send(UINT message, WPARAM wParam, LPARAM lParam)
     return CallWindowProcW(m_native, m_window, message, wParam, lParam);
 }
 
-LRESULT TreeCore::Send(UINT message, WPARAM wParam, HTREEITEM item) { return Send(message, wParam, ParameterOf(item)); }
+LRESULT TreeCore::Send(UINT message, WPARAM wParam, HTREEITEM item)
+{
+    return Send(message, wParam, ParameterOf(item));
+}
 
 void TreeCore::Close() noexcept
 {
@@ -81,6 +84,9 @@ LRESULT TreeCore::OnTreeMessage(HWND window, UINT message, WPARAM wParam, LPARAM
     const Frame frame(shared_from_this());
     if (message == WM_NCDESTROY) {
         OnDestroyed(window);
+    } else if (message == WM_DESTROY) {
+        edit.Forget();
+        face.BeforeDestroy(window);
     } else if (m_listener && m_window) {
         if (const auto answer = Intercept(message, wParam, lParam)) return *answer;
     }
@@ -89,24 +95,29 @@ LRESULT TreeCore::OnTreeMessage(HWND window, UINT message, WPARAM wParam, LPARAM
 
 std::optional<LRESULT> TreeCore::Intercept(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    switch (message) {
-    case WM_PAINT:
-    case WM_PRINTCLIENT: marks.BeforePaint(); return std::nullopt;
-    case WM_SIZE: marks.Stale(); return std::nullopt;
-    case WM_DESTROY:
-        edit.Forget();
-        face.BeforeDestroy();
-        return std::nullopt;
-    case WM_SETREDRAW: face.Freeze(wParam == 0); return 0;
-    case WM_SETCURSOR: return face.OnSetCursor(lParam);
-    case WM_THEMECHANGED: return face.OnThemeChanged(wParam, lParam);
-    case TVM_EXPAND: return rows.Route(wParam, reinterpret_cast<HTREEITEM>(lParam));
-    case TVM_EDITLABELA:
-    case TVM_EDITLABELW: return edit.OnAsked(message, wParam, lParam);
-    default: break;
+    if (message == WM_PAINT || message == WM_PRINTCLIENT) marks.BeforePaint();
+    if (message == WM_SIZE) marks.Stale();
+    if (message == WM_SETCURSOR) return face.OnSetCursor(lParam);
+    if (message == WM_THEMECHANGED) return face.OnThemeChanged(wParam, lParam);
+    if (message == WM_SETREDRAW) {
+        face.Freeze(wParam == 0);
+        return 0;
     }
-    if (message >= TV_FIRST && message < TV_FIRST + 0x100) return marks.OnItemMessage(message, wParam, lParam);
-    return input.OnMessage(message, wParam, lParam);
+    const bool ofItems = message >= TV_FIRST && message < TV_FIRST + 0x100;
+    return ofItems ? OnItemMessage(message, wParam, lParam) : input.OnMessage(message, wParam, lParam);
+}
+
+std::optional<LRESULT> TreeCore::OnItemMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+        case TVM_EXPAND:
+            return rows.Route(wParam, reinterpret_cast<HTREEITEM>(lParam));
+        case TVM_EDITLABELA:
+        case TVM_EDITLABELW:
+            return edit.OnAsked(message, wParam, lParam);
+        default:
+            return marks.OnItemMessage(message, wParam, lParam);
+    }
 }
 
 void TreeCore::OnDestroyed(HWND window)
@@ -136,15 +147,24 @@ std::optional<LRESULT> TreeCore::OnNotify(NMHDR& header)
 {
     auto& change = reinterpret_cast<NMTREEVIEWW&>(header);
     switch (header.code) {
-    case TVN_ITEMEXPANDINGW: return rows.OnExpanding(change);
-    case TVN_ITEMEXPANDEDW: return rows.OnExpanded(change);
-    case TVN_SELCHANGEDW: return rows.OnSelected(change);
-    case TVN_DELETEITEMW: return rows.OnDeleted(change);
-    case TVN_GETDISPINFOW: return rows.OnAsked(reinterpret_cast<NMTVDISPINFOW&>(header));
-    case TVN_BEGINLABELEDITW: return edit.OnBegin(reinterpret_cast<NMTVDISPINFOW&>(header));
-    case TVN_ENDLABELEDITW: return edit.OnEnd(reinterpret_cast<NMTVDISPINFOW&>(header));
-    case NM_CLICK: return input.OnClick();
-    default: return std::nullopt;
+        case TVN_ITEMEXPANDINGW:
+            return rows.OnExpanding(change);
+        case TVN_ITEMEXPANDEDW:
+            return rows.OnExpanded(change);
+        case TVN_SELCHANGEDW:
+            return rows.OnSelected(change);
+        case TVN_DELETEITEMW:
+            return rows.OnDeleted(change);
+        case TVN_GETDISPINFOW:
+            return rows.OnAsked(reinterpret_cast<NMTVDISPINFOW&>(header));
+        case TVN_BEGINLABELEDITW:
+            return edit.OnBegin(reinterpret_cast<NMTVDISPINFOW&>(header));
+        case TVN_ENDLABELEDITW:
+            return edit.OnEnd(reinterpret_cast<NMTVDISPINFOW&>(header));
+        case NM_CLICK:
+            return input.OnClick();
+        default:
+            return std::nullopt;
     }
 }
 

@@ -54,6 +54,7 @@ private:
     std::optional<LRESULT> OnParentMessage(UINT message, LPARAM lParam);
     LRESULT OnTreeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> Intercept(UINT message, WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> OnItemMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnDestroyed(HWND window);
     std::optional<LRESULT> OnNotify(NMHDR& header);
     void TakeOut() noexcept;

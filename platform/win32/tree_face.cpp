@@ -11,32 +11,45 @@ namespace {
 constexpr int kCustomPointer = 99;
 
 // The platform's pointers by the numbers of the pointer setting, from 1.
-const LPCWSTR kPointers[] = {IDC_ARROW,    IDC_CROSS,  IDC_IBEAM,  IDC_ARROW, IDC_SIZEALL,
-                             IDC_SIZENESW, IDC_SIZENS, IDC_SIZENWSE, IDC_SIZEWE, IDC_UPARROW,
-                             IDC_WAIT,     IDC_NO,     IDC_APPSTARTING, IDC_HELP, IDC_SIZEALL};
+const LPCWSTR kPointers[] = {IDC_ARROW,    IDC_CROSS,  IDC_IBEAM,       IDC_ARROW,  IDC_SIZEALL,
+                             IDC_SIZENESW, IDC_SIZENS, IDC_SIZENWSE,    IDC_SIZEWE, IDC_UPARROW,
+                             IDC_WAIT,     IDC_NO,     IDC_APPSTARTING, IDC_HELP,   IDC_SIZEALL};
+
+// The settings that are a style of the window, and the value that sets it.
+struct StyleSetting {
+    TreeSetting setting;
+    DWORD bits;
+    bool whenOn;
+};
+constexpr StyleSetting kStyleSettings[] = {
+    // The platform ignores the one style in a tree that has the other.
+    {TreeSetting::FullRowSelect, TVS_HASLINES, false},      {TreeSetting::FullRowSelect, TVS_FULLROWSELECT, true},
+    {TreeSetting::HideSelection, TVS_SHOWSELALWAYS, false}, {TreeSetting::HotTracking, TVS_TRACKSELECT, true},
+    {TreeSetting::LineStyle, TVS_LINESATROOT, true},
+};
+
+// The list of box pictures stays behind when boxes or tree go, and is its user's to destroy.
+void DropBoxes(HWND tree) noexcept
+{
+    const UniqueImageList pictures(
+        reinterpret_cast<HIMAGELIST>(SendMessageW(tree, TVM_SETIMAGELIST, TVSIL_STATE, LPARAM{0})));
+}
 
 }  // namespace
 
 void TreeFace::Apply(TreeSetting setting, int value)
 {
     const bool on = value != 0;
-    switch (setting) {
-    case TreeSetting::Appearance: SetFrame(GWL_EXSTYLE, WS_EX_CLIENTEDGE, on); break;
-    case TreeSetting::BorderStyle: SetFrame(GWL_STYLE, WS_BORDER, on); break;
-    case TreeSetting::Checkboxes: SetBoxes(on); break;
-    case TreeSetting::Enabled: EnableWindow(m_core.Window(), on); break;
-    case TreeSetting::FullRowSelect:
-        m_fullRow = on;
-        // The platform ignores it in a tree with lines.
-        SetStyle(TVS_HASLINES, !on);
-        SetStyle(TVS_FULLROWSELECT, on);
-        break;
-    case TreeSetting::HideSelection: SetStyle(TVS_SHOWSELALWAYS, !on); break;
-    case TreeSetting::HotTracking: SetStyle(TVS_TRACKSELECT, on); break;
-    case TreeSetting::LabelEdit: m_core.edit.SetAutomatic(!on); break;
-    case TreeSetting::LineStyle: SetStyle(TVS_LINESATROOT, on); break;
-    case TreeSetting::MousePointer: m_pointer = value; break;
+    for (const auto& style : kStyleSettings) {
+        if (style.setting == setting) SetStyle(style.bits, on == style.whenOn);
     }
+    if (setting == TreeSetting::Appearance) SetFrame(GWL_EXSTYLE, WS_EX_CLIENTEDGE, on);
+    if (setting == TreeSetting::BorderStyle) SetFrame(GWL_STYLE, WS_BORDER, on);
+    if (setting == TreeSetting::Checkboxes) SetBoxes(on);
+    if (setting == TreeSetting::Enabled) EnableWindow(m_core.Window(), on);
+    if (setting == TreeSetting::FullRowSelect) m_fullRow = on;
+    if (setting == TreeSetting::LabelEdit) m_core.edit.SetAutomatic(!on);
+    if (setting == TreeSetting::MousePointer) m_pointer = value;
 }
 
 void TreeFace::SetStyle(DWORD bits, bool on)
@@ -65,18 +78,12 @@ void TreeFace::SetBoxes(bool on)
     if (on) {
         SetStyle(TVS_CHECKBOXES, true);
     } else {
-        DropBoxes();
+        SetStyle(TVS_CHECKBOXES, false);
+        DropBoxes(m_core.Window());
         m_ownPictures = false;
     }
     m_core.marks.Changed();
     InvalidateRect(m_core.Window(), nullptr, TRUE);
-}
-
-void TreeFace::DropBoxes()
-{
-    SetStyle(TVS_CHECKBOXES, false);
-    // The list stays behind, and is its user's to destroy.
-    const UniqueImageList pictures(reinterpret_cast<HIMAGELIST>(m_core.Send(TVM_SETIMAGELIST, TVSIL_STATE, LPARAM{0})));
 }
 
 void TreeFace::InstallCheckPictures()
@@ -103,9 +110,9 @@ LRESULT TreeFace::OnThemeChanged(WPARAM wParam, LPARAM lParam)
     return answer;
 }
 
-void TreeFace::BeforeDestroy()
+void TreeFace::BeforeDestroy(HWND window) noexcept
 {
-    if (m_boxes) DropBoxes();
+    if (m_boxes) DropBoxes(window);
 }
 
 void TreeFace::SetFont(const ObjectRef& font)

@@ -37,14 +37,13 @@ public:
 
     std::optional<LRESULT> OnSetCursor(LPARAM lParam) const;
     LRESULT OnThemeChanged(WPARAM wParam, LPARAM lParam);
-    /// Gives back what the platform leaves to its users.
-    void BeforeDestroy();
+    /// Gives back what the platform leaves to its users; `window` is the tree, which may have been let go already.
+    void BeforeDestroy(HWND window) noexcept;
 
 private:
     void SetStyle(DWORD bits, bool on);
     void SetFrame(int index, DWORD bit, bool on);
     void SetBoxes(bool on);
-    void DropBoxes();
     void UpdateRedraw();
     HCURSOR Pointer() const;
     HFONT SystemFont();

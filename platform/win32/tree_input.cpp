@@ -11,7 +11,10 @@ constexpr short kLeft = 1;
 constexpr short kRight = 2;
 constexpr short kMiddle = 4;
 
-bool IsDown(int key) { return GetKeyState(key) < 0; }
+bool IsDown(int key)
+{
+    return GetKeyState(key) < 0;
+}
 
 short ShiftOfKeys()
 {
@@ -31,9 +34,33 @@ short ButtonsOf(WPARAM mouseKeys)
                               ((mouseKeys & MK_MBUTTON) != 0 ? kMiddle : 0));
 }
 
-int KeyOf(short button) { return button == kLeft ? VK_LBUTTON : button == kRight ? VK_RBUTTON : VK_MBUTTON; }
+// The button that a message is about, 0 for any other message of the mouse.
+short ButtonOf(UINT message)
+{
+    if (message >= WM_LBUTTONDOWN && message <= WM_LBUTTONDBLCLK) return kLeft;
+    if (message >= WM_RBUTTONDOWN && message <= WM_RBUTTONDBLCLK) return kRight;
+    return message >= WM_MBUTTONDOWN && message <= WM_MBUTTONDBLCLK ? kMiddle : short{0};
+}
 
-Point PointOf(LPARAM where) { return {GET_X_LPARAM(where), GET_Y_LPARAM(where)}; }
+bool IsRelease(UINT message)
+{
+    return message == WM_LBUTTONUP || message == WM_RBUTTONUP || message == WM_MBUTTONUP;
+}
+
+bool IsSecondPress(UINT message)
+{
+    return message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDBLCLK || message == WM_MBUTTONDBLCLK;
+}
+
+int KeyOf(short button)
+{
+    return button == kLeft ? VK_LBUTTON : button == kRight ? VK_RBUTTON : VK_MBUTTON;
+}
+
+Point PointOf(LPARAM where)
+{
+    return {GET_X_LPARAM(where), GET_Y_LPARAM(where)};
+}
 
 }  // namespace
 
@@ -50,25 +77,13 @@ std::optional<LRESULT> TreeInput::OnMessage(UINT message, WPARAM wParam, LPARAM 
 
 std::optional<LRESULT> TreeInput::OnMouse(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    switch (message) {
-    case WM_LBUTTONDOWN:
-    case WM_LBUTTONDBLCLK: return OnPressed(kLeft, message, wParam, lParam);
-    case WM_RBUTTONDOWN:
-    case WM_RBUTTONDBLCLK: return OnPressed(kRight, message, wParam, lParam);
-    case WM_MBUTTONDOWN:
-    case WM_MBUTTONDBLCLK: return OnPressed(kMiddle, message, wParam, lParam);
-    case WM_LBUTTONUP: return OnReleased(kLeft, message, wParam, lParam);
-    case WM_RBUTTONUP: return OnReleased(kRight, message, wParam, lParam);
-    case WM_MBUTTONUP: return OnReleased(kMiddle, message, wParam, lParam);
-    case WM_MOUSEMOVE:
-        if (!m_core.Tell([&](TreeWindowListener& l) {
-                l.MouseMove(ButtonsOf(wParam), ShiftOf(wParam), PointOf(lParam));
-            })) {
-            return 0;
-        }
-        return std::nullopt;
-    default: return std::nullopt;
-    }
+    const auto button = ButtonOf(message);
+    if (button != 0 && IsRelease(message)) return OnReleased(button, message, wParam, lParam);
+    if (button != 0) return OnPressed(button, message, wParam, lParam);
+    if (message != WM_MOUSEMOVE) return std::nullopt;
+    const bool alive =
+        m_core.Tell([&](TreeWindowListener& l) { l.MouseMove(ButtonsOf(wParam), ShiftOf(wParam), PointOf(lParam)); });
+    return alive ? std::nullopt : std::optional<LRESULT>(0);
 }
 
 TreeInput::Press TreeInput::PressAt(LPARAM where)
@@ -83,10 +98,9 @@ LRESULT TreeInput::OnPressed(short button, UINT message, WPARAM wParam, LPARAM l
 {
     m_down = static_cast<short>(m_down | button);
     if (button == kLeft) m_press = PressAt(lParam);
-    const bool again = message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDBLCLK || message == WM_MBUTTONDBLCLK;
     // The second press of a double click is told as such and not as one more press.
     const bool alive = m_core.Tell([&](TreeWindowListener& l) {
-        if (!again) l.MouseDown(button, ShiftOf(wParam), PointOf(lParam));
+        if (!IsSecondPress(message)) l.MouseDown(button, ShiftOf(wParam), PointOf(lParam));
         if (message == WM_LBUTTONDBLCLK) l.DoubleClicked();
     });
     if (!alive) return 0;
@@ -94,7 +108,8 @@ LRESULT TreeInput::OnPressed(short button, UINT message, WPARAM wParam, LPARAM l
         // The tree must not flip the box by itself: the marks are the owner's.
         m_boxPressed = true;
         SetFocus(m_core.Window());
-        if (m_core.Window()) Hold();
+        // The focus may have ended an edit with all that comes of it, the release of the button included.
+        if (m_core.Window() && IsDown(VK_LBUTTON)) Hold();
         return 0;
     }
     PressNative(button, message, wParam, lParam);
@@ -172,17 +187,24 @@ LRESULT TreeInput::OnClick()
     return 0;
 }
 
-bool TreeInput::SpoilsEditing() const { return m_boxPressed || (m_down & kLeft) != 0; }
+bool TreeInput::SpoilsEditing() const
+{
+    return m_boxPressed || ((m_down & kLeft) != 0 && IsDown(VK_LBUTTON));
+}
 
 std::optional<LRESULT> TreeInput::OnKey(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
-    case WM_KEYDOWN:
-    case WM_SYSKEYDOWN: return OnKeyDown(message, wParam, lParam);
-    case WM_KEYUP:
-    case WM_SYSKEYUP: return OnKeyUp(message, wParam, lParam);
-    case WM_CHAR: return OnChar(wParam, lParam);
-    default: return std::nullopt;
+        case WM_KEYDOWN:
+        case WM_SYSKEYDOWN:
+            return OnKeyDown(message, wParam, lParam);
+        case WM_KEYUP:
+        case WM_SYSKEYUP:
+            return OnKeyUp(message, wParam, lParam);
+        case WM_CHAR:
+            return OnChar(wParam, lParam);
+        default:
+            return std::nullopt;
     }
 }
 

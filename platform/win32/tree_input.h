@@ -42,9 +42,9 @@ private:
     void LetGo();
 
     TreeCore& m_core;
-    Press m_press;             // the last one of the left button
-    short m_down = 0;          // the buttons whose release is still to be told
-    bool m_captured = false;   // the capture was taken here
+    Press m_press;            // the last one of the left button
+    short m_down = 0;         // the buttons whose release is still to be told
+    bool m_captured = false;  // the capture was taken here
     bool m_captureMoved = false;
     bool m_boxPressed = false;  // since the tree itself saw a press
     bool m_starPressed = false;

@@ -77,7 +77,8 @@ void TreeMarks::Apply(const std::vector<TVITEMW>& changes)
     auto* const window = m_core.Window();
     const bool many = changes.size() >= kMany && (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0;
     if (many) DefWindowProcW(window, WM_SETREDRAW, FALSE, 0);
-    for (const auto& change : changes) m_core.Send(TVM_SETITEMW, 0, ParameterOf(&change));
+    for (const auto& change : changes)
+        m_core.Send(TVM_SETITEMW, 0, ParameterOf(&change));
     if (!many) return;
     DefWindowProcW(window, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(window, nullptr, TRUE);
@@ -91,17 +92,25 @@ void TreeMarks::Update(HTREEITEM row)
 std::optional<LRESULT> TreeMarks::OnItemMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
-    case TVM_GETITEMA:
-    case TVM_GETITEMW: Update(reinterpret_cast<const TVITEMW*>(lParam)->hItem); break;
-    case TVM_GETITEMSTATE: Update(reinterpret_cast<HTREEITEM>(wParam)); break;
-    case TVM_SETITEMA:
-    case TVM_SETITEMW: return OnWrite(message, wParam, *reinterpret_cast<const TVITEMW*>(lParam));
-    case TVM_INSERTITEMA:
-    case TVM_INSERTITEMW:
-    case TVM_DELETEITEM:
-    case TVM_SORTCHILDREN:
-    case TVM_SORTCHILDRENCB: m_stale = true; break;
-    default: break;
+        case TVM_GETITEMA:
+        case TVM_GETITEMW:
+            Update(reinterpret_cast<const TVITEMW*>(lParam)->hItem);
+            break;
+        case TVM_GETITEMSTATE:
+            Update(reinterpret_cast<HTREEITEM>(wParam));
+            break;
+        case TVM_SETITEMA:
+        case TVM_SETITEMW:
+            return OnWrite(message, wParam, *reinterpret_cast<const TVITEMW*>(lParam));
+        case TVM_INSERTITEMA:
+        case TVM_INSERTITEMW:
+        case TVM_DELETEITEM:
+        case TVM_SORTCHILDREN:
+        case TVM_SORTCHILDRENCB:
+            m_stale = true;
+            break;
+        default:
+            break;
     }
     return std::nullopt;
 }

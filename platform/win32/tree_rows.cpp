@@ -11,9 +11,12 @@ namespace {
 int ChildrenOf(ExpandButton button)
 {
     switch (button) {
-    case ExpandButton::Yes: return 1;
-    case ExpandButton::Ask: return I_CHILDRENCALLBACK;
-    default: return 0;
+        case ExpandButton::Yes:
+            return 1;
+        case ExpandButton::Ask:
+            return I_CHILDRENCALLBACK;
+        default:
+            return 0;
     }
 }
 
@@ -63,7 +66,10 @@ void TreeRows::Delete(ItemHandle item)
     m_core.Send(TVM_DELETEITEM, 0, item == 0 ? TVI_ROOT : ItemOf(item));
 }
 
-void TreeRows::Set(const TVITEMW& item) { m_core.Send(TVM_SETITEMW, 0, ParameterOf(&item)); }
+void TreeRows::Set(const TVITEMW& item)
+{
+    m_core.Send(TVM_SETITEMW, 0, ParameterOf(&item));
+}
 
 void TreeRows::SetText(ItemHandle item, std::wstring_view text)
 {
@@ -111,7 +117,8 @@ void TreeRows::Reveal(HTREEITEM item)
     const auto parentOf = [&](HTREEITEM child) {
         return reinterpret_cast<HTREEITEM>(m_core.Send(TVM_GETNEXTITEM, TVGN_PARENT, child));
     };
-    for (auto* parent = parentOf(item); parent; parent = parentOf(parent)) above.push_back(parent);
+    for (auto* parent = parentOf(item); parent; parent = parentOf(parent))
+        above.push_back(parent);
     while (!above.empty()) {
         Route(TVE_EXPAND, above.back());
         above.pop_back();
@@ -143,7 +150,10 @@ LRESULT TreeRows::Route(WPARAM action, HTREEITEM item)
     return TRUE;
 }
 
-HTREEITEM TreeRows::Caret() { return reinterpret_cast<HTREEITEM>(m_core.Send(TVM_GETNEXTITEM, TVGN_CARET)); }
+HTREEITEM TreeRows::Caret()
+{
+    return reinterpret_cast<HTREEITEM>(m_core.Send(TVM_GETNEXTITEM, TVGN_CARET));
+}
 
 std::optional<ItemData> TreeRows::DataOf(HTREEITEM item)
 {
@@ -164,8 +174,8 @@ LRESULT TreeRows::OnExpanding(const NMTREEVIEWW& change)
     if (m_quiet) return FALSE;
     bool allowed = false;
     const auto data = static_cast<ItemData>(change.itemNew.lParam);
-    const bool told = m_core.Tell(
-        [&](TreeWindowListener& l) { allowed = l.Expanding(data, (change.action & TVE_EXPAND) != 0); });
+    const bool told =
+        m_core.Tell([&](TreeWindowListener& l) { allowed = l.Expanding(data, (change.action & TVE_EXPAND) != 0); });
     return !told || !allowed;
 }
 

@@ -11,9 +11,15 @@ namespace sylvex {
 class TreeCore;
 
 /// The item handle of a number of the seam.
-inline HTREEITEM ItemOf(ItemHandle item) noexcept { return HandleOf<HTREEITEM>(item); }
+inline HTREEITEM ItemOf(ItemHandle item) noexcept
+{
+    return HandleOf<HTREEITEM>(item);
+}
 /// The platform's index of a picture of the seam, where any number below 0 is none.
-inline int PictureOf(int image) noexcept { return image < 0 ? I_IMAGENONE : image; }
+inline int PictureOf(int image) noexcept
+{
+    return image < 0 ? I_IMAGENONE : image;
+}
 
 /// The rows of a native tree: inserting, deleting, opening, selecting, and what the tree tells about it.
 class TreeRows {

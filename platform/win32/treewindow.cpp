@@ -11,7 +11,10 @@ Win32TreeWindow::Win32TreeWindow(HWND parent, TreeWindowListener& listener) : m_
 {
 }
 
-Win32TreeWindow::~Win32TreeWindow() { m_core->Close(); }
+Win32TreeWindow::~Win32TreeWindow()
+{
+    m_core->Close();
+}
 
 std::shared_ptr<TreeCore> Win32TreeWindow::Core() const
 {
@@ -19,25 +22,40 @@ std::shared_ptr<TreeCore> Win32TreeWindow::Core() const
     return m_core;
 }
 
-WindowHandle Win32TreeWindow::Handle() const { return NumberOf(m_core->Window()); }
+WindowHandle Win32TreeWindow::Handle() const
+{
+    return NumberOf(m_core->Window());
+}
 
 ItemHandle Win32TreeWindow::Insert(ItemHandle parent, ItemHandle after, ItemData data, const ItemLook& look)
 {
     return Core()->rows.Insert(parent, after, data, look);
 }
 
-void Win32TreeWindow::Delete(ItemHandle item) { Core()->rows.Delete(item); }
+void Win32TreeWindow::Delete(ItemHandle item)
+{
+    Core()->rows.Delete(item);
+}
 
-void Win32TreeWindow::SetText(ItemHandle item, std::wstring_view text) { Core()->rows.SetText(item, text); }
+void Win32TreeWindow::SetText(ItemHandle item, std::wstring_view text)
+{
+    Core()->rows.SetText(item, text);
+}
 
 void Win32TreeWindow::SetImages(ItemHandle item, int image, int selectedImage)
 {
     Core()->rows.SetImages(item, image, selectedImage);
 }
 
-void Win32TreeWindow::SetButton(ItemHandle item, ExpandButton button) { Core()->rows.SetButton(item, button); }
+void Win32TreeWindow::SetButton(ItemHandle item, ExpandButton button)
+{
+    Core()->rows.SetButton(item, button);
+}
 
-void Win32TreeWindow::Expand(ItemHandle item, bool expand) { Core()->rows.Expand(ItemOf(item), expand); }
+void Win32TreeWindow::Expand(ItemHandle item, bool expand)
+{
+    Core()->rows.Expand(ItemOf(item), expand);
+}
 
 void Win32TreeWindow::EnsureVisible(ItemHandle item)
 {
@@ -46,9 +64,15 @@ void Win32TreeWindow::EnsureVisible(ItemHandle item)
     core->Send(TVM_ENSUREVISIBLE, 0, ItemOf(item));
 }
 
-void Win32TreeWindow::Select(ItemHandle item) { Core()->rows.Select(ItemOf(item)); }
+void Win32TreeWindow::Select(ItemHandle item)
+{
+    Core()->rows.Select(ItemOf(item));
+}
 
-void Win32TreeWindow::SelectDropTarget(ItemHandle item) { Core()->Send(TVM_SELECTITEM, TVGN_DROPHILITE, ItemOf(item)); }
+void Win32TreeWindow::SelectDropTarget(ItemHandle item)
+{
+    Core()->Send(TVM_SELECTITEM, TVGN_DROPHILITE, ItemOf(item));
+}
 
 TreeHit Win32TreeWindow::HitTest(Point where)
 {
@@ -59,21 +83,45 @@ TreeHit Win32TreeWindow::HitTest(Point where)
     return {NumberOf(hit.hItem), core->rows.DataOf(hit.hItem).value_or(0), hit.flags};
 }
 
-void Win32TreeWindow::EditLabel(ItemHandle item) { Core()->edit.Begin(ItemOf(item)); }
+void Win32TreeWindow::EditLabel(ItemHandle item)
+{
+    Core()->edit.Begin(ItemOf(item));
+}
 
-void Win32TreeWindow::CancelEdit() { Core()->edit.Cancel(); }
+void Win32TreeWindow::CancelEdit()
+{
+    Core()->edit.Cancel();
+}
 
-void Win32TreeWindow::SetRedraw(bool redraw) { Core()->face.SetRedraw(redraw); }
+void Win32TreeWindow::SetRedraw(bool redraw)
+{
+    Core()->face.SetRedraw(redraw);
+}
 
-void Win32TreeWindow::MarksChanged() { Core()->marks.Changed(); }
+void Win32TreeWindow::MarksChanged()
+{
+    Core()->marks.Changed();
+}
 
-int Win32TreeWindow::VisibleCount() { return static_cast<int>(Core()->Send(TVM_GETVISIBLECOUNT)); }
+int Win32TreeWindow::VisibleCount()
+{
+    return static_cast<int>(Core()->Send(TVM_GETVISIBLECOUNT));
+}
 
-void Win32TreeWindow::SetVisible(bool visible) { Core()->face.SetVisible(visible); }
+void Win32TreeWindow::SetVisible(bool visible)
+{
+    Core()->face.SetVisible(visible);
+}
 
-bool Win32TreeWindow::Visible() { return Core()->face.Visible(); }
+bool Win32TreeWindow::Visible()
+{
+    return Core()->face.Visible();
+}
 
-void Win32TreeWindow::Refresh() { Core()->face.Refresh(); }
+void Win32TreeWindow::Refresh()
+{
+    Core()->face.Refresh();
+}
 
 void Win32TreeWindow::Move(const Rect& place)
 {
@@ -86,12 +134,24 @@ void Win32TreeWindow::SetImageList(ImageListHandle images)
     Core()->Send(TVM_SETIMAGELIST, TVSIL_NORMAL, static_cast<LPARAM>(images));
 }
 
-void Win32TreeWindow::Apply(TreeSetting setting, int value) { Core()->face.Apply(setting, value); }
+void Win32TreeWindow::Apply(TreeSetting setting, int value)
+{
+    Core()->face.Apply(setting, value);
+}
 
-void Win32TreeWindow::SetFont(const ObjectRef& font) { Core()->face.SetFont(font); }
+void Win32TreeWindow::SetFont(const ObjectRef& font)
+{
+    Core()->face.SetFont(font);
+}
 
-void Win32TreeWindow::SetMouseIcon(const ObjectRef& picture) { Core()->face.SetMouseIcon(picture); }
+void Win32TreeWindow::SetMouseIcon(const ObjectRef& picture)
+{
+    Core()->face.SetMouseIcon(picture);
+}
 
-void Win32TreeWindow::InstallCheckPictures() { Core()->face.InstallCheckPictures(); }
+void Win32TreeWindow::InstallCheckPictures()
+{
+    Core()->face.InstallCheckPictures();
+}
 
 }  // namespace sylvex

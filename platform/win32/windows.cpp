@@ -41,7 +41,10 @@ std::unique_ptr<ListWindow> Win32Windows::WrapList(WindowHandle list)
     return std::make_unique<Win32ListWindow>(window);
 }
 
-bool Win32Windows::Exists(WindowHandle window) { return IsWindow(WindowOf(window)) != FALSE; }
+bool Win32Windows::Exists(WindowHandle window)
+{
+    return IsWindow(WindowOf(window)) != FALSE;
+}
 
 std::intptr_t Win32Windows::Send(WindowHandle window, unsigned message, std::uintptr_t wParam, std::intptr_t lParam)
 {

@@ -219,7 +219,7 @@ long ErrorOf(const std::function<void()>& body)
     }
 }
 
-Value NewControl()
+Value MakeControl()
 {
     IDispatch* control = nullptr;
     Check(Create(nullptr, IID_IDispatch, reinterpret_cast<void**>(&control)));
@@ -228,7 +228,7 @@ Value NewControl()
     return result;
 }
 
-IUnknown* NewInnerControl(IUnknown& outer)
+IUnknown* MakeInnerControl(IUnknown& outer)
 {
     IUnknown* inner = nullptr;
     Create(&outer, IID_IUnknown, reinterpret_cast<void**>(&inner));
@@ -238,15 +238,6 @@ IUnknown* NewInnerControl(IUnknown& outer)
 bool ComponentIsBusy()
 {
     return Export<HRESULT(WINAPI*)()>("DllCanUnloadNow")() != S_OK;
-}
-
-void PumpMessages()
-{
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
 }
 
 IConnectionPoint* PointOf(const Value& control, const IID& outgoing)

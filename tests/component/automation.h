@@ -71,14 +71,11 @@ private:
 long ErrorOf(const std::function<void()>& body);
 
 /// A new control, from the component's class factory.
-Value NewControl();
+Value MakeControl();
 /// The same as a part of another object; the caller owns its inner identity. Null on failure.
-IUnknown* NewInnerControl(IUnknown& outer);
+IUnknown* MakeInnerControl(IUnknown& outer);
 /// Locks and objects that keep the component in memory.
 bool ComponentIsBusy();
-
-/// Runs the messages that wait.
-void PumpMessages();
 
 /// Listens to the events of a control, each as a line: its name, and its arguments' texts (of a node: its text).
 class EventLog : public IDispatch {

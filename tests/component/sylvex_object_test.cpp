@@ -4,6 +4,7 @@
 
 #include "SylvexControl_h.h"
 #include "tests/component/automation.h"
+#include "tests/component/test_control.h"
 
 namespace sylvex::test {
 namespace {
@@ -41,7 +42,7 @@ protected:
     void Type(wchar_t character) { SendMessageW(WindowOf(control), WM_CHAR, static_cast<WPARAM>(character), 1); }
 
     ReportLog reports;
-    Value control = NewControl();
+    Value control = MakeControl();
 };
 
 TEST_F(SylvexObject, NewControlShowsThePlaceholderAndItsDefaults)
@@ -90,7 +91,7 @@ TEST_F(SylvexObject, FailuresAreReportedOnceAndPassedOn)
 
 TEST_F(SylvexObject, NodesOfOthersAreRefused)
 {
-    const Value other = NewControl();
+    const Value other = MakeControl();
     const Value foreign = other.Get(L"TreeView").Get(L"Nodes").Get(L"Item", {1});
     const Value removed = AddRoot(L"removed");
     Nodes().Call(L"Remove", {removed.Get(L"Index")});
@@ -221,7 +222,7 @@ TEST_F(SylvexObject, MousePointsComeInTwips)
     PostMessageW(WindowOf(control), WM_RBUTTONUP, 0, MAKELPARAM(10, 20));
     SendMessageW(WindowOf(control), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(10, 20));
     EXPECT_EQ(place, (std::vector<float>{10 * twips, 20 * twips}));
-    PumpMessages();
+    DrainMessages();
 }
 
 TEST_F(SylvexObject, TheLastReferenceMayGoInsideAnEvent)
@@ -234,13 +235,13 @@ TEST_F(SylvexObject, TheLastReferenceMayGoInsideAnEvent)
         node.Put(L"Expanded", true);
         EXPECT_EQ(log.Take(), L"Expand a");
     }
-    PumpMessages();
+    DrainMessages();
     EXPECT_EQ(ErrorOf([&] { node.Get(L"Text"); }), kNodeGone);
     node = Value();
 
     // Raised by a message of the window, which the window itself is still working on.
     for (const wchar_t* const event : {L"KeyDown", L"NodeClick", L"KeyUp"}) {
-        control = NewControl();
+        control = MakeControl();
         AddRoot(L"a");
         control.Set(L"SelectedItem", Nodes().Get(L"Item", {1}));
         const HWND window = WindowOf(control);
@@ -249,7 +250,7 @@ TEST_F(SylvexObject, TheLastReferenceMayGoInsideAnEvent)
         SendMessageW(window, WM_KEYDOWN, VK_DOWN, 1);
         SendMessageW(window, WM_KEYUP, VK_DOWN, 1);
         EXPECT_NE(log.Take().find(event), std::wstring::npos);
-        PumpMessages();
+        DrainMessages();
         EXPECT_FALSE(IsWindow(window));
         EXPECT_FALSE(ComponentIsBusy()) << "something of the control is left";
     }
@@ -289,7 +290,7 @@ TEST_F(SylvexObject, TheParentOfTheWindowMayGoFirst)
     before = WindowOf(control);
     log.On(L"KeyDown", [&](auto&) { log.Disconnect(), control = Value(), DestroyWindow(frame); });
     SendMessageW(before, WM_KEYDOWN, VK_DOWN, 1);
-    PumpMessages();
+    DrainMessages();
     EXPECT_FALSE(IsWindow(before));
 }
 
@@ -385,7 +386,7 @@ public:
 TEST(AggregatedSylvexObject, AnswersAsItsOuterObject)
 {
     Outer outer;
-    outer.inner = NewInnerControl(outer);
+    outer.inner = MakeInnerControl(outer);
     ASSERT_NE(outer.inner, nullptr);
     {
         IDispatch* members = nullptr;

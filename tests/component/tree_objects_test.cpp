@@ -50,7 +50,7 @@ protected:
     }
 
     ReportLog reports;
-    Value control = NewControl();
+    Value control = MakeControl();
     Value tree = control.Get(L"TreeView");
     Value nodes = tree.Get(L"Nodes");
 };
@@ -71,7 +71,7 @@ TEST_F(TreeObjects, AddPlacesANodeAsItsRelationshipSays)
 TEST_F(TreeObjects, AddRefusesWhatItCannotPlace)
 {
     const Value node = Add(Value::Missing(), Value::Missing(), L"a", L"key");
-    const Value other = NewControl();
+    const Value other = MakeControl();
     const Value foreign = other.Get(L"TreeView").Get(L"Nodes").Get(L"Item", {1});
     const Value gone = Root(L"gone");
     nodes.Call(L"Remove", {gone.Get(L"Index")});
@@ -190,7 +190,7 @@ TEST_F(TreeObjects, RemovedNodesAnswerWithAnError)
 TEST_F(TreeObjects, ObjectsOutliveTheControl)
 {
     const Value a = Root(L"a");
-    Value other = NewControl();
+    Value other = MakeControl();
     const Value otherTree = other.Get(L"TreeView");
     const Value otherNodes = otherTree.Get(L"Nodes");
     const Value node = otherNodes.Get(L"Item", {1});

@@ -4,7 +4,10 @@
 
 namespace sylvex::test {
 
-std::string TreeDiary::Take() { return std::exchange(log, {}); }
+std::string TreeDiary::Take()
+{
+    return std::exchange(log, {});
+}
 
 void TreeDiary::Note(const std::string& word)
 {
@@ -18,9 +21,15 @@ bool TreeDiary::Expanding(ItemData item, bool expand)
     return expands;
 }
 
-void TreeDiary::Expanded(ItemData item, bool expand) { Note((expand ? "open:" : "closed:") + std::to_string(item)); }
+void TreeDiary::Expanded(ItemData item, bool expand)
+{
+    Note((expand ? "open:" : "closed:") + std::to_string(item));
+}
 
-bool TreeDiary::HasChildren(ItemData) { return true; }
+bool TreeDiary::HasChildren(ItemData)
+{
+    return true;
+}
 
 RowMarks TreeDiary::Marks(ItemData item)
 {
@@ -40,9 +49,15 @@ void TreeDiary::Selected(ItemData item, bool byUser)
     Note((byUser ? "chosen:" : "selected:") + std::to_string(item));
 }
 
-void TreeDiary::Clicked(ItemData item) { Note("click:" + std::to_string(item)); }
+void TreeDiary::Clicked(ItemData item)
+{
+    Note("click:" + std::to_string(item));
+}
 
-void TreeDiary::DoubleClicked() { Note("double"); }
+void TreeDiary::DoubleClicked()
+{
+    Note("double");
+}
 
 void TreeDiary::KeyDown(short& key, short shift)
 {
@@ -56,7 +71,10 @@ void TreeDiary::KeyPress(short& character)
     if (changedKey >= 0) character = changedKey;
 }
 
-void TreeDiary::KeyUp(short& key, short) { Note("keyup" + std::to_string(key)); }
+void TreeDiary::KeyUp(short& key, short)
+{
+    Note("keyup" + std::to_string(key));
+}
 
 void TreeDiary::MouseDown(short button, short shift, Point)
 {
@@ -69,7 +87,10 @@ void TreeDiary::MouseMove(short button, short, Point)
     if (button != 0 && !log.ends_with("drag" + std::to_string(button))) Note("drag" + std::to_string(button));
 }
 
-void TreeDiary::MouseUp(short button, short, Point) { Note("up" + std::to_string(button)); }
+void TreeDiary::MouseUp(short button, short, Point)
+{
+    Note("up" + std::to_string(button));
+}
 
 bool TreeDiary::LabelEditing(ItemData item)
 {
@@ -103,8 +124,8 @@ void TreeWindowTest::SetUp()
     // One for the whole program: without a window manager a main window takes seconds to go.
     static HWND const stage = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"stage", WS_POPUP | WS_VISIBLE, 100, 100, 300,
                                               400, nullptr, nullptr, nullptr, nullptr);
-    form = CreateWindowExW(0, L"STATIC", L"form", WS_CHILD | WS_VISIBLE, 0, 0, 300, 400, stage, nullptr, nullptr,
-                           nullptr);
+    form =
+        CreateWindowExW(0, L"STATIC", L"form", WS_CHILD | WS_VISIBLE, 0, 0, 300, 400, stage, nullptr, nullptr, nullptr);
     tree = platform.Get().windows.CreateTree(NumberOf(form), diary);
     tree->Move({0, 0, 300, 400});
     tree->Apply(TreeSetting::LineStyle, 1);

@@ -19,14 +19,14 @@ namespace sylvex::test {
 /// Writes down what a tree window tells, one word for each call, and answers from a model of marks.
 class TreeDiary : public TreeWindowListener {
 public:
-    std::string log;                       ///< words since the last Take
-    std::map<ItemData, RowMarks> marks;    ///< rows that are not there have no marks
+    std::string log;                     ///< words since the last Take
+    std::map<ItemData, RowMarks> marks;  ///< rows that are not there have no marks
     int marksAsked = 0;
     bool expands = true;
     bool edits = true;
     bool keepsLabel = true;
-    bool flipsChecks = true;               ///< answers a click on a box by a mark
-    short changedKey = -1;                 ///< what every key becomes; -1 leaves it
+    bool flipsChecks = true;  ///< answers a click on a box by a mark
+    short changedKey = -1;    ///< what every key becomes; -1 leaves it
     std::function<void(const std::string&)> onWord;
     /// The words so far, which are forgotten.
     std::string Take();
@@ -62,8 +62,7 @@ protected:
     void TearDown() override;
 
     HWND Native() const { return reinterpret_cast<HWND>(tree->Handle()); }
-    ItemHandle Add(ItemHandle parent, ItemData data, const std::wstring& text,
-                   ExpandButton button = ExpandButton::No);
+    ItemHandle Add(ItemHandle parent, ItemData data, const std::wstring& text, ExpandButton button = ExpandButton::No);
     /// Where the row, or its label alone, is in the tree.
     RECT PlaceOf(ItemHandle row, bool label) const;
     /// The middle of a row's part that a hit test reports as `flag`, on the screen.

@@ -5,8 +5,8 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <fstream>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -74,7 +74,8 @@ protected:
         }
         std::sort(names.begin(), names.end());
         std::wstring line;
-        for (const auto& name : names) line += (line.empty() ? L"" : L" ") + name;
+        for (const auto& name : names)
+            line += (line.empty() ? L"" : L" ") + name;
         return line;
     }
 
@@ -133,9 +134,9 @@ TEST_F(Win32FilesTest, TheShellMovesAndRenamesByAbsolutePaths)
 
 TEST_F(Win32PlatformTest, SortKeysOrderLikeTheComparison)
 {
-    const std::vector<std::wstring> names = {L"",      L"a",      L"A",      L"ab",     L"a b",   L"a-b",    L"a.b", L"B",
-                                             L"\u00e4", L"\u00c4z", L"z",      L"10",     L"9",     L"_x",     L"co-op",
-                                             L"coop",  L"\u0416",  L"\u0436", L"\u65e5", L"$sys",  L"~temp",  L"'q"};
+    const std::vector<std::wstring> names = {
+        L"",   L"a", L"A",  L"ab",    L"a b",  L"a-b",    L"a.b",    L"B",      L"\u00e4", L"\u00c4z", L"z",
+        L"10", L"9", L"_x", L"co-op", L"coop", L"\u0416", L"\u0436", L"\u65e5", L"$sys",   L"~temp",   L"'q"};
     const auto sign = [](int value) { return (value > 0) - (value < 0); };
     for (const auto& left : names) {
         for (const auto& right : names) {
@@ -160,7 +161,10 @@ TEST_F(Win32PlatformTest, TextsFollowTheUsersSettings)
     GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, point, 8);
     EXPECT_EQ(regional.Number(976.5625, 1), L"976" + std::wstring(point) + L"6");
     EXPECT_EQ(regional.Number(0.9765625, 3).substr(1), std::wstring(point) + L"977");
+    EXPECT_EQ(regional.Number(0.0625, 3).substr(1), std::wstring(point) + L"063") << "halves go up";
     EXPECT_EQ(regional.Number(12, 0), L"12");
+    EXPECT_EQ(regional.Number(1e15, 0).front(), L'1');
+    EXPECT_EQ(ErrorOf([&] { regional.Number(std::numeric_limits<double>::infinity(), 0); }), 5);
     // 2026-11-16 02:34:13
     const Date date{46342.0 + (2 * 3600 + 34 * 60 + 13) / 86400.0};
     EXPECT_NE(regional.ShortDate(date).find(L"16"), std::wstring::npos);
@@ -192,12 +196,14 @@ TEST_F(Win32PlatformTest, IconsAreGivenBack)
 
 TEST_F(Win32PlatformTest, ResourceStringsComeFromTheSystemFolderAlone)
 {
-    // Windows and Wine keep different texts; both name an error of the shell or none at all, never fail.
-    services.shell.ResourceString(L"Shell32.Dll", 4162);
+    // The title of the system's error boxes, in whatever language.
+    EXPECT_FALSE(services.shell.ResourceString(L"User32.Dll", 2).empty());
     EXPECT_EQ(services.shell.ResourceString(L"..\\none.dll", 1), L"");
     EXPECT_EQ(services.shell.ResourceString(services.files.SystemDirectory() + L"\\shell32.dll", 4162), L"");
     EXPECT_EQ(services.shell.ResourceString(L"none.dll", 1), L"");
-    EXPECT_FALSE(services.shell.SpecialFolder(5).empty());
+    const auto documents = services.shell.SpecialFolder(5);
+    EXPECT_FALSE(documents.empty());
+    EXPECT_NE(documents.back(), L'\\');
     EXPECT_EQ(services.shell.SpecialFolder(9999), L"");
 }
 

@@ -1,7 +1,11 @@
-#include "tests/component/tree_window_fixture.h"
+#include <olectl.h>
+
+#include <tuple>
 
 #include "diagnostics/runtime_error.h"
+#include "platform/win32/com_object.h"
 #include "platform/win32/handles.h"
+#include "tests/component/tree_window_fixture.h"
 
 namespace sylvex::test {
 namespace {
@@ -91,7 +95,9 @@ TEST_F(TreeWindowTest, OpeningByAMessageIsAskedEveryTimeAndOurOwnNever)
     tree->Expand(row, true);
     tree->Expand(row, false);
     EXPECT_EQ(diary.Take(), "");
-    const auto order = [&](UINT action) { return SendMessageW(Native(), TVM_EXPAND, action, static_cast<LPARAM>(row)); };
+    const auto order = [&](UINT action) {
+        return SendMessageW(Native(), TVM_EXPAND, action, static_cast<LPARAM>(row));
+    };
     EXPECT_TRUE(order(TVE_EXPAND));
     EXPECT_FALSE(order(TVE_EXPAND));
     EXPECT_TRUE(order(TVE_TOGGLE));
@@ -132,7 +138,8 @@ TEST_F(TreeWindowTest, MarksAreAskedForTheRowsInViewAlone)
     const auto row = Add(0, 1, L"row", ExpandButton::Yes);
     tree->SetRedraw(false);
     ItemHandle last = 0;
-    for (int n = 2; n < kRows; ++n) last = Add(row, static_cast<ItemData>(n), L"file");
+    for (int n = 2; n < kRows; ++n)
+        last = Add(row, static_cast<ItemData>(n), L"file");
     tree->Expand(row, true);
     tree->SetRedraw(true);
     tree->Refresh();
@@ -145,7 +152,8 @@ TEST_F(TreeWindowTest, MarksAreAskedForTheRowsInViewAlone)
     UpdateWindow(Native());
     EXPECT_LE(diary.marksAsked, screen) << "a paint alone has nothing to ask";
 
-    for (int n = 1; n < kRows; ++n) diary.marks[static_cast<ItemData>(n)] = {true, n % 2 == 0, -1};
+    for (int n = 1; n < kRows; ++n)
+        diary.marks[static_cast<ItemData>(n)] = {true, n % 2 == 0, -1};
     diary.marksAsked = 0;
     tree->MarksChanged();
     PumpMessages();
@@ -276,6 +284,41 @@ TEST_F(TreeWindowTest, SwitchingRepaintingDoesNotShowAHiddenTree)
     EXPECT_NE(row, 0u);
 }
 
+TEST_F(TreeWindowTest, FontPointerAndItsPictureAreTheHosts)
+{
+    FONTDESC description{};
+    description.cbSizeofstruct = sizeof description;
+    wchar_t name[] = L"Tahoma";
+    description.lpstrName = name;
+    description.cySize.int64 = 240000;
+    ComPointer<IFont> font;
+    ASSERT_EQ(OleCreateFontIndirect(&description, IID_IFont, font.ReceiveAny()), S_OK);
+    HFONT handle = nullptr;
+    font->get_hFont(&handle);
+    tree->SetFont(std::make_shared<ComObject>(font.Get()));
+    EXPECT_EQ(reinterpret_cast<HFONT>(SendMessageW(Native(), WM_GETFONT, 0, 0)), handle);
+    tree->SetFont(nullptr);
+    EXPECT_NE(reinterpret_cast<HFONT>(SendMessageW(Native(), WM_GETFONT, 0, 0)), handle);
+
+    const auto pointer = [&](int setting) {
+        tree->Apply(TreeSetting::MousePointer, setting);
+        SendMessageW(Native(), WM_SETCURSOR, NumberOf(Native()), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+        return GetCursor();
+    };
+    EXPECT_EQ(pointer(11), LoadCursorW(nullptr, IDC_WAIT));
+    EXPECT_EQ(pointer(0), LoadCursorW(nullptr, IDC_ARROW));
+    PICTDESC icon{};
+    icon.cbSizeofstruct = sizeof icon;
+    icon.picType = PICTYPE_ICON;
+    icon.icon.hicon = LoadIconW(nullptr, IDI_ERROR);
+    ComPointer<IPicture> picture;
+    ASSERT_EQ(OleCreatePictureIndirect(&icon, IID_IPicture, FALSE, picture.ReceiveAny()), S_OK);
+    tree->SetMouseIcon(std::make_shared<ComObject>(picture.Get()));
+    EXPECT_EQ(pointer(99), icon.icon.hicon);
+    tree->SetMouseIcon(nullptr);
+    EXPECT_EQ(pointer(99), LoadCursorW(nullptr, IDC_ARROW));
+}
+
 TEST_F(TreeWindowTest, HidingForAMomentKeepsTheFocus)
 {
     ASSERT_EQ(GetFocus(), Native());
@@ -324,6 +367,8 @@ TEST_P(DestroyedInACall, TheCallReturnsAndNothingMoreIsTold)
         diary.Take();
         if (whole) DestroyWindow(form);
         tree.reset();
+        // Else the platform's code would go on in a window that it has freed.
+        EXPECT_TRUE(IsWindow(native)) << "went before its own code had returned";
     };
     Provoke(row, word);
     PumpMessages(20);

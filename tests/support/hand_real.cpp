@@ -17,8 +17,11 @@ public:
         SetWindowPos(form, HWND_TOPMOST, 60, 60, 0, 0, SWP_NOSIZE);
         SetForegroundWindow(form);
         SetFocus(m_tree);
+        // A hand that works this fast would double-click all the time.
+        SetDoubleClickTime(1);
         Wait(30);
     }
+    ~RealHand() override { SetDoubleClickTime(m_doubleClick); }
     void Press(Point where, short button) override
     {
         MoveTo(where);
@@ -96,6 +99,7 @@ private:
     }
 
     HWND m_tree;
+    UINT m_doubleClick = GetDoubleClickTime();
     short m_button = 1;
 };
 

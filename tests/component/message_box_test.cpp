@@ -1,0 +1,220 @@
+#include <windows.h>
+
+// The module's procedure has the name that this macro changes.
+#undef MessageBox
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <vector>
+
+#include "diagnostics/message_box.h"
+#include "platform/win32/win32_platform.h"
+
+namespace sylvex::test {
+namespace {
+
+constexpr const wchar_t* kCaption = L"Sylvex box under test";
+
+RECT PlaceOf(HWND window)
+{
+    RECT place{};
+    GetWindowRect(window, &place);
+    return place;
+}
+
+POINT MiddleOf(const RECT& place) { return {(place.left + place.right) / 2, (place.top + place.bottom) / 2}; }
+
+HWND CheckIn(HWND box) { return GetDlgItem(box, 0x5001); }
+
+void Press(WORD key)
+{
+    INPUT inputs[2]{};
+    for (INPUT& input : inputs) {
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = key;
+    }
+    inputs[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    SendInput(2, inputs, sizeof(INPUT));
+}
+
+/// A real box over a real form, with hands that act while it is open.
+class RealMessageBox : public testing::Test {
+protected:
+    RealMessageBox() : m_form(MakeForm({200, 150, 800, 600})) {}
+    ~RealMessageBox() override { DestroyWindow(m_form); }
+
+    static HWND MakeForm(const RECT& place)
+    {
+        const HWND form = CreateWindowExW(0, L"STATIC", L"Form", WS_OVERLAPPEDWINDOW | WS_VISIBLE, place.left, place.top,
+                                          place.right - place.left, place.bottom - place.top, nullptr, nullptr,
+                                          GetModuleHandleW(nullptr), nullptr);
+        SetForegroundWindow(form);
+        return form;
+    }
+    /// Shows a box; the steps run one after another while it is open, 80 ms apart, and it is closed behind the last.
+    int Show(HWND owner, bool centred, const std::wstring& check, std::vector<std::function<void(HWND)>> steps = {},
+             const std::wstring& caption = kCaption, const std::wstring& text = L"Some text of the box")
+    {
+        std::size_t step = 0;
+        const auto hands = m_platform.Get().timers.Create([&] {
+            const HWND box = FindWindowW(L"#32770", caption.c_str());
+            if (!box) return;
+            if (step < steps.size()) return steps[step++](box);
+            PostMessageW(box, WM_COMMAND, IDOK, 0);
+        });
+        hands->SetInterval(80);
+        hands->SetEnabled(true);
+        const int result = m_module.MessageBox(reinterpret_cast<WindowHandle>(owner), text, kBoxOk, caption, centred, check,
+                                               m_ticked);
+        EXPECT_EQ(step, steps.size());
+        return result;
+    }
+    /// Whether a timer of the module is still set for this window.
+    static bool TimersLeft(HWND window)
+    {
+        const BOOL centring = KillTimer(window, 0x5001);
+        const BOOL reading = KillTimer(window, 0x5003);
+        return centring || reading;
+    }
+
+    Win32Platform m_platform;
+    MManipulateMsgBox m_module{m_platform.Get()};
+    HWND m_form;
+    bool m_ticked = true;
+};
+
+TEST_F(RealMessageBox, IsCentredOverItsOwnerAndLeavesNoTimer)
+{
+    RECT place{};
+    EXPECT_EQ(Show(m_form, true, L"", {[&](HWND box) {
+        place = PlaceOf(box);
+        EXPECT_EQ(CheckIn(box), nullptr);
+    }}), IDOK);
+    EXPECT_NEAR(MiddleOf(place).x, 500, 1);
+    EXPECT_NEAR(MiddleOf(place).y, 375, 1);
+    EXPECT_FALSE(m_ticked);
+    EXPECT_FALSE(TimersLeft(m_form));
+}
+
+TEST_F(RealMessageBox, StaysOnTheScreenWhereverItsOwnerIs)
+{
+    MONITORINFO screen{};
+    screen.cbSize = sizeof screen;
+    GetMonitorInfoW(MonitorFromWindow(m_form, MONITOR_DEFAULTTONEAREST), &screen);
+    const RECT& area = screen.rcWork;
+    for (const RECT& at : {RECT{-500, -300, -100, -50}, RECT{area.right - 100, area.bottom - 60, area.right + 400, area.bottom + 200}}) {
+        const HWND form = MakeForm(at);
+        Show(form, true, L"Check", {[&](HWND box) {
+            const RECT place = PlaceOf(box);
+            EXPECT_GE(place.left, area.left);
+            EXPECT_GE(place.top, area.top);
+            EXPECT_LE(place.right, area.right);
+            EXPECT_LE(place.bottom, area.bottom);
+        }});
+        DestroyWindow(form);
+    }
+    Show(nullptr, true, L"", {[&](HWND box) {
+        EXPECT_NEAR(MiddleOf(PlaceOf(box)).x, MiddleOf(area).x, 1);
+        EXPECT_NEAR(MiddleOf(PlaceOf(box)).y, MiddleOf(area).y, 1);
+    }});
+}
+
+TEST_F(RealMessageBox, TheCheckBoxIsReachedAndTickedByTheKeyboard)
+{
+    RECT room{};
+    const int result = Show(m_form, true, L"&Do not tell me again, whatever happens to the folders in this tree", {
+        [&](HWND box) {
+            const HWND check = CheckIn(box);
+            ASSERT_NE(check, nullptr);
+            EXPECT_EQ(GetWindowLongPtrW(check, GWL_STYLE), 0x50010003);
+            EXPECT_EQ(SendMessageW(check, WM_GETFONT, 0, 0), SendMessageW(box, WM_GETFONT, 0, 0));
+            const RECT place = PlaceOf(check);
+            GetClientRect(box, &room);
+            MapWindowPoints(box, nullptr, reinterpret_cast<POINT*>(&room), 2);
+            EXPECT_TRUE(place.left >= room.left && place.right <= room.right && place.bottom <= room.bottom);
+            EXPECT_GE(place.top, PlaceOf(GetDlgItem(box, IDOK)).bottom);
+            Press(VK_TAB);
+        },
+        [&](HWND box) {
+            EXPECT_EQ(GetFocus(), CheckIn(box));
+            // Faster than any timer: the box closes with the tick.
+            Press(VK_SPACE);
+            Press(VK_RETURN);
+        }});
+    EXPECT_EQ(result, IDOK);
+    EXPECT_TRUE(m_ticked);
+    EXPECT_FALSE(TimersLeft(m_form));
+}
+
+TEST_F(RealMessageBox, AnotherCheckBoxBeginsUntickedAndMayBeTickedTwice)
+{
+    const auto flip = [](HWND box) { SendMessageW(CheckIn(box), BM_CLICK, 0, 0); };
+    Show(m_form, true, L"Check", {flip});
+    EXPECT_TRUE(m_ticked);
+    Show(m_form, true, L"Check", {flip, flip});
+    EXPECT_FALSE(m_ticked);
+    Show(m_form, false, L"Check", {[](HWND box) { EXPECT_EQ(CheckIn(box), nullptr); }});
+    EXPECT_FALSE(m_ticked);
+}
+
+TEST_F(RealMessageBox, LeavesNoTimerWhenItClosesAtOnceOrItsOwnerGoes)
+{
+    const UINT_PTR closer = SetTimer(m_form, 1, 0, [](HWND form, UINT, UINT_PTR timer, DWORD) {
+        KillTimer(form, timer);
+        if (const HWND box = FindWindowW(L"#32770", kCaption)) EndDialog(box, IDOK);
+    });
+    Show(m_form, true, L"Check");
+    KillTimer(m_form, closer);
+    EXPECT_FALSE(TimersLeft(m_form));
+    const HWND form = MakeForm({300, 300, 700, 600});
+    Show(form, true, L"Check", {[&](HWND) { DestroyWindow(form); }});
+    EXPECT_FALSE(IsWindow(form));
+    EXPECT_EQ(FindWindowW(L"#32770", kCaption), nullptr);
+}
+
+TEST_F(RealMessageBox, NeverMistakesAnotherWindowForTheBox)
+{
+    // A host's own dialog with the title that the box gets from the host's name.
+    const HWND form = CreateWindowExW(0, L"#32770", kCaption, WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200, nullptr,
+                                      nullptr, GetModuleHandleW(nullptr), nullptr);
+    const RECT before = PlaceOf(form);
+    Win32BoxTools tools;
+    EXPECT_EQ(tools.FindBox(reinterpret_cast<WindowHandle>(form), kCaption), 0u);
+    EXPECT_EQ(tools.FindBox(0, kCaption), 0u);
+    EXPECT_TRUE(EqualRect(&before, [&] { static RECT now; return now = PlaceOf(form), &now; }()));
+    DestroyWindow(form);
+}
+
+TEST_F(RealMessageBox, AMinimisedOwnerComesBackAndAMaximisedOneStays)
+{
+    ShowWindow(m_form, SW_MINIMIZE);
+    Show(m_form, true, L"", {[&](HWND) { EXPECT_FALSE(IsIconic(m_form)); }});
+    ShowWindow(m_form, SW_MAXIMIZE);
+    Show(m_form, true, L"", {[&](HWND) { EXPECT_TRUE(IsZoomed(m_form)); }});
+}
+
+TEST_F(RealMessageBox, AVeryLongTextStillHasItsButtonInSight)
+{
+    for (const std::size_t length : {400u, 40'000u}) {
+        Show(m_form, true, L"", {[&](HWND box) {
+            const POINT middle = MiddleOf(PlaceOf(GetDlgItem(box, IDOK)));
+            EXPECT_TRUE(middle.x >= 0 && middle.x < GetSystemMetrics(SM_CXSCREEN)) << middle.x;
+            EXPECT_TRUE(middle.y >= 0 && middle.y < GetSystemMetrics(SM_CYSCREEN)) << middle.y;
+        }}, kCaption, std::wstring(length, L'm'));
+    }
+}
+
+TEST(RealNetwork, LocalPathsAnswerAndOthersAreAskedForAShortTime)
+{
+    Win32Network network;
+    EXPECT_TRUE(network.Answers(L"C:\\windows"));
+    EXPECT_TRUE(network.Answers(L""));
+    EXPECT_TRUE(network.Answers(L"\\\\?\\C:\\windows"));
+    const DWORD begin = GetTickCount();
+    network.Answers(L"\\\\no-such-server\\share\\x");
+    EXPECT_LT(GetTickCount() - begin, 2000u);
+}
+
+}  // namespace
+}  // namespace sylvex::test
