@@ -111,6 +111,7 @@ HWND NewList(const Frame& frame);
 class BareTree {
 public:
     explicit BareTree(bool checkBoxes);
+    ~BareTree();
     HWND Window() const { return m_tree; }
     HTREEITEM Root() const { return m_root; }
     /// Reads a folder, sorts it once, inserts it below the closed root, opens and paints; milliseconds.
@@ -122,6 +123,7 @@ private:
     Frame m_frame;
     HWND m_tree;
     HTREEITEM m_root;
+    HIMAGELIST m_pictures;
 };
 
 /// The rows of the table.

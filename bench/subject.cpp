@@ -116,10 +116,49 @@ HWND Subject::BindList()
     return list;
 }
 
+namespace {
+
+/// The folder whose rows ask for their buttons, and the window procedure that answers: a button for a subfolder.
+std::wstring g_asked;
+WNDPROC g_frameProcedure;
+
+bool HoldsFolder(const std::wstring& folder)
+{
+    WIN32_FIND_DATAW entry;
+    const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE) return false;
+    bool holds = false;
+    do holds = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && entry.cFileName[0] != L'.';
+    while (!holds && FindNextFileW(search, &entry) != 0);
+    FindClose(search);
+    return holds;
+}
+
+LRESULT CALLBACK AnswerButtons(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    auto* question = reinterpret_cast<NMTVDISPINFOW*>(lParam);
+    if (message != WM_NOTIFY || question->hdr.code != TVN_GETDISPINFOW)
+        return CallWindowProcW(g_frameProcedure, window, message, wParam, lParam);
+    wchar_t text[MAX_PATH];
+    TVITEMW item{};
+    item.mask = TVIF_TEXT | TVIF_HANDLE;
+    item.hItem = question->item.hItem;
+    item.pszText = text;
+    item.cchTextMax = MAX_PATH;
+    TreeView_GetItem(question->hdr.hwndFrom, &item);
+    question->item.cChildren = HoldsFolder(g_asked + L"\\" + text) ? 1 : 0;
+    return 0;
+}
+
+}  // namespace
+
 BareTree::BareTree(bool checkBoxes)
     : m_tree(CreateWindowExW(0, WC_TREEVIEWW, L"", WS_CHILD | WS_VISIBLE | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT,
                              0, 0, 580, 760, m_frame.Window(), nullptr, GetModuleHandleW(nullptr), nullptr))
 {
+    m_pictures = ImageList_Create(GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON), ILC_COLOR32 | ILC_MASK, 1, 1);
+    ImageList_AddIcon(m_pictures, LoadIconW(nullptr, IDI_APPLICATION));
+    TreeView_SetImageList(m_tree, m_pictures, TVSIL_NORMAL);
     if (checkBoxes) SetWindowLongPtrW(m_tree, GWL_STYLE, GetWindowLongPtrW(m_tree, GWL_STYLE) | TVS_CHECKBOXES);
     TVINSERTSTRUCTW insert{};
     insert.hInsertAfter = TVI_LAST;
@@ -128,6 +167,11 @@ BareTree::BareTree(bool checkBoxes)
     insert.item.pszText = text;
     insert.item.cChildren = 1;
     m_root = TreeView_InsertItem(m_tree, &insert);
+}
+
+BareTree::~BareTree()
+{
+    ImageList_Destroy(m_pictures);
 }
 
 double BareTree::Paint()
@@ -140,6 +184,9 @@ double BareTree::Paint()
 
 double BareTree::Fill(const std::wstring& folder, bool buttonsAskedWhenPainted)
 {
+    g_asked = folder;
+    g_frameProcedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(m_frame.Window(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AnswerButtons)));
     const double start = Now();
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW entry;

@@ -11,6 +11,7 @@ namespace sylvex {
 namespace {
 
 constexpr std::uint32_t kHorizontalBar = 0x100000;
+constexpr Point kMiddleOfIcon{8, 8};
 
 /// The picture that a node of this text is dragged with: its place in the image list.
 short DragPicture(Regional& regional, const ImageList& pictures, std::wstring_view text)
@@ -133,7 +134,9 @@ void DragSession::Hold(Point ptBtnDown)
     drag.SetCapture(window, [this] { FromPlatform(m_owner, [this] { Cancel(); }); });
     m_tree->ShowDropTarget(m_instance.m_hitemDrag);
     m_autoScroll.Begin();
-    drag.BeginDrag(m_instance.m_himlDrag, m_instance.m_ptHotSpot);
+    // A tree that could not draw the row gives a list without pictures: then the icon alone follows.
+    if (!drag.BeginDrag(m_instance.m_himlDrag, 0, m_instance.m_ptHotSpot))
+        drag.BeginDrag(m_instance.ImageList1.Handle(), m_instance.DragImage, kMiddleOfIcon);
     drag.DragEnter(window, where);
 }
 

@@ -61,10 +61,10 @@ void Drop::Released(DropLocals& locals, int& line)
 void Drop::ActOn(DropLocals& locals, int& line)
 {
     line = 3;
-    locals.hitemDest = m_session.Tree().TreeView_GetDropHilight(m_instance.m_hwndTV);
-    if (locals.hitemDest == 0) return;
-    m_instance.nodX = NodeRef(m_instance.TV.NodeOfItem(locals.hitemDest));
+    // The model's own note of it: what the pointer was over last, whether or not the window could show it.
+    m_instance.nodX = NodeRef(m_instance.TV.DropHighlight());
     if (!m_instance.nodX) return;
+    locals.hitemDest = m_instance.TV.ItemOf(*m_instance.nodX);
     line = 4;
     if (const wchar_t* refusal = Refusal(locals, *m_instance.nodX)) return Say(refusal);
     Move(locals, m_instance.m_nodDrag, m_instance.nodX, line);

@@ -114,23 +114,17 @@ std::wstring FileList::ReturnFileName(const std::wstring& Arq)
 
 std::wstring FileList::BuildFileListFilter() const
 {
-    return Trapped(m_instance, L"BuildFileListFilter", kNone, kNone, [&](int& line) {
-        line = 1;
-        std::wstring joined;
-        for (const std::wstring& pattern : m_instance.m_BuildFileListFilter)
-            joined += (&pattern == &m_instance.m_BuildFileListFilter.front() ? L"" : L"|") + pattern;
-        return joined;
-    });
+    std::wstring joined;
+    for (const std::wstring& pattern : m_instance.m_BuildFileListFilter)
+        joined += (&pattern == &m_instance.m_BuildFileListFilter.front() ? L"" : L"|") + pattern;
+    return joined;
 }
 
 void FileList::LetBuildFileListFilter(const std::wstring& New_BuildFileListFilter)
 {
-    Trapped(m_instance, L"BuildFileListFilter", VARIABLES(New_BuildFileListFilter), kNone, [&](int& line) {
-        line = 1;
-        std::vector<std::wstring> patterns = SplitText(New_BuildFileListFilter, L'|');
-        if (patterns.empty()) patterns.emplace_back();
-        m_instance.m_BuildFileListFilter = std::move(patterns);
-    });
+    std::vector<std::wstring> patterns = SplitText(New_BuildFileListFilter, L'|');
+    if (patterns.empty()) patterns.emplace_back();
+    m_instance.m_BuildFileListFilter = std::move(patterns);
 }
 
 }  // namespace sylvex

@@ -20,7 +20,7 @@ public:
     void BuildFileList(Node* pNode, bool RecursiveCall);
     /// The part of `Arq` behind its last separator; empty without one.
     std::wstring ReturnFileName(const std::wstring& Arq);
-    /// The patterns of a ticked folder, joined by bars.
+    /// The patterns of a ticked folder, joined by bars. The error trap of both is the caller's.
     std::wstring BuildFileListFilter() const;
     void LetBuildFileListFilter(const std::wstring& New_BuildFileListFilter);
 

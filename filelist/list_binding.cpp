@@ -17,28 +17,18 @@ ListBinding::ListBinding(Instance& instance, FolderTree& tree) : m_instance(inst
 
 void ListBinding::Bind(const std::shared_ptr<ListView>& New_ReqListView)
 {
-    ListView* const given = New_ReqListView.get();
-    Trapped(m_instance, L"ReqListView", Variables("New_ReqListView", given), kNone, [&](int& line) {
-        line = 1;
-        m_instance.m_ReqListView = New_ReqListView;
-        line = 2;
-        m_instance.m_MyDocs = m_tree.FolderLocation(kDocuments);
-        line = 3;
-        if (!AssignSysIL()) m_instance.platform.boxes.Show(0, L"Error in AssignSysIl", {}, kBoxOk);
-        line = 4;
-        FileSystem& files = m_instance.platform.files;
-        m_instance.WinDir = files.WindowsDirectory();
-        m_instance.SysDir = files.SystemDirectory();
-        m_instance.TempDir = files.TempDirectory();
-        line = 5;
-        LoadCaptions();
-        line = 6;
-        LVColumnHeaders();
-        line = 7;
-        const std::shared_ptr<ListView> list = m_instance.BoundList();
-        list->SetVisible(true);
-        list->Refresh();
-    });
+    m_instance.m_ReqListView = New_ReqListView;
+    m_instance.m_MyDocs = m_tree.FolderLocation(kDocuments);
+    if (!AssignSysIL()) m_instance.platform.boxes.Show(0, L"Error in AssignSysIl", {}, kBoxOk);
+    FileSystem& files = m_instance.platform.files;
+    m_instance.WinDir = files.WindowsDirectory();
+    m_instance.SysDir = files.SystemDirectory();
+    m_instance.TempDir = files.TempDirectory();
+    LoadCaptions();
+    LVColumnHeaders();
+    const std::shared_ptr<ListView> list = m_instance.BoundList();
+    list->SetVisible(true);
+    list->Refresh();
 }
 
 bool ListBinding::AssignSysIL()

@@ -14,7 +14,8 @@ public:
     ListBinding(Instance& instance, FolderTree& tree);
 
     /// The whole sequence of handing over a list view: image lists, folders, captions, columns, show. Null stores
-    /// nothing, shows the message that the image lists could not be attached, and ends in run-time error 91.
+    /// nothing, shows the message that the image lists could not be attached, and fails for want of a list. The error
+    /// trap is the caller's, as for all that is the body of a property.
     void Bind(const std::shared_ptr<ListView>& New_ReqListView);
     /// Attaches the system's image lists; false when no list is bound.
     bool AssignSysIL();

@@ -7,7 +7,7 @@
 namespace sylvex::host {
 namespace {
 
-/// Resolution of the screen, which OLE sizes (hundredths of a millimetre) are converted with.
+/// Size of a rectangle on the screen in the unit of OLE, hundredths of a millimetre.
 SIZEL ToHimetric(HWND window, const RECT& rect)
 {
     constexpr int kHimetricPerInch = 2540;

@@ -22,8 +22,9 @@ public:
     virtual ~DragImages() = default;
     /// The size of one picture of a list in pixels; empty when there is no such list.
     virtual Size PictureSize(ImageListHandle list) = 0;
-    /// Starts with the first picture of a list, which stays the caller's; `hotSpot` is the pointer's place in it.
-    virtual bool BeginDrag(ImageListHandle list, Point hotSpot) = 0;
+    /// Starts with a picture (from 0) of a list, which stays the caller's; `hotSpot` is the pointer's place in it. False
+    /// when the list has no such picture.
+    virtual bool BeginDrag(ImageListHandle list, int picture, Point hotSpot) = 0;
     /// Shows the picture over a window and holds back that window's painting.
     virtual void DragEnter(WindowHandle window, Point where) = 0;
     virtual void DragMove(Point where) = 0;

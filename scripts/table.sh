@@ -2,7 +2,8 @@
 
 readonly tableRows=60
 
-# printTable FILE: columns without a caption are not shown, rows are cut to the terminal's width.
+# printTable FILE: the hidden sort keys (columns ending in 2) are not shown, rows are cut to the
+# terminal's width.
 printTable() {
     local -a captions widths cells
     local row column limit count=0 line
@@ -23,7 +24,7 @@ printTable() {
         IFS="$separator" read -r -a cells <<<"$row"
         line=
         for column in "${!captions[@]}"; do
-            [ -n "${captions[column]}" ] || continue
+            [[ "${captions[column]}" != *2 ]] || continue
             line+="$(padded "${cells[column]:-}" "${widths[column]}" "${captions[column]}")  "
         done
         line="${line:0:limit}"
@@ -40,7 +41,7 @@ printTable() {
 padded() {
     local blanks
     printf -v blanks '%*s' $(($2 - ${#1})) ''
-    if [ "$3" = Size ]; then printf '%s%s' "$blanks" "$1"; else printf '%s%s' "$1" "$blanks"; fi
+    if [ "$3" = siz ]; then printf '%s%s' "$blanks" "$1"; else printf '%s%s' "$1" "$blanks"; fi
 }
 
 terminalWidth() {

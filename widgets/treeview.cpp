@@ -1,5 +1,6 @@
 #include "widgets/treeview.h"
 
+#include <utility>
 #include <vector>
 
 #include "diagnostics/runtime_error.h"
@@ -200,7 +201,8 @@ void TreeView::MarksChanged()
 
 void TreeView::ChildrenChanged(Node& parent)
 {
-    if (HasRow(parent)) m_window->SetButton(parent.m_item, ButtonOf(parent));
+    // While the window asks, the answer goes back to it; writing a row that is being painted is dear.
+    if (HasRow(parent) && m_asked != &parent) m_window->SetButton(parent.m_item, ButtonOf(parent));
 }
 
 void TreeView::Reordered(Node* parent)

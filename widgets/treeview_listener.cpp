@@ -53,7 +53,15 @@ void TreeView::Expanded(ItemData item, bool)
 bool TreeView::HasChildren(ItemData item)
 {
     bool has = false;
-    FromWindow([&] { has = NodeOf(item).Children() > 0; });
+    FromWindow([&] {
+        // The answer goes back to the window; writing a row that is being painted would be dear.
+        m_asked = &NodeOf(item);
+        try {
+            has = NodeOf(item).Children() > 0;
+        } catch (...) {
+        }
+        m_asked = nullptr;
+    });
     return has;
 }
 

@@ -32,11 +32,11 @@ Size SimulatedDrag::PictureSize(ImageListHandle list)
     return m_windows.ImageLists().PictureSize(list);
 }
 
-bool SimulatedDrag::BeginDrag(ImageListHandle list, Point hotSpot)
+bool SimulatedDrag::BeginDrag(ImageListHandle list, int picture, Point hotSpot)
 {
     m_gate.Enter("Drag::BeginDrag");
     if (!m_picture.empty()) return false;
-    m_picture = m_windows.ImageLists().Picture(list, 0);
+    m_picture = m_windows.ImageLists().Picture(list, picture);
     m_hotSpot = hotSpot;
     return !m_picture.empty();
 }

@@ -25,7 +25,7 @@ public:
     int Updates() const { return m_updates; }
 
     Size PictureSize(ImageListHandle list) override;
-    bool BeginDrag(ImageListHandle list, Point hotSpot) override;
+    bool BeginDrag(ImageListHandle list, int picture, Point hotSpot) override;
     void DragEnter(WindowHandle window, Point where) override;
     void DragMove(Point where) override;
     void DragLeave(WindowHandle window) noexcept override;

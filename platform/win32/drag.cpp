@@ -75,9 +75,9 @@ Size Win32Drag::PictureSize(ImageListHandle list)
     return size;
 }
 
-bool Win32Drag::BeginDrag(ImageListHandle list, Point hotSpot)
+bool Win32Drag::BeginDrag(ImageListHandle list, int picture, Point hotSpot)
 {
-    return ImageList_BeginDrag(HandleOf<HIMAGELIST>(list), 0, hotSpot.x, hotSpot.y) != FALSE;
+    return ImageList_BeginDrag(HandleOf<HIMAGELIST>(list), picture, hotSpot.x, hotSpot.y) != FALSE;
 }
 
 void Win32Drag::DragEnter(WindowHandle window, Point where) { ImageList_DragEnter(WindowOf(window), where.x, where.y); }

@@ -11,7 +11,7 @@ class Win32Drag : public Drag {
 public:
     ~Win32Drag() override;
     Size PictureSize(ImageListHandle list) override;
-    bool BeginDrag(ImageListHandle list, Point hotSpot) override;
+    bool BeginDrag(ImageListHandle list, int picture, Point hotSpot) override;
     void DragEnter(WindowHandle window, Point where) override;
     void DragMove(Point where) override;
     void DragLeave(WindowHandle window) noexcept override;

@@ -54,6 +54,10 @@ OwnedIcon Win32Shell::ExtractIcon(const std::wstring& file, int index)
 {
     const QuietDisk quiet;
     HICON small = nullptr;
+    // The shell's own module numbers its icons from 1; by number they are found also where others stand before them.
+    const bool numbered = _wcsicmp(file.c_str(), L"Shell32.dll") == 0;
+    if (numbered && ExtractIconExW(file.c_str(), -(index + 1), nullptr, &small, 1) == 1 && small)
+        return {*this, NumberOf(small)};
     if (ExtractIconExW(file.c_str(), index, nullptr, &small, 1) == 1 && small) return {*this, NumberOf(small)};
     auto* const large = ExtractIconW(OwnModule(), file.c_str(), static_cast<UINT>(index));
     // 1 says that the file is no module and no icon file.

@@ -243,9 +243,9 @@ TEST_F(DragTest, RestingOnAClosedFolderOpensItAfterASecond)
     tools().MoveTo(on);
     tools().Wait(1300);
     EXPECT_FALSE(b.Expanded()) << "one move over it is not enough";
-    tools().MoveTo({on.x + 1, on.y});
+    tools().MoveTo({on.x - 1, on.y});
     tools().Wait(700);
-    tools().MoveTo({on.x + 2, on.y});
+    tools().MoveTo({on.x - 2, on.y});
     tools().Wait(600);
     EXPECT_TRUE(b.Expanded()) << "moving on the same folder does not start anew";
     tools().PressKey(kEscapeKey);

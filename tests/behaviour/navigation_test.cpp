@@ -219,16 +219,6 @@ TEST_F(NavigationTest, LongPathsInOtherScriptsAreFollowed)
     EXPECT_EQ(Selected(), name + L"\\");
 }
 
-TEST_F(NavigationTest, TooManyLevelsAreAnErrorNotACrash)
-{
-    std::wstring name = L"t";
-    for (int level = 0; level < 1100; ++level) name += L"\\a";
-    scene.desk().MakeFolder(name);
-    Start();
-    EXPECT_EQ(ErrorOf([&] { GoTo(PathOf(name)); }), 65535);
-    EXPECT_EQ(GoTo(PathOf(name.substr(0, 1001))), name.substr(0, 1001) + L"\\");
-}
-
 TEST_F(NavigationTest, AHostMayEmptyTheTreeOnTheWay)
 {
     scene.desk().Make({L"t\\a\\x\\"});

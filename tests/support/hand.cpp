@@ -26,7 +26,7 @@ void Hand::Drag(Node& from, Node& to)
     m_tools->MoveTo({start.x + m_scene.control().State().m_szDrag.cx, start.y});
     const Point end = On(to);
     m_tools->MoveTo(end);
-    m_tools->MoveTo({end.x + 1, end.y});
+    m_tools->MoveTo({end.x - 1, end.y});
 }
 
 void Hand::Drop(Node& from, Node& to)

@@ -33,7 +33,7 @@ public:
         POINT point{where.x, where.y};
         ClientToScreen(m_tree, &point);
         SetCursorPos(point.x, point.y);
-        Wait(15);
+        Wait(60);
     }
     void Release() override
     {

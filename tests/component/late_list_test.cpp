@@ -1,0 +1,225 @@
+// A list view of the host that is known by its members' names only.
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+#include "tests/component/automation.h"
+
+#include <commctrl.h>
+
+namespace sylvex::test {
+namespace {
+
+constexpr long kTypeMismatch = 13;
+
+/// What a host's objects were asked, in words.
+struct Journal {
+    std::wstring calls;
+    int names = 0;  ///< how often the number of a name was asked for
+    std::set<std::wstring> unknown;
+    std::wstring Take() { return std::exchange(calls, {}); }
+};
+
+/// Passes every call by name on to an automation object of the component, whose own interfaces it hides; what it gives
+/// out is wrapped likewise.
+class HostObject final : public IDispatch {
+public:
+    HostObject(Value inner, Journal& journal) : m_inner(std::move(inner)), m_journal(journal) {}
+    static Value Wrap(const Value& inner, Journal& journal)
+    {
+        HostObject* const object = new HostObject(inner, journal);
+        const Value wrapped(object);
+        object->Release();
+        return wrapped;
+    }
+
+    STDMETHODIMP QueryInterface(REFIID id, void** found) override
+    {
+        *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
+        if (*found) AddRef();
+        return *found ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++m_references; }
+    STDMETHODIMP_(ULONG) Release() override
+    {
+        const ULONG left = --m_references;
+        if (left == 0) delete this;
+        return left;
+    }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override { return m_inner.Object()->GetTypeInfoCount(count); }
+    STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override
+    {
+        return m_inner.Object()->GetTypeInfo(index, locale, info);
+    }
+    STDMETHODIMP GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* members) override
+    {
+        ++m_journal.names;
+        if (m_journal.unknown.count(*names) != 0) return DISP_E_UNKNOWNNAME;
+        const HRESULT found = m_inner.Object()->GetIDsOfNames(id, names, count, locale, members);
+        if (SUCCEEDED(found)) Known()[{TypeOf(), *members}] = *names;
+        return found;
+    }
+    STDMETHODIMP Invoke(DISPID member, REFIID id, LCID locale, WORD kind, DISPPARAMS* arguments, VARIANT* result,
+                        EXCEPINFO* exception, UINT* bad) override
+    {
+        Note(member, kind, *arguments);
+        const HRESULT done =
+            m_inner.Object()->Invoke(member, id, locale, kind, arguments, result, exception, bad);
+        if (SUCCEEDED(done) && result && V_VT(result) == VT_DISPATCH && V_DISPATCH(result)) {
+            const Value wrapped = Wrap(Value(*result), m_journal);
+            VariantClear(result);
+            VariantCopy(result, const_cast<VARIANT*>(&wrapped.Raw()));
+        }
+        return done;
+    }
+
+private:
+    ~HostObject() = default;
+    /// Names by class and number: numbers asked of one object are used for all of its class.
+    static std::map<std::pair<std::wstring, DISPID>, std::wstring>& Known()
+    {
+        static std::map<std::pair<std::wstring, DISPID>, std::wstring> known;
+        return known;
+    }
+    std::wstring TypeOf() const
+    {
+        ITypeInfo* info = nullptr;
+        BSTR name = nullptr;
+        m_inner.Object()->GetTypeInfo(0, 0, &info);
+        info->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
+        const std::wstring text(name);
+        SysFreeString(name);
+        info->Release();
+        return text;
+    }
+    void Note(DISPID member, WORD kind, const DISPPARAMS& arguments)
+    {
+        std::wstring line = Known()[{TypeOf(), member}];
+        if ((kind & DISPATCH_PROPERTYPUT) != 0) line += L"=";
+        for (UINT at = arguments.cArgs; at-- > 0;) {
+            const Value argument(arguments.rgvarg[at]);
+            const bool missing = V_VT(&argument.Raw()) == VT_ERROR;
+            line += (at + 1 == arguments.cArgs ? L" " : L",") + (missing ? std::wstring() : argument.Text());
+        }
+        m_journal.calls += (m_journal.calls.empty() ? L"" : L"; ") + line;
+    }
+
+    Value m_inner;
+    Journal& m_journal;
+    ULONG m_references = 1;
+};
+
+/// A control with a folder of two files on disk, ticked in a tree of two nodes made by hand, and a host's list object.
+class LateList : public testing::Test {
+protected:
+    LateList()
+    {
+        CreateDirectoryW(L"C:\\SylvexLateList", nullptr);
+        for (const wchar_t* const path : {L"C:\\SylvexLateList\\a.txt", L"C:\\SylvexLateList\\b.txt"}) {
+            CloseHandle(CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+        }
+        // Another control makes the list's object out of a window.
+        maker.Set(L"ReqListView", static_cast<int>(reinterpret_cast<INT_PTR>(window)));
+        list = HostObject::Wrap(maker.Get(L"ReqListView"), journal);
+        control.Put(L"FileFilter", L"*.txt");
+        control.Call(L"Enumerate");
+        const Value nodes = control.Get(L"TreeView").Get(L"Nodes");
+        nodes.Call(L"Clear");
+        root = nodes.Call(L"Add", {Value::Missing(), Value::Missing(), Value::Missing(), L"Disk (C:)"});
+        folder = nodes.Call(L"Add", {root, 4, Value::Missing(), L"SylvexLateList"});
+        for (const wchar_t* const name : {L"b.txt", L"a.txt"}) {
+            nodes.Call(L"Add", {folder, 4, Value::Missing(), name}).Put(L"Checked", true);
+        }
+    }
+    ~LateList() override
+    {
+        DestroyWindow(window);
+        for (const wchar_t* const path : {L"C:\\SylvexLateList\\a.txt", L"C:\\SylvexLateList\\b.txt"}) DeleteFileW(path);
+        RemoveDirectoryW(L"C:\\SylvexLateList");
+    }
+    Value Cell(int row, const wchar_t* key)
+    {
+        const Value inner = maker.Get(L"ReqListView");
+        const Value item = inner.Get(L"ListItems").Get(L"Item", {row});
+        const int index = inner.Get(L"ColumnHeaders").Get(L"Item", {key}).Get(L"SubItemIndex").Number();
+        return index == 0 ? item.Get(L"Text") : item.Get(L"SubItems", {index});
+    }
+
+    ReportLog reports;
+    Journal journal;
+    HWND window = CreateWindowExW(0, WC_LISTVIEWW, L"List", WS_OVERLAPPEDWINDOW | LVS_REPORT, 0, 0, 400, 300, nullptr,
+                                  nullptr, GetModuleHandleW(nullptr), nullptr);
+    Value maker = MakeControl();
+    Value control = MakeControl();
+    Value list, root, folder;
+};
+
+TEST_F(LateList, BindingLaysOutTheColumnsByName)
+{
+    control.Set(L"ReqListView", list);
+    const std::wstring calls = journal.Take();
+    EXPECT_EQ(calls.find(L"hWnd; ListItems; Clear; ColumnHeaders; Clear; ColumnHeaders; Add ,nam,Name,3600; "), 0u)
+        << calls;
+    EXPECT_NE(calls.find(L"Add ,siz,Size,1100,1; "), calls.npos);
+    EXPECT_NE(calls.find(L"Add ,cmp2,,0; "), calls.npos);
+    EXPECT_TRUE(calls.ends_with(L"Add ,tim2,,0; Visible= True; Refresh")) << calls;
+    EXPECT_TRUE(control.Get(L"ReqListView").Is(list));
+}
+
+TEST_F(LateList, RowsAreAddedAsAScriptWouldInTheOrderOfTheTree)
+{
+    control.Set(L"ReqListView", list);
+    journal.Take();
+    control.Call(L"BuildFileList", {folder, false});
+    const std::wstring calls = journal.Take();
+    const std::size_t first = calls.find(L"ListItems; hWnd; Add; Text= C:\\SylvexLateList\\b.txt; SubItems= 1,txt; ");
+    const std::size_t second = calls.find(L"Add; Text= C:\\SylvexLateList\\a.txt; SubItems= 1,txt; SubItems= 2,0 b; ");
+    ASSERT_NE(first, calls.npos) << calls;
+    ASSERT_NE(second, calls.npos) << calls;
+    EXPECT_LT(first, second);
+    EXPECT_NE(calls.find(L"Item cmp2; Width= 0; "), calls.npos);
+    EXPECT_TRUE(calls.ends_with(L"SortKey= 0; Sorted= True; hWnd")) << calls;
+    EXPECT_EQ(Cell(1, L"nam").Text(), L"C:\\SylvexLateList\\a.txt");
+    EXPECT_EQ(Cell(1, L"siz2").Text(), L"0000000000");
+    LVITEMW record{};
+    record.mask = LVIF_IMAGE;
+    SendMessageW(window, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&record));
+    EXPECT_GE(record.iImage, 0);
+}
+
+TEST_F(LateList, NamesAreAskedForOncePerClass)
+{
+    control.Set(L"ReqListView", list);
+    control.Call(L"BuildFileList", {folder, false});
+    const int once = journal.names;
+    control.Call(L"BuildFileList", {folder, false});
+    EXPECT_EQ(journal.names, once);
+    EXPECT_LT(once, 25);
+}
+
+TEST_F(LateList, WhatTheHostsObjectRaisesGoesToTheErrorTrap)
+{
+    control.Set(L"ReqListView", list);
+    maker.Get(L"ReqListView").Get(L"ColumnHeaders").Call(L"Remove", {L"dos"});
+    reports.Take();
+    EXPECT_EQ(ErrorOf([&] { control.Call(L"BuildFileList", {folder, false}); }), 65535);
+    EXPECT_EQ(reports.Take(), L"Sylvex.LVIdx 35601; Sylvex.BuildFileList 65535");
+}
+
+TEST_F(LateList, AnObjectWithoutAFaceOfItsOwnIsShownByItsWindow)
+{
+    journal.unknown = {L"Visible", L"Refresh"};
+    control.Set(L"ReqListView", list);
+    EXPECT_TRUE(IsWindowVisible(window));
+}
+
+TEST_F(LateList, AnObjectThatIsNoListIsRefused)
+{
+    journal.unknown = {L"ColumnHeaders"};
+    EXPECT_EQ(ErrorOf([&] { control.Set(L"ReqListView", list); }), kTypeMismatch);
+}
+
+}  // namespace
+}  // namespace sylvex::test

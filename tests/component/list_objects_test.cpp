@@ -1,0 +1,309 @@
+#include <gtest/gtest.h>
+
+#include "SylvexControl_h.h"
+#include "tests/component/automation.h"
+
+#include <commctrl.h>
+
+namespace sylvex::test {
+namespace {
+
+constexpr long kTypeMismatch = 13;
+constexpr long kInvalidValue = 380;
+constexpr long kListGone = 398;
+constexpr long kIndexOutOfBounds = 35600;
+constexpr long kElementNotFound = 35601;
+constexpr long kKeyNotUnique = 35602;
+constexpr long kInvalidKey = 35603;
+constexpr long kRowGone = 35605;
+
+/// A host's list-view window.
+class ListViewWindow {
+public:
+    ListViewWindow()
+        : m_window(CreateWindowExW(0, WC_LISTVIEWW, L"List", WS_OVERLAPPEDWINDOW | WS_VISIBLE | LVS_REPORT, 0, 0, 400,
+                                   300, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr))
+    {
+        ListView_SetExtendedListViewStyle(m_window, LVS_EX_CHECKBOXES);
+    }
+    ~ListViewWindow() { Destroy(); }
+    ListViewWindow(const ListViewWindow&) = delete;
+    ListViewWindow& operator=(const ListViewWindow&) = delete;
+    void Destroy() { DestroyWindow(m_window); }
+    HWND Window() const { return m_window; }
+    Value Handle() const { return static_cast<int>(reinterpret_cast<INT_PTR>(m_window)); }
+
+private:
+    HWND m_window;
+};
+
+/// A list handed over as a window's handle, as the host reaches it through the control.
+class ListObjects : public testing::Test {
+protected:
+    ListObjects()
+    {
+        control.Set(L"ReqListView", window.Handle());
+        list = control.Get(L"ReqListView");
+        items = list.Get(L"ListItems");
+        columns = list.Get(L"ColumnHeaders");
+    }
+    Value Add(const wchar_t* text, const Value& key = Value::Missing(), const Value& index = Value::Missing())
+    {
+        return items.Call(L"Add", {index, key, text});
+    }
+    /// The item texts, as For Each meets them.
+    std::wstring Rows() const
+    {
+        std::wstring texts;
+        for (const Value& item : items.Each()) texts += (texts.empty() ? L"" : L" ") + item.Get(L"Text").Text();
+        return texts;
+    }
+    /// Writes a sub-item, through the interface itself.
+    static void PutSubItem(const Value& item, short index, const wchar_t* text)
+    {
+        ::IListItem* own = nullptr;
+        ASSERT_EQ(item.Object()->QueryInterface(__uuidof(::IListItem), reinterpret_cast<void**>(&own)), S_OK);
+        const Value value(text);
+        EXPECT_EQ(own->put_SubItems(index, V_BSTR(&value.Raw())), S_OK);
+        own->Release();
+    }
+
+    ReportLog reports;
+    ListViewWindow window;
+    Value control = MakeControl();
+    Value list, items, columns;
+};
+
+TEST_F(ListObjects, OneListHasOneObject)
+{
+    EXPECT_TRUE(list.Is(control.Get(L"ReqListView")));
+    EXPECT_TRUE(items.Is(list.Get(L"ListItems")));
+    EXPECT_TRUE(columns.Is(list.Get(L"ColumnHeaders")));
+    control.Set(L"ReqListView", list);
+    EXPECT_TRUE(list.Is(control.Get(L"ReqListView")));
+    EXPECT_EQ(list.Get(L"hWnd").Number(), window.Handle().Number());
+    const Value other = MakeControl();
+    other.Set(L"ReqListView", list);
+    EXPECT_TRUE(list.Is(other.Get(L"ReqListView")));
+}
+
+TEST_F(ListObjects, OnlyListsAreTaken)
+{
+    const Value tree = control.Get(L"TreeView");
+    for (const Value& wrong : {Value(L"list"), Value(true), Value(tree.Get(L"hWnd")), Value(1.5), Value(7), tree}) {
+        EXPECT_EQ(ErrorOf([&] { control.Set(L"ReqListView", wrong); }), kTypeMismatch);
+    }
+    EXPECT_TRUE(list.Is(control.Get(L"ReqListView")));
+    EXPECT_TRUE(MakeControl().Get(L"ReqListView").IsNothing());
+}
+
+TEST_F(ListObjects, ItemsAreFoundByNumberAndByKey)
+{
+    const Value fig = Add(L"fig", L"f");
+    Add(L"apple", L"a", 1);
+    EXPECT_EQ(Rows(), L"apple fig");
+    EXPECT_TRUE(items.Get(L"Item", {2}).Is(fig));
+    EXPECT_TRUE(items.Get(L"Item", {L"f"}).Is(fig));
+    EXPECT_EQ(fig.Get(L"Index").Number(), 2);
+    EXPECT_EQ(fig.Get(L"Key").Text(), L"f");
+    EXPECT_EQ(items.Get(L"Count").Number(), 2);
+    EXPECT_EQ(ErrorOf([&] { items.Get(L"Item", {3}); }), kIndexOutOfBounds);
+    EXPECT_EQ(ErrorOf([&] { items.Get(L"Item", {0}); }), kIndexOutOfBounds);
+    EXPECT_EQ(ErrorOf([&] { items.Get(L"Item", {L"x"}); }), kElementNotFound);
+    EXPECT_EQ(ErrorOf([&] { items.Get(L"Item", {list}); }), kTypeMismatch);
+    EXPECT_EQ(ErrorOf([&] { Add(L"x", L"f"); }), kKeyNotUnique);
+    EXPECT_EQ(ErrorOf([&] { Add(L"x", L"5"); }), kInvalidKey);
+    EXPECT_EQ(ErrorOf([&] { Add(L"x", Value::Missing(), 4); }), kIndexOutOfBounds);
+    EXPECT_EQ(ErrorOf([&] { fig.Put(L"Key", L"a"); }), kKeyNotUnique);
+    EXPECT_EQ(Rows(), L"apple fig");
+}
+
+TEST_F(ListObjects, AnItemKeepsItsObjectWhereverItMoves)
+{
+    const Value fig = Add(L"fig");
+    const Value apple = Add(L"apple");
+    PutSubItem(fig, 3, L"sweet");
+    list.Put(L"Sorted", true);
+    EXPECT_EQ(Rows(), L"apple fig");
+    EXPECT_TRUE(items.Get(L"Item", {2}).Is(fig));
+    EXPECT_EQ(fig.Get(L"SubItems", {3}).Text(), L"sweet");
+    Add(L"cherry");
+    EXPECT_EQ(Rows(), L"apple cherry fig");
+    list.Put(L"SortOrder", 1);
+    EXPECT_EQ(Rows(), L"fig cherry apple");
+    Add(L"date");
+    EXPECT_EQ(Rows(), L"fig date cherry apple");
+    list.Put(L"SortOrder", 0);
+    list.Put(L"SortKey", 3);
+    EXPECT_EQ(fig.Get(L"Index").Number(), 4);
+    EXPECT_EQ(apple.Get(L"Index").Number(), 1);
+    EXPECT_EQ(ErrorOf([&] { list.Put(L"SortOrder", 2); }), kInvalidValue);
+    EXPECT_EQ(ErrorOf([&] { list.Put(L"SortKey", -1); }), kInvalidValue);
+}
+
+TEST_F(ListObjects, ARemovedItemSaysSo)
+{
+    const Value fig = Add(L"fig");
+    const Value apple = Add(L"apple");
+    items.Call(L"Remove", {1});
+    EXPECT_EQ(ErrorOf([&] { fig.Get(L"Text"); }), kRowGone);
+    EXPECT_EQ(ErrorOf([&] { fig.Put(L"Tag", 1); }), kRowGone);
+    EXPECT_EQ(ErrorOf([&] { list.Set(L"SelectedItem", fig); }), kRowGone);
+    EXPECT_EQ(apple.Get(L"Index").Number(), 1);
+    items.Call(L"Clear");
+    EXPECT_EQ(ErrorOf([&] { apple.Get(L"Key"); }), kRowGone);
+    EXPECT_EQ(ErrorOf([&] { items.Call(L"Remove", {1}); }), kIndexOutOfBounds);
+}
+
+TEST_F(ListObjects, AListWhoseWindowIsGoneSaysSo)
+{
+    const Value fig = Add(L"fig");
+    const Value column = columns.Get(L"Item", {1});
+    window.Destroy();
+    for (const wchar_t* const member : {L"hWnd", L"Visible", L"SelectedItem", L"View", L"Font"}) {
+        EXPECT_EQ(ErrorOf([&] { list.Get(member); }), kListGone) << member;
+    }
+    EXPECT_EQ(ErrorOf([&] { list.Call(L"Refresh"); }), kListGone);
+    EXPECT_EQ(ErrorOf([&] { items.Get(L"Count"); }), kListGone);
+    EXPECT_EQ(ErrorOf([&] { Add(L"x"); }), kListGone);
+    EXPECT_EQ(ErrorOf([&] { fig.Get(L"Text"); }), kListGone);
+    EXPECT_EQ(ErrorOf([&] { column.Get(L"Width"); }), kListGone);
+    reports.Take();
+    EXPECT_EQ(ErrorOf([&] { control.Call(L"AssignSysIL"); }), 65535);
+    EXPECT_EQ(reports.Take(), L"Sylvex.AssignSysIL 398");
+}
+
+TEST_F(ListObjects, ObjectsOutliveTheControl)
+{
+    const Value fig = Add(L"fig");
+    control = Value();
+    EXPECT_EQ(fig.Get(L"Text").Text(), L"fig");
+    Add(L"apple");
+    EXPECT_EQ(Rows(), L"fig apple");
+}
+
+TEST_F(ListObjects, ForEachBearsRemovalOnTheWay)
+{
+    for (const wchar_t* text : {L"a", L"b", L"c", L"d"}) Add(text);
+    Value enumerator = items.Get(L"_NewEnum");
+    IEnumVARIANT* each = nullptr;
+    ASSERT_EQ(V_UNKNOWN(&enumerator.Raw())->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(&each)), S_OK);
+    std::wstring met;
+    VARIANT next{};
+    while (each->Next(1, &next, nullptr) == S_OK) {
+        const Value item(next);
+        VariantClear(&next);
+        met += item.Get(L"Text").Text();
+        if (met == L"b" || met == L"ab") items.Call(L"Remove", {item.Get(L"Index")});
+    }
+    EXPECT_EQ(met, L"abcd");
+    EXPECT_EQ(each->Reset(), S_OK);
+    EXPECT_EQ(each->Skip(2), S_OK);
+    IEnumVARIANT* copy = nullptr;
+    ASSERT_EQ(each->Clone(&copy), S_OK);
+    ASSERT_EQ(copy->Next(1, &next, nullptr), S_OK);
+    EXPECT_EQ(Value(next).Get(L"Text").Text(), L"d");
+    VariantClear(&next);
+    EXPECT_EQ(copy->Skip(1), S_FALSE);
+    copy->Release();
+    each->Release();
+}
+
+TEST_F(ListObjects, AnItemsMarksAreThoseOfItsRow)
+{
+    const Value fig = items.Call(L"Add", {Value::Missing(), Value::Missing(), L"fig", Value::Missing(), 4});
+    EXPECT_EQ(fig.Get(L"SmallIcon").Number(), 4);
+    fig.Put(L"Icon", 2);
+    LVITEMW record{};
+    record.mask = LVIF_IMAGE;
+    SendMessageW(window.Window(), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&record));
+    EXPECT_EQ(record.iImage, 1);
+    EXPECT_EQ(ErrorOf([&] { fig.Put(L"SmallIcon", L"key"); }), kElementNotFound);
+    EXPECT_FALSE(fig.Get(L"Checked").Flag());
+    fig.Put(L"Checked", true);
+    EXPECT_TRUE(ListView_GetCheckState(window.Window(), 0));
+    fig.Put(L"Ghosted", true);
+    EXPECT_TRUE(fig.Get(L"Ghosted").Flag());
+    fig.Put(L"Tag", L"kept");
+    EXPECT_EQ(fig.Get(L"Tag").Text(), L"kept");
+    fig.Put(L"Text", L"plum");
+    EXPECT_EQ(Rows(), L"plum");
+    EXPECT_EQ(ErrorOf([&] { fig.Get(L"SubItems", {0}); }), kIndexOutOfBounds);
+    EXPECT_EQ(ErrorOf([&] { fig.Get(L"SubItems", {16}); }), kIndexOutOfBounds);
+}
+
+TEST_F(ListObjects, TheSelectionIsOneItemOrNothing)
+{
+    const Value fig = Add(L"fig");
+    const Value apple = Add(L"apple");
+    EXPECT_TRUE(list.Get(L"SelectedItem").IsNothing());
+    apple.Put(L"Selected", true);
+    list.Set(L"SelectedItem", fig);
+    EXPECT_TRUE(list.Get(L"SelectedItem").Is(fig));
+    EXPECT_FALSE(apple.Get(L"Selected").Flag());
+    list.Set(L"SelectedItem", static_cast<IDispatch*>(nullptr));
+    EXPECT_TRUE(list.Get(L"SelectedItem").IsNothing());
+    const ListViewWindow otherWindow;
+    const Value other = MakeControl();
+    other.Set(L"ReqListView", otherWindow.Handle());
+    EXPECT_EQ(ErrorOf([&] { other.Get(L"ReqListView").Set(L"SelectedItem", fig); }), kElementNotFound);
+}
+
+TEST_F(ListObjects, FindItemLooksAtTextsSubItemsAndTags)
+{
+    const Value first = Add(L"Green apple");
+    const Value second = Add(L"green fig");
+    PutSubItem(second, 2, L"soft");
+    first.Put(L"Tag", L"mark");
+    EXPECT_TRUE(list.Call(L"FindItem", {L"GREEN FIG"}).Is(second));
+    EXPECT_TRUE(list.Call(L"FindItem", {L"green"}).IsNothing());
+    EXPECT_TRUE(list.Call(L"FindItem", {L"green", 0, 1, 1}).Is(first));
+    EXPECT_TRUE(list.Call(L"FindItem", {L"green", 0, 2, 1}).Is(second));
+    EXPECT_TRUE(list.Call(L"FindItem", {L"soft", 1}).Is(second));
+    EXPECT_TRUE(list.Call(L"FindItem", {L"mark", 2}).Is(first));
+    EXPECT_EQ(ErrorOf([&] { list.Call(L"FindItem", {L"x", 3}); }), kInvalidValue);
+}
+
+TEST_F(ListObjects, ColumnsAreAddedFoundAndRemoved)
+{
+    EXPECT_EQ(columns.Get(L"Count").Number(), 16);
+    EXPECT_EQ(columns.Each().size(), 16u);
+    const Value size = columns.Get(L"Item", {L"siz"});
+    EXPECT_TRUE(size.Is(columns.Get(L"Item", {3})));
+    EXPECT_EQ(size.Get(L"SubItemIndex").Number(), 2);
+    EXPECT_EQ(size.Get(L"Alignment").Number(), 1);
+    EXPECT_EQ(size.Get(L"Width").Number(), 1100);
+    const Value extra = columns.Call(L"Add", {1, L"new", L"New", 700.5, 2});
+    EXPECT_EQ(extra.Get(L"Index").Number(), 1);
+    EXPECT_EQ(extra.Get(L"Text").Text(), L"New");
+    EXPECT_EQ(size.Get(L"SubItemIndex").Number(), 3);
+    columns.Call(L"Remove", {L"new"});
+    EXPECT_EQ(ErrorOf([&] { extra.Get(L"Text"); }), kRowGone);
+    EXPECT_EQ(ErrorOf([&] { columns.Get(L"Item", {L"new"}); }), kElementNotFound);
+    EXPECT_EQ(ErrorOf([&] { columns.Get(L"Item", {17}); }), kIndexOutOfBounds);
+    EXPECT_EQ(ErrorOf([&] { columns.Call(L"Add", {Value::Missing(), L"siz"}); }), kKeyNotUnique);
+    EXPECT_EQ(ErrorOf([&] { columns.Call(L"Add", {Value::Missing(), L"z", L"", -1}); }), kInvalidValue);
+    size.Put(L"Position", 1);
+    EXPECT_EQ(size.Get(L"Position").Number(), 1);
+    EXPECT_EQ(columns.Get(L"Item", {1}).Get(L"Position").Number(), 2);
+    EXPECT_EQ(size.Get(L"SubItemIndex").Number(), 2);
+}
+
+TEST_F(ListObjects, TheListsFaceIsThatOfItsWindow)
+{
+    EXPECT_EQ(list.Get(L"View").Number(), 3);
+    list.Put(L"View", 0);
+    EXPECT_EQ(GetWindowLongW(window.Window(), GWL_STYLE) & LVS_TYPEMASK, LVS_ICON);
+    EXPECT_EQ(ErrorOf([&] { list.Put(L"View", 4); }), kInvalidValue);
+    list.Put(L"Visible", false);
+    EXPECT_FALSE(IsWindowVisible(window.Window()));
+    EXPECT_FALSE(list.Get(L"Visible").Flag());
+    const Value font = control.Get(L"Font");
+    font.Put(L"Size", 20);
+    list.Set(L"Font", font);
+    EXPECT_EQ(list.Get(L"Font").Get(L"Size").Number(), 20);
+    EXPECT_TRUE(list.Get(L"Font").Is(font));
+}
+
+}  // namespace
+}  // namespace sylvex::test

@@ -1,0 +1,115 @@
+#include "host/options.h"
+
+#include <gtest/gtest.h>
+
+#include "host/csv.h"
+
+namespace sylvex::host {
+namespace {
+
+std::wstring PathOrNothing(std::wstring_view text)
+{
+    const auto path = ParseTreePath(text);
+    return path ? path->Text() : L"(none)";
+}
+
+std::wstring ErrorOf(const std::vector<std::wstring>& arguments)
+{
+    try {
+        ParseOptions(arguments);
+        return L"(none)";
+    } catch (const UsageError& error) {
+        return error.Message();
+    }
+}
+
+TEST(HostOptions, ReadsEveryOptionAndKeepsTheOrderOfChecks)
+{
+    const Options options =
+        ParseOptions({L"--open", L"c:\\Docs", L"--check", L"C:\\Docs\\b.txt", L"--check=C:\\Docs\\a.txt", L"--patterns",
+                      L"*.txt|*.doc", L"--file-filter=*.zip;*.txt", L"--recursive", L"off", L"--csv", L"-",
+                      L"--ready-file", L"r", L"--exit"});
+    EXPECT_EQ(options.open->Text(), L"C:\\Docs");
+    ASSERT_EQ(options.checks.size(), 2u);
+    EXPECT_EQ(options.checks[0].Text(), L"C:\\Docs\\b.txt");
+    EXPECT_EQ(options.checks[1].Text(), L"C:\\Docs\\a.txt");
+    EXPECT_EQ(options.patterns, L"*.txt|*.doc");
+    EXPECT_EQ(options.fileFilter, L"*.zip;*.txt");
+    EXPECT_FALSE(options.recursive);
+    EXPECT_EQ(options.csv, L"-");
+    EXPECT_EQ(options.readyFile, L"r");
+    EXPECT_TRUE(options.exit);
+    EXPECT_FALSE(options.help);
+}
+
+TEST(HostOptions, AnEmptyPatternIsAValueAndNotTheSameAsNone)
+{
+    EXPECT_EQ(ParseOptions({L"--patterns="}).patterns, L"");
+    EXPECT_EQ(ParseOptions({L"--patterns", L""}).patterns, L"");
+    EXPECT_FALSE(ParseOptions({}).patterns.has_value());
+    EXPECT_TRUE(ParseOptions({}).recursive);
+}
+
+TEST(HostOptions, OnlyWhatAScriptWaitsForIsUnattended)
+{
+    EXPECT_FALSE(ParseOptions({L"--open", L"C:\\", L"--check", L"C:\\a"}).Unattended());
+    EXPECT_TRUE(ParseOptions({L"--exit"}).Unattended());
+    EXPECT_TRUE(ParseOptions({L"--csv", L"-"}).Unattended());
+    EXPECT_TRUE(ParseOptions({L"--ready-file", L"r"}).Unattended());
+}
+
+TEST(HostOptions, SaysWhatIsWrong)
+{
+    EXPECT_EQ(ErrorOf({L"--opne", L"C:\\"}), L"unknown argument: --opne");
+    EXPECT_EQ(ErrorOf({L"C:\\Docs"}), L"unknown argument: C:\\Docs");
+    EXPECT_EQ(ErrorOf({L"--exit", L"--check"}), L"--check needs a value");
+    EXPECT_EQ(ErrorOf({L"--exit=1"}), L"--exit takes no value");
+    EXPECT_EQ(ErrorOf({L"--recursive", L"yes"}), L"--recursive: on or off expected, not yes");
+    EXPECT_EQ(ErrorOf({L"--csv="}), L"--csv: a file name is missing");
+    EXPECT_EQ(ErrorOf({L"--open", L"Docs\\a.txt"}), L"--open: not an absolute path with a drive: Docs\\a.txt");
+}
+
+TEST(HostOptions, APathIsADriveAndNames)
+{
+    const struct {
+        const wchar_t* text;
+        const wchar_t* path;
+    } cases[] = {
+        {L"z:", L"Z:\\"},
+        {L"Z:\\", L"Z:\\"},
+        {L"C:\\Docs\\a.txt", L"C:\\Docs\\a.txt"},
+        {L"C:/Docs//Old/", L"C:\\Docs\\Old"},
+        {L"C:\\Docs\\.\\Old\\..\\New", L"C:\\Docs\\New"},
+        {L"C:\\a, b\\c:d", L"C:\\a, b\\c:d"},
+        {L"C:\\..\\Docs", L"(none)"},
+        {L"C:Docs", L"(none)"},
+        {L"\\\\server\\share", L"(none)"},
+        {L"\\Docs", L"(none)"},
+        {L"1:\\Docs", L"(none)"},
+        {L"", L"(none)"},
+    };
+    for (const auto& [text, path] : cases)
+        EXPECT_EQ(PathOrNothing(text), path) << ToUtf8(text);
+}
+
+TEST(HostCsv, QuotesOnlyWhatNeedsIt)
+{
+    const Table table = {{L"nam", L"siz"}, {L"a b.txt", L"1,024"}, {L"say \"hi\"", L""}, {L"two\r\nlines", L" x "}};
+    EXPECT_EQ(CsvText(table), L"nam,siz\r\na b.txt,\"1,024\"\r\n\"say \"\"hi\"\"\",\r\n\"two\r\nlines\", x \r\n");
+    EXPECT_EQ(CsvText({}), L"");
+}
+
+TEST(HostCsv, WritesUtf8OfEveryPlaneFromEitherWideEncoding)
+{
+    EXPECT_EQ(ToUtf8(L"a\u00e9\u20ac"), "a\xC3\xA9\xE2\x82\xAC");
+    const std::wstring pair = {static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)};
+    EXPECT_EQ(ToUtf8(pair), "\xF0\x9F\x98\x80");
+    EXPECT_EQ(ToUtf8(L"\U0001F600"), "\xF0\x9F\x98\x80");
+    EXPECT_EQ(ToUtf8(pair.substr(0, 1) + L"a"),
+              "\xEF\xBF\xBD"
+              "a");
+    EXPECT_EQ(ToUtf8(pair.substr(1)), "\xEF\xBF\xBD");
+}
+
+}  // namespace
+}  // namespace sylvex::host
