@@ -9,33 +9,48 @@ constexpr DWORD kShift = 1;
 constexpr DWORD kControl = 2;
 constexpr DWORD kAlt = 4;
 
-bool IsDown(int key) { return GetKeyState(key) < 0; }
+bool IsDown(int key)
+{
+    return GetKeyState(key) < 0;
+}
 
 bool MovesInTree(WPARAM key)
 {
     switch (key) {
-    case VK_UP:
-    case VK_DOWN:
-    case VK_LEFT:
-    case VK_RIGHT:
-    case VK_HOME:
-    case VK_END:
-    case VK_PRIOR:
-    case VK_NEXT:
-        return true;
-    default:
-        return false;
+        case VK_UP:
+        case VK_DOWN:
+        case VK_LEFT:
+        case VK_RIGHT:
+        case VK_HOME:
+        case VK_END:
+        case VK_PRIOR:
+        case VK_NEXT:
+            return true;
+        default:
+            return false;
     }
 }
 
-bool IsCommandOfTree(WPARAM key) { return key == VK_RETURN || key == VK_ESCAPE || key == VK_F2; }
+bool IsCommandOfTree(WPARAM key)
+{
+    return key == VK_RETURN || key == VK_ESCAPE || key == VK_F2;
+}
 
-bool IsFunctionKey(WPARAM key) { return key >= VK_F1 && key <= VK_F24; }
+bool IsFunctionKey(WPARAM key)
+{
+    return key >= VK_F1 && key <= VK_F24;
+}
 
-bool MakesText(WPARAM key) { return MapVirtualKeyW(static_cast<UINT>(key), MAPVK_VK_TO_CHAR) != 0; }
+bool MakesText(WPARAM key)
+{
+    return MapVirtualKeyW(static_cast<UINT>(key), MAPVK_VK_TO_CHAR) != 0;
+}
 
 // Control and alt together are the alternate-graphics key of many keyboards, which makes text.
-bool IsShortcut() { return IsDown(VK_CONTROL) != IsDown(VK_MENU); }
+bool IsShortcut()
+{
+    return IsDown(VK_CONTROL) != IsDown(VK_MENU);
+}
 
 bool IsKeyOfTree(WPARAM key)
 {
@@ -43,7 +58,10 @@ bool IsKeyOfTree(WPARAM key)
     return !IsShortcut() && (IsCommandOfTree(key) || MakesText(key));
 }
 
-bool IsKeyOfEdit(WPARAM key) { return !IsFunctionKey(key) && (IsDown(VK_CONTROL) || !IsDown(VK_MENU)); }
+bool IsKeyOfEdit(WPARAM key)
+{
+    return !IsFunctionKey(key) && (IsDown(VK_CONTROL) || !IsDown(VK_MENU));
+}
 
 }  // namespace
 

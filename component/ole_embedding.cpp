@@ -83,8 +83,14 @@ bool Embedding::WindowMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
     return false;
 }
 
-void Embedding::WindowGone() { m_activation.WindowGone(); }
+void Embedding::WindowGone()
+{
+    m_activation.WindowGone();
+}
 
-void Embedding::ViewChanged() { m_view.Changed(); }
+void Embedding::ViewChanged()
+{
+    m_view.Changed();
+}
 
 }  // namespace sylvex

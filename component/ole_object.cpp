@@ -48,25 +48,25 @@ HRESULT OleObjectPart::Run(LONG verb, HWND parent)
 {
     Activation& place = Embedded().Place();
     switch (verb) {
-    case OLEIVERB_PRIMARY:
-    case OLEIVERB_UIACTIVATE:
-        return place.EnterInterface(true);
-    case OLEIVERB_SHOW:
-    case OLEIVERB_INPLACEACTIVATE:
-        return place.EnterInPlace();
-    case OLEIVERB_HIDE:
-        place.Hide();
-        return S_OK;
-    case OLEIVERB_DISCARDUNDOSTATE:
-        return S_OK;
-    case OLEIVERB_PROPERTIES:
-    case kVerbProperties:
-        return ShowPropertyPages(Core(), Identity(), parent);
-    default:
-        if (verb < 0) return E_NOTIMPL;
-        // What the platform asks for with a verb of the object's own that it does not have.
-        if (const HRESULT entered = place.EnterInterface(true); FAILED(entered)) return entered;
-        return OLEOBJ_S_INVALIDVERB;
+        case OLEIVERB_PRIMARY:
+        case OLEIVERB_UIACTIVATE:
+            return place.EnterInterface(true);
+        case OLEIVERB_SHOW:
+        case OLEIVERB_INPLACEACTIVATE:
+            return place.EnterInPlace();
+        case OLEIVERB_HIDE:
+            place.Hide();
+            return S_OK;
+        case OLEIVERB_DISCARDUNDOSTATE:
+            return S_OK;
+        case OLEIVERB_PROPERTIES:
+        case kVerbProperties:
+            return ShowPropertyPages(Core(), Identity(), parent);
+        default:
+            if (verb < 0) return E_NOTIMPL;
+            // What the platform asks for with a verb of the object's own that it does not have.
+            if (const HRESULT entered = place.EnterInterface(true); FAILED(entered)) return entered;
+            return OLEOBJ_S_INVALIDVERB;
     }
 }
 

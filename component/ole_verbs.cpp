@@ -32,8 +32,8 @@ LPOLESTR CopyForCaller(std::wstring_view text)
 ComPtr<IEnumOLEVERB> Verbs()
 {
     using Enumerator = ListEnumerator<IEnumOLEVERB, OLEVERB, Verb>;
-    return Make<Enumerator>(
-        std::vector<Verb>{{OLEIVERB_PRIMARY, L"&Edit"}, {kVerbProperties, L"&Properties..."}}).As<IEnumOLEVERB>();
+    return Make<Enumerator>(std::vector<Verb>{{OLEIVERB_PRIMARY, L"&Edit"}, {kVerbProperties, L"&Properties..."}})
+        .As<IEnumOLEVERB>();
 }
 
 }  // namespace sylvex

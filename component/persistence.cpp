@@ -28,7 +28,10 @@ Variant ReadEntry(IPropertyBag& bag, const SavedProperty& property, IErrorLog* e
     return {};
 }
 
-bool IsNothing(const VARIANT& value) { return V_VT(&value) == VT_UNKNOWN && !V_UNKNOWN(&value); }
+bool IsNothing(const VARIANT& value)
+{
+    return V_VT(&value) == VT_UNKNOWN && !V_UNKNOWN(&value);
+}
 
 }  // namespace
 
@@ -60,7 +63,8 @@ HRESULT PersistencePart::Load(IPropertyBag* bag, IErrorLog* errors)
         const ComPtr<IUnknown> alive(Identity());
         Checked(bag);
         PropertyValues values;
-        for (std::size_t i = 0; i < values.size(); ++i) values[i] = ReadEntry(*bag, SavedProperties()[i], errors);
+        for (std::size_t i = 0; i < values.size(); ++i)
+            values[i] = ReadEntry(*bag, SavedProperties()[i], errors);
         ApplyLoaded(values);
     });
 }
@@ -120,7 +124,8 @@ SavedControl PersistencePart::Present()
     Core().Used();
     SavedControl control;
     control.extent = Embedded().Extent();
-    for (std::size_t i = 0; i < control.values.size(); ++i) control.values[i] = SavedProperties()[i].get(Core());
+    for (std::size_t i = 0; i < control.values.size(); ++i)
+        control.values[i] = SavedProperties()[i].get(Core());
     return control;
 }
 
@@ -151,8 +156,8 @@ HRESULT PersistencePart::Load(IStorage* storage)
     return Border(IID_IPersistStorage, [&] {
         const ComPtr<IUnknown> alive(Identity());
         ComPtr<IStream> stream;
-        const HRESULT opened = Checked(storage).OpenStream(kStreamName, nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0,
-                                                           stream.Put());
+        const HRESULT opened =
+            Checked(storage).OpenStream(kStreamName, nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0, stream.Put());
         if (FAILED(opened)) {
             ApplyLoaded({});
             throw ComError{opened};

@@ -1,7 +1,7 @@
 #include "component/property_pages.h"
 
-#include <array>
 #include <olectl.h>
+#include <array>
 
 #include <initguid.h>
 
@@ -45,7 +45,8 @@ HRESULT PropertyPagesPart::GetPages(CAUUID* pages)
         void* const memory = CoTaskMemAlloc(kKinds.size() * sizeof(GUID));
         if (!memory) return E_OUTOFMEMORY;
         *pages = {static_cast<ULONG>(kKinds.size()), static_cast<GUID*>(memory)};
-        for (std::size_t i = 0; i < kKinds.size(); ++i) pages->pElems[i] = PageOf(kKinds[i]);
+        for (std::size_t i = 0; i < kKinds.size(); ++i)
+            pages->pElems[i] = PageOf(kKinds[i]);
         return S_OK;
     });
 }
@@ -55,7 +56,8 @@ HRESULT ShowPropertyPages(ControlCore& core, IUnknown* object, HWND parent)
     const ComPtr<IOleControlSite> site = ComPtr<IOleClientSite>(core.Site()).As<IOleControlSite>();
     if (site && site->ShowPropertyFrame() == S_OK) return S_OK;
     std::array<CLSID, kKinds.size()> pages{};
-    for (std::size_t i = 0; i < pages.size(); ++i) pages[i] = PageOf(kKinds[i]);
+    for (std::size_t i = 0; i < pages.size(); ++i)
+        pages[i] = PageOf(kKinds[i]);
     return OleCreatePropertyFrame(parent, 0, 0, L"Sylvex", 1, &object, static_cast<ULONG>(pages.size()), pages.data(),
                                   LOCALE_USER_DEFAULT, 0, nullptr);
 }

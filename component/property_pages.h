@@ -9,7 +9,10 @@ namespace sylvex {
 /// pictures.
 class PropertyPagesPart : public ISpecifyPropertyPages, public OlePart {
 public:
-    void* Find(const IID& id) { return id == IID_ISpecifyPropertyPages ? static_cast<ISpecifyPropertyPages*>(this) : nullptr; }
+    void* Find(const IID& id)
+    {
+        return id == IID_ISpecifyPropertyPages ? static_cast<ISpecifyPropertyPages*>(this) : nullptr;
+    }
 
     STDMETHODIMP GetPages(CAUUID* pages) override;
 };

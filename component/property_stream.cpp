@@ -63,7 +63,10 @@ ComPtr<IStream> MemoryStream()
     return stream;
 }
 
-void Rewind(IStream& stream) { Check(stream.Seek({}, STREAM_SEEK_SET, nullptr)); }
+void Rewind(IStream& stream)
+{
+    Check(stream.Seek({}, STREAM_SEEK_SET, nullptr));
+}
 
 std::vector<std::byte> ContentOf(IStream& stream)
 {
@@ -127,24 +130,24 @@ Variant ReadText(IStream& stream)
 void WriteValue(IStream& stream, VARTYPE type, const VARIANT& value)
 {
     switch (type) {
-    case VT_BSTR:
-        return WriteText(stream, ViewOf(V_BSTR(&value)));
-    case VT_UNKNOWN:
-        return WriteObject(stream, V_UNKNOWN(&value));
-    default:
-        return Write(stream, static_cast<std::int32_t>(NumberIn(value)));
+        case VT_BSTR:
+            return WriteText(stream, ViewOf(V_BSTR(&value)));
+        case VT_UNKNOWN:
+            return WriteObject(stream, V_UNKNOWN(&value));
+        default:
+            return Write(stream, static_cast<std::int32_t>(NumberIn(value)));
     }
 }
 
 Variant ReadValue(IStream& stream, VARTYPE type)
 {
     switch (type) {
-    case VT_BSTR:
-        return ReadText(stream);
-    case VT_UNKNOWN:
-        return ReadObject(stream);
-    default:
-        return Variant(static_cast<long>(Read<std::int32_t>(stream)));
+        case VT_BSTR:
+            return ReadText(stream);
+        case VT_UNKNOWN:
+            return ReadObject(stream);
+        default:
+            return Variant(static_cast<long>(Read<std::int32_t>(stream)));
     }
 }
 

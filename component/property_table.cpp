@@ -24,15 +24,30 @@ Variant Flag(ControlCore&)
     return Variant(value);
 }
 
-Variant NoObject(ControlCore&) { return ObjectValue(nullptr); }
+Variant NoObject(ControlCore&)
+{
+    return ObjectValue(nullptr);
+}
 
-Variant NoText(ControlCore&) { return Variant(std::wstring_view()); }
+Variant NoText(ControlCore&)
+{
+    return Variant(std::wstring_view());
+}
 
-Variant Backslash(ControlCore&) { return Variant(std::wstring_view(L"\\")); }
+Variant Backslash(ControlCore&)
+{
+    return Variant(std::wstring_view(L"\\"));
+}
 
-Variant AmbientFontValue(ControlCore& core) { return ObjectValue(CopyOfAmbientFont(core).Get()); }
+Variant AmbientFontValue(ControlCore& core)
+{
+    return ObjectValue(CopyOfAmbientFont(core).Get());
+}
 
-Variant ButtonFace(ControlCore&) { return Variant(static_cast<long>(kButtonFace)); }
+Variant ButtonFace(ControlCore&)
+{
+    return Variant(static_cast<long>(kButtonFace));
+}
 
 template <TreeSetting setting>
 Variant GetNumber(ControlCore& core)
@@ -64,7 +79,10 @@ Variant GetVariable(ControlCore& core)
     return ValueOf(core.Control().State().*variable);
 }
 
-void SetWindowNumber(ControlCore& core, const VARIANT& value) { core.Control().State().m_hWnd = NumberIn(value); }
+void SetWindowNumber(ControlCore& core, const VARIANT& value)
+{
+    core.Control().State().m_hWnd = NumberIn(value);
+}
 
 void SetFileFilter(ControlCore& core, const VARIANT& value)
 {
@@ -77,7 +95,10 @@ void SetBoolean(ControlCore& core, const VARIANT& value)
     core.Control().State().*variable = FlagIn(value);
 }
 
-Variant GetFont(ControlCore& core) { return ObjectValue(core.Font().Get()); }
+Variant GetFont(ControlCore& core)
+{
+    return ObjectValue(core.Font().Get());
+}
 
 void SetFont(ControlCore& core, const VARIANT& value)
 {
@@ -105,11 +126,20 @@ void SetPathSeparator(ControlCore& core, const VARIANT& value)
     core.Control().Tree().GetNodes().SetPathSeparator(TextIn(value));
 }
 
-Variant GetPicture(ControlCore& core) { return ObjectValue(core.Picture().Get()); }
+Variant GetPicture(ControlCore& core)
+{
+    return ObjectValue(core.Picture().Get());
+}
 
-void SetPicture(ControlCore& core, const VARIANT& value) { core.SetPicture(ObjectIn<IPictureDisp>(value).Get()); }
+void SetPicture(ControlCore& core, const VARIANT& value)
+{
+    core.SetPicture(ObjectIn<IPictureDisp>(value).Get());
+}
 
-Variant GetBackColor(ControlCore& core) { return Variant(static_cast<long>(core.BackColor())); }
+Variant GetBackColor(ControlCore& core)
+{
+    return Variant(static_cast<long>(core.BackColor()));
+}
 
 void SetBackColor(ControlCore& core, const VARIANT& value)
 {
@@ -163,7 +193,10 @@ bool Apply(ControlCore& core, const SavedProperty& property, const VARIANT& valu
 
 }  // namespace
 
-const std::array<SavedProperty, kSavedPropertyCount>& SavedProperties() { return kProperties; }
+const std::array<SavedProperty, kSavedPropertyCount>& SavedProperties()
+{
+    return kProperties;
+}
 
 bool IsStandard(ControlCore& core, const SavedProperty& property, const VARIANT& value)
 {

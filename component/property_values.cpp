@@ -22,7 +22,10 @@ Variant Converted(const VARIANT& value, VARTYPE type)
     return converted;
 }
 
-bool IsObject(const VARIANT& value) { return V_VT(&value) == VT_UNKNOWN || V_VT(&value) == VT_DISPATCH; }
+bool IsObject(const VARIANT& value)
+{
+    return V_VT(&value) == VT_UNKNOWN || V_VT(&value) == VT_DISPATCH;
+}
 
 bool SameObject(IUnknown* left, IUnknown* right)
 {
@@ -59,9 +62,15 @@ long NumberIn(const VARIANT& value)
     return static_cast<long>(V_UI4(&Converted(value, VT_UI4).Get()));
 }
 
-bool FlagIn(const VARIANT& value) { return V_BOOL(&Converted(value, VT_BOOL).Get()) != VARIANT_FALSE; }
+bool FlagIn(const VARIANT& value)
+{
+    return V_BOOL(&Converted(value, VT_BOOL).Get()) != VARIANT_FALSE;
+}
 
-std::wstring TextIn(const VARIANT& value) { return std::wstring(ViewOf(V_BSTR(&Converted(value, VT_BSTR).Get()))); }
+std::wstring TextIn(const VARIANT& value)
+{
+    return std::wstring(ViewOf(V_BSTR(&Converted(value, VT_BSTR).Get())));
+}
 
 bool SameValue(const VARIANT& left, const VARIANT& right)
 {

@@ -13,9 +13,18 @@ Variant ShortValue(long number);
 Variant ObjectValue(IUnknown* object);
 
 /// The value of one of the control's variables; a boolean gives the numbers 0 and 1.
-inline Variant ValueOf(bool value) { return ShortValue(value ? 1 : 0); }
-inline Variant ValueOf(long value) { return ShortValue(value); }
-inline Variant ValueOf(const std::wstring& value) { return Variant(std::wstring_view(value)); }
+inline Variant ValueOf(bool value)
+{
+    return ShortValue(value ? 1 : 0);
+}
+inline Variant ValueOf(long value)
+{
+    return ShortValue(value);
+}
+inline Variant ValueOf(const std::wstring& value)
+{
+    return Variant(std::wstring_view(value));
+}
 
 /// The value as a 32-bit number, a flag, a text; texts and numbers are converted. Throws ComError where that fails.
 long NumberIn(const VARIANT& value);

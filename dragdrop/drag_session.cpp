@@ -10,7 +10,6 @@ namespace sylvex {
 
 namespace {
 
-constexpr std::uint32_t kHorizontalBar = 0x100000;
 constexpr Point kMiddleOfIcon{8, 8};
 
 /// The picture that a node of this text is dragged with: its place in the image list.
@@ -133,6 +132,7 @@ void DragSession::Hold(Point ptBtnDown)
     m_tree->ClientToWindow(window, where);
     drag.SetCapture(window, [this] { FromPlatform(m_owner, [this] { Cancel(); }); });
     m_tree->ShowDropTarget(m_instance.m_hitemDrag);
+    drag.UpdateWindow(window);
     m_autoScroll.Begin();
     // A tree that could not draw the row gives a list without pictures: then the icon alone follows.
     if (!drag.BeginDrag(m_instance.m_himlDrag, 0, m_instance.m_ptHotSpot))
@@ -154,8 +154,7 @@ void DragSession::DoDrag()
         const TVHITTESTINFO hit = m_tree->HitAt(pt);
         m_tree->ShowDropTarget(hit.hItem);
         line = 3;
-        const bool scrollsAcross = (m_instance.platform.windows.Style(window) & kHorizontalBar) != 0;
-        if ((hit.flags & kHitRow) != 0 && scrollsAcross) drag.UpdateWindow(window);
+        drag.UpdateWindow(window);  // what waits to be painted would come over the picture
         line = 4;
         m_tree->ClientToWindow(window, pt);
         drag.DragMove(pt);

@@ -8,10 +8,9 @@ namespace sylvex {
 /// Sides of a window, combined.
 enum Side : unsigned { kLeftSide = 1, kTopSide = 2, kRightSide = 4, kBottomSide = 8 };
 
-/// Flags of a hit test: the parts of a row that a drag may start on, that a folder opens under, and the whole row.
+/// Flags of a hit test: the parts of a row that a drag may start on, and that a folder opens under.
 constexpr unsigned kHitGrip = 0x46;
 constexpr unsigned kHitOpening = 0x56;
-constexpr unsigned kHitRow = 0x7E;
 
 /// The control's tree as dragging sees it: native items and where they lie. The procedures with a window handle run
 /// under the error trap.

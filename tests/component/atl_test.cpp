@@ -24,8 +24,8 @@ protected:
         ASSERT_TRUE(init && attach && init());
         form = CreateWindowW(L"Static", L"Form", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 60, 60, 400, 300, nullptr, nullptr,
                              nullptr, nullptr);
-        window = CreateWindowW((std::wstring(L"AtlAxWin") + GetParam()).c_str(), L"", WS_CHILD | WS_VISIBLE, 10, 20, 240,
-                               180, form, nullptr, nullptr, nullptr);
+        window = CreateWindowW((std::wstring(L"AtlAxWin") + GetParam()).c_str(), L"", WS_CHILD | WS_VISIBLE, 10, 20,
+                               240, 180, form, nullptr, nullptr, nullptr);
         ASSERT_TRUE(window);
     }
     void TearDown() override

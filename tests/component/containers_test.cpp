@@ -4,10 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 #include <set>
-#include <vector>
 
 #include "component/ole_extent.h"
 #include "tests/component/key_sink.h"
@@ -38,7 +36,10 @@ HRESULT NewThenSite(TestContainer&, Embedded& embedded)
     return embedded.SetSite();
 }
 
-HRESULT NeverPersists(TestContainer&, Embedded& embedded) { return embedded.SetSite(); }
+HRESULT NeverPersists(TestContainer&, Embedded& embedded)
+{
+    return embedded.SetSite();
+}
 
 HRESULT QuickActivates(TestContainer& container, Embedded& embedded)
 {
@@ -309,7 +310,7 @@ TEST(Extent, IsInHimetricAndBecomesPixelsOfTheScreen)
         SIZEL himetric;
         int resolution;
         int width, height;
-    } const cases[] = {{{2540, 1270}, 96, 96, 48}, {{2540, 1270}, 120, 120, 60}, {{2540, 1270}, 144, 144, 72},
+    } const cases[] = {{{2540, 1270}, 96, 96, 48},   {{2540, 1270}, 120, 120, 60}, {{2540, 1270}, 144, 144, 72},
                        {{2540, 1270}, 192, 192, 96}, {{0, 0}, 96, 0, 0},           {{26, 27}, 96, 1, 1}};
     for (const auto& [himetric, resolution, width, height] : cases) {
         const Size pixels = PixelsOf(himetric, {resolution, resolution});
@@ -415,72 +416,6 @@ TEST(End, SavesThroughTheSiteOnlyWhenThereIsSomethingToSave)
     EXPECT_HRESULT_SUCCEEDED(embedded.control->put_HotTracking(VARIANT_TRUE));
     EXPECT_HRESULT_SUCCEEDED(embedded.object->Close(OLECLOSE_SAVEIFDIRTY));
     EXPECT_NE(container.TakeLog().find("SaveObject"), std::string::npos);
-}
-
-BOOL CALLBACK CountWindow(HWND, LPARAM count)
-{
-    ++*reinterpret_cast<int*>(count);
-    return TRUE;
-}
-
-int WindowsOfThread()
-{
-    int count = 0;
-    EnumThreadWindows(GetCurrentThreadId(), CountWindow, reinterpret_cast<LPARAM>(&count));
-    return count;
-}
-
-// The highest place that new handles of a kind get: it grows with those that are not given back. Some systems count
-// nothing else.
-template <class Make, class Destroy>
-DWORD HighestPlace(Make make, Destroy destroy)
-{
-    std::vector<decltype(make())> handles(300);
-    DWORD highest = 0;
-    for (auto& handle : handles) {
-        handle = make();
-        highest = std::max<DWORD>(highest, LOWORD(reinterpret_cast<DWORD_PTR>(handle)));
-    }
-    for (const auto handle : handles) destroy(handle);
-    return highest;
-}
-
-DWORD Count(DWORD kind)
-{
-    if (const DWORD counted = GetGuiResources(GetCurrentProcess(), kind)) return counted;
-    if (kind == GR_GDIOBJECTS) return HighestPlace([] { return CreateSolidBrush(RGB(1, 2, 3)); }, DeleteObject);
-    return HighestPlace([] { return CopyIcon(LoadIconW(nullptr, IDI_WARNING)); }, DestroyIcon);
-}
-
-struct Handles {
-    DWORD gdi = Count(GR_GDIOBJECTS);
-    DWORD user = Count(GR_USEROBJECTS);
-    int windows = WindowsOfThread();
-};
-
-TEST(End, LeavesNothingBehindAfterManyLives)
-{
-    TestContainer container;
-    container.font = NewFont(L"Arial", 12);
-    const ComPtr<IPictureDisp> picture = NewPicture();
-    const auto live = [&](bool full) {
-        Embedded embedded(container);
-        embedded.Start();
-        embedded.control->put_Checkboxes(VARIANT_TRUE);
-        embedded.control->putref_Font(container.font.Get());
-        embedded.control->putref_MouseIcon(picture.Get());
-        embedded.control->putref_Picture(picture.Get());
-        if (full) embedded.control->Enumerate();
-    };
-    for (int i = 0; i < 20; ++i) live(i % 5 == 0);
-    const Handles before;
-    for (int i = 0; i < 500; ++i) live(i % 50 == 0);
-    const Handles after;
-    printf("gdi %lu %lu user %lu %lu\n", before.gdi, after.gdi, before.user, after.user);
-    EXPECT_EQ(container.References(), 0);
-    EXPECT_EQ(after.windows, before.windows);
-    EXPECT_LE(after.gdi, before.gdi + 5);
-    EXPECT_LE(after.user, before.user + 5);
 }
 
 }  // namespace

@@ -56,7 +56,8 @@ TEST_F(Keys, OfTheTreeComeBeforeTheContainersOwn)
 {
     const std::vector<short> own{VK_RETURN, VK_ESCAPE, VK_UP,   VK_DOWN, VK_LEFT,  VK_RIGHT,    VK_HOME,
                                  VK_END,    VK_PRIOR,  VK_NEXT, 'A',     VK_SPACE, VK_MULTIPLY, VK_F2};
-    for (const short key : own) EXPECT_EQ(Translate(WM_KEYDOWN, static_cast<WPARAM>(key)), S_OK) << key;
+    for (const short key : own)
+        EXPECT_EQ(Translate(WM_KEYDOWN, static_cast<WPARAM>(key)), S_OK) << key;
     DrainMessages();
     EXPECT_EQ(sink.keys, own);
     EXPECT_EQ(container.TakeLog(), "") << "the container is not asked";
@@ -64,7 +65,8 @@ TEST_F(Keys, OfTheTreeComeBeforeTheContainersOwn)
 
 TEST_F(Keys, ThatTheTreeHasNoUseForGoToTheContainer)
 {
-    for (const WPARAM key : {VK_TAB, VK_F5, VK_INSERT}) EXPECT_EQ(Translate(WM_KEYDOWN, key), S_OK) << key;
+    for (const WPARAM key : {VK_TAB, VK_F5, VK_INSERT})
+        EXPECT_EQ(Translate(WM_KEYDOWN, key), S_OK) << key;
     EXPECT_EQ(container.TakeLog(), "Key 9\nKey 116\nKey 45\n");
     EXPECT_TRUE(sink.keys.empty());
 
@@ -80,9 +82,7 @@ TEST_F(Keys, WhileALabelIsEditedBelongToTheEdit)
     const HWND tree = embedded.Tree();
     const auto root = SendMessageW(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0);
     SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, root);
-    const auto open = [&] {
-        return reinterpret_cast<HWND>(SendMessageW(tree, TVM_EDITLABELW, 0, root));
-    };
+    const auto open = [&] { return reinterpret_cast<HWND>(SendMessageW(tree, TVM_EDITLABELW, 0, root)); };
     HWND edit = open();
     ASSERT_TRUE(IsWindow(edit));
     EXPECT_EQ(GetFocus(), edit);

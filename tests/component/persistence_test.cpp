@@ -34,10 +34,10 @@ std::string Changed()
                     "BuildFileListFilter=*\n");
 }
 
-const std::vector<std::string> kNames{
-    "hWnd",          "Appearance",  "BorderStyle", "Checkboxes",    "Enabled",    "Font",         "FullRowSelect",
-    "HideSelection", "HotTracking", "LabelEdit",   "LineStyle",     "MouseIcon",  "MousePointer", "PathSeparator",
-    "FileFilter",    "Picture",     "DragDropEnable", "BackColor",  "RecursiveCheck"};
+const std::vector<std::string> kNames{"hWnd",      "Appearance",     "BorderStyle",   "Checkboxes",    "Enabled",
+                                      "Font",      "FullRowSelect",  "HideSelection", "HotTracking",   "LabelEdit",
+                                      "LineStyle", "MouseIcon",      "MousePointer",  "PathSeparator", "FileFilter",
+                                      "Picture",   "DragDropEnable", "BackColor",     "RecursiveCheck"};
 
 class Text {
 public:
@@ -128,8 +128,8 @@ TEST_F(Persistence, BagThatWantsAllGetsEveryValueWithItsType)
     Change(saved.control);
     ASSERT_HRESULT_SUCCEEDED(saved.As<IPersistPropertyBag>()->Save(&bag, TRUE, TRUE));
     EXPECT_EQ(bag.written, kNames);
-    const VARTYPE types[] = {VT_I2,   VT_I2,   VT_I2, VT_BOOL, VT_BOOL, VT_UNKNOWN, VT_BOOL, VT_BOOL, VT_BOOL, VT_I2,
-                             VT_I2,   VT_UNKNOWN, VT_I2, VT_BSTR, VT_BSTR, VT_UNKNOWN, VT_I2, VT_I4,  VT_I2};
+    const VARTYPE types[] = {VT_I2, VT_I2,      VT_I2, VT_BOOL, VT_BOOL, VT_UNKNOWN, VT_BOOL, VT_BOOL, VT_BOOL, VT_I2,
+                             VT_I2, VT_UNKNOWN, VT_I2, VT_BSTR, VT_BSTR, VT_UNKNOWN, VT_I2,   VT_I4,   VT_I2};
     for (std::size_t i = 0; i < kNames.size(); ++i) {
         EXPECT_EQ(V_VT(&bag.Entries().at(kNames[i])), types[i]) << kNames[i];
     }
@@ -148,8 +148,9 @@ TEST_F(Persistence, BagWithTextsAndNumbersOfOtherTypesIsConverted)
     bag.SetNumber("DragDropEnable", 7);
     EXPECT_EQ(LoadBag(), S_OK);
     const std::string properties = Loaded();
-    for (const char* line : {"Appearance=0\n", "Checkboxes=-1\n", "HotTracking=-1\n", "HideSelection=0\n",
-                             "FileFilter=12\n", "BackColor=-2147483643\n", "RecursiveCheck=0\n", "DragDropEnable=-1\n"}) {
+    for (const char* line :
+         {"Appearance=0\n", "Checkboxes=-1\n", "HotTracking=-1\n", "HideSelection=0\n", "FileFilter=12\n",
+          "BackColor=-2147483643\n", "RecursiveCheck=0\n", "DragDropEnable=-1\n"}) {
         EXPECT_NE(properties.find(line), std::string::npos) << line;
     }
 }

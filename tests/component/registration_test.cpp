@@ -167,6 +167,10 @@ protected:
         ASSERT_HRESULT_SUCCEEDED(OleInitialize(nullptr));
         m_registered = MachineFile();
         ASSERT_HRESULT_SUCCEEDED(m_file.Unregister());
+        // A user who has never had a class of their own lacks the key above them, which stays once it is made.
+        HKEY above = nullptr;
+        RegCreateKeyW(HKEY_CURRENT_USER, L"Software\\Classes", &above);
+        RegCloseKey(above);
         m_machine = Classes(HKEY_LOCAL_MACHINE);
         m_user = Classes(HKEY_CURRENT_USER);
     }

@@ -14,7 +14,8 @@ std::string Narrow(LPCOLESTR text)
 
 TestBag::~TestBag()
 {
-    for (auto& [name, value] : m_entries) VariantClear(&value);
+    for (auto& [name, value] : m_entries)
+        VariantClear(&value);
 }
 
 void TestBag::Set(const std::string& name, VARIANT value)
@@ -88,6 +89,9 @@ ComPtr<IStorage> NewStorage()
     return storage;
 }
 
-void Rewind(const ComPtr<IStream>& stream) { stream->Seek({}, STREAM_SEEK_SET, nullptr); }
+void Rewind(const ComPtr<IStream>& stream)
+{
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+}
 
 }  // namespace sylvex::test

@@ -154,11 +154,20 @@ Embedded::Embedded(TestContainer& container) : control(NewControl()), m_containe
     if (control) object = control.As<IOleObject>();
 }
 
-Embedded::~Embedded() { Close(); }
+Embedded::~Embedded()
+{
+    Close();
+}
 
-HRESULT Embedded::SetSite() { return object->SetClientSite(&m_container); }
+HRESULT Embedded::SetSite()
+{
+    return object->SetClientSite(&m_container);
+}
 
-HRESULT Embedded::InitNew() { return As<IPersistStreamInit>()->InitNew(); }
+HRESULT Embedded::InitNew()
+{
+    return As<IPersistStreamInit>()->InitNew();
+}
 
 HRESULT Embedded::Do(LONG verb)
 {

@@ -52,23 +52,32 @@ std::string ReadText(const ComPtr<::_Sylvex>& control, HRESULT (STDMETHODCALLTYP
     return text;
 }
 
+template <class Function>
+Function Export(const char* name)
+{
+    static const HMODULE module = LoadLibraryW(ComponentPath().c_str());
+    return module ? reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name))) : nullptr;
+}
+
 }  // namespace
 
 ComPtr<::_Sylvex> NewControl()
 {
-    using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
     static const HRESULT initialised = OleInitialize(nullptr);
-    static const HMODULE module = LoadLibraryW(ComponentPath().c_str());
+    const auto getClassObject = Export<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
     ComPtr<::_Sylvex> control;
-    if (FAILED(initialised) || !module) return control;
-    const auto getClassObject = reinterpret_cast<GetClassObject>(
-        reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
     ComPtr<IClassFactory> factory;
-    if (FAILED(getClassObject(__uuidof(::Sylvex), IID_IClassFactory, reinterpret_cast<void**>(factory.Put())))) {
-        return control;
+    if (SUCCEEDED(initialised) && getClassObject &&
+        SUCCEEDED(getClassObject(__uuidof(::Sylvex), IID_IClassFactory, reinterpret_cast<void**>(factory.Put())))) {
+        factory->CreateInstance(nullptr, __uuidof(::_Sylvex), reinterpret_cast<void**>(control.Put()));
     }
-    factory->CreateInstance(nullptr, __uuidof(::_Sylvex), reinterpret_cast<void**>(control.Put()));
     return control;
+}
+
+bool IsComponentIdle()
+{
+    const auto canUnloadNow = Export<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow");
+    return canUnloadNow && canUnloadNow() == S_OK;
 }
 
 std::string TextOf(IFontDisp* font)

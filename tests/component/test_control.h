@@ -10,13 +10,16 @@
 
 #include <string>
 
-#include "SylvexControl_h.h"
 #include "component/com.h"
+#include "SylvexControl_h.h"
 
 namespace sylvex::test {
 
 /// A new control, made by the component's own class factory; needs no registration.
 ComPtr<::_Sylvex> NewControl();
+
+/// Whether the component says that nothing of it is in use.
+bool IsComponentIdle();
 
 /// The window of the control's tree.
 HWND TreeOf(const ComPtr<::_Sylvex>& control);

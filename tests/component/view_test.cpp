@@ -36,7 +36,8 @@ std::vector<std::uint32_t> Picture(const std::function<void(HDC)>& draw)
     SelectObject(device, before);
     DeleteObject(bitmap);
     DeleteDC(device);
-    for (std::uint32_t& pixel : pixels) pixel &= 0xFFFFFF;
+    for (std::uint32_t& pixel : pixels)
+        pixel &= 0xFFFFFF;
     return pixels;
 }
 

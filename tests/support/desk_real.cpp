@@ -75,8 +75,8 @@ public:
     }
     Platform& Get() override { return m_platform; }
     const std::wstring& Base() const override { return m_base; }
-    WindowHandle NewWindow() override { return Keep(L"STATIC", WS_OVERLAPPEDWINDOW | WS_VISIBLE); }
-    WindowHandle NewList() override { return Keep(WC_LISTVIEWW, WS_OVERLAPPEDWINDOW | WS_VISIBLE | LVS_REPORT); }
+    WindowHandle NewWindow() override { return Keep(L"STATIC", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN); }
+    WindowHandle NewList() override { return Keep(WC_LISTVIEWW, WS_CHILD | WS_VISIBLE | LVS_REPORT); }
 
     std::wstring TakeMessages() override { return std::exchange(m_boxes.texts, {}); }
 
@@ -101,7 +101,11 @@ private:
     void RemoveAt(const std::wstring& path) override { RemoveTree(path); }
     WindowHandle Keep(const wchar_t* className, DWORD style)
     {
-        const HWND window = CreateWindowExW(0, className, L"Desk", style, 0, 0, 400, 400, nullptr, nullptr,
+        // One for the whole program: without a window manager a main window takes seconds to go.
+        static HWND const stage = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"Desk", WS_POPUP | WS_VISIBLE, 60, 60, 820,
+                                                  420, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+        const int left = static_cast<int>(m_windows.size()) * 410;
+        const HWND window = CreateWindowExW(0, className, L"Desk", style, left, 0, 400, 400, stage, nullptr,
                                             GetModuleHandleW(nullptr), nullptr);
         m_windows.push_back(window);
         return reinterpret_cast<WindowHandle>(window);

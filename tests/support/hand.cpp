@@ -16,7 +16,7 @@ Rect Hand::LabelOf(Node& node)
 Point Hand::On(Node& node)
 {
     const Rect label = LabelOf(node);
-    return {(label.left + label.right) / 2, (label.top + label.bottom) / 2};
+    return {label.left + 2, (label.top + label.bottom) / 2};  // some labels are a letter wide
 }
 
 void Hand::Drag(Node& from, Node& to)
@@ -26,7 +26,7 @@ void Hand::Drag(Node& from, Node& to)
     m_tools->MoveTo({start.x + m_scene.control().State().m_szDrag.cx, start.y});
     const Point end = On(to);
     m_tools->MoveTo(end);
-    m_tools->MoveTo({end.x - 1, end.y});
+    m_tools->MoveTo({end.x + 1, end.y});
 }
 
 void Hand::Drop(Node& from, Node& to)

@@ -38,6 +38,7 @@ public:
     HandTools* operator->() { return m_tools.get(); }
     /// The rectangle of a node's label, in client pixels. Raises 35601 when it is not shown.
     Rect LabelOf(Node& node);
+    /// A place on the label.
     Point On(Node& node);
     /// Presses on a node and moves past the threshold, then onto another node, with a second move there.
     void Drag(Node& from, Node& to);

@@ -13,9 +13,7 @@ class RealHand final : public HandTools {
 public:
     explicit RealHand(Scene& scene) : m_tree(reinterpret_cast<HWND>(scene.control().Tree().hWnd()))
     {
-        const HWND form = GetAncestor(m_tree, GA_ROOT);
-        SetWindowPos(form, HWND_TOPMOST, 60, 60, 0, 0, SWP_NOSIZE);
-        SetForegroundWindow(form);
+        SetForegroundWindow(GetAncestor(m_tree, GA_ROOT));
         SetFocus(m_tree);
         // A hand that works this fast would double-click all the time.
         SetDoubleClickTime(1);
@@ -33,7 +31,7 @@ public:
         POINT point{where.x, where.y};
         ClientToScreen(m_tree, &point);
         SetCursorPos(point.x, point.y);
-        Wait(60);
+        Wait(15);
     }
     void Release() override
     {
