@@ -31,19 +31,18 @@ constexpr std::intptr_t Unmarked(std::intptr_t place)
     return -1 - place;
 }
 
-/// Stops the painting of a visible window. (Thawing a hidden one would show it.)
+/// Stops the painting of a window; a hidden one, too, keeps its scroll bars up to date with every row.
 class Frozen {
 public:
-    explicit Frozen(ListWindow& window) : m_window(window), m_frozen(window.Visible())
-    {
-        if (m_frozen) m_window.SetRedraw(false);
-    }
+    explicit Frozen(ListWindow& window) : m_window(window), m_visible(window.Visible()) { m_window.SetRedraw(false); }
     Frozen(const Frozen&) = delete;
     Frozen& operator=(const Frozen&) = delete;
     ~Frozen()
     {
         try {
-            if (m_frozen) m_window.SetRedraw(true);
+            m_window.SetRedraw(true);
+            // The platform takes painting again for being shown.
+            if (!m_visible) m_window.SetVisible(false);
         } catch (...) {
             // The window has gone meanwhile; whoever used it has been told.
         }
@@ -51,7 +50,7 @@ public:
 
 private:
     ListWindow& m_window;
-    bool m_frozen;
+    bool m_visible;
 };
 
 }  // namespace

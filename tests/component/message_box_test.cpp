@@ -97,6 +97,21 @@ TEST_F(RealMessageBox, IsCentredOverItsOwnerAndLeavesNoTimer)
     EXPECT_FALSE(TimersLeft(m_form));
 }
 
+TEST_F(RealMessageBox, IsCentredOverAChildOfTheFormThatItDisables)
+{
+    const HWND child = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 20, 40, 200, 300, m_form, nullptr,
+                                       GetModuleHandleW(nullptr), nullptr);
+    RECT place{};
+    Show(child, true, L"Check", {[&](HWND box) {
+        place = PlaceOf(box);
+        EXPECT_NE(CheckIn(box), nullptr);
+        EXPECT_FALSE(IsWindowEnabled(m_form));
+    }});
+    EXPECT_NEAR(MiddleOf(place).x, MiddleOf(PlaceOf(child)).x, 1);
+    EXPECT_NEAR(MiddleOf(place).y, MiddleOf(PlaceOf(child)).y, 1);
+    EXPECT_FALSE(TimersLeft(child));
+}
+
 TEST_F(RealMessageBox, StaysOnTheScreenWhereverItsOwnerIs)
 {
     MONITORINFO screen{};
