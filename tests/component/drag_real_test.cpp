@@ -173,7 +173,6 @@ TEST_F(DragRealTest, ATargetThatHoldsTheNameIsLeftAloneUnlessThePersonAgrees)
     for (const WORD button : {WORD{IDNO}, WORD{IDCANCEL}}) {
         Load({L"t\\a\\f.txt", L"t\\a\\g.txt", L"t\\b\\a\\f.txt"}, L"t/b");
         const std::wstring told = Drop(scene.At(L"t/a"), scene.At(L"t/b"), button);
-        printf("DLG %d %ls\n", dialogs, told.c_str());
         EXPECT_EQ(After(), before);
         EXPECT_TRUE(told.ends_with(Told(L"t\\a", L"t\\b"))) << "the confirmation is shown whatever happened";
     }
@@ -209,7 +208,10 @@ TEST_F(DragRealTest, AcrossDrivesAllArrivesBeforeAnythingGoes)
     target->SetExpanded(true);
     // Only the way to it: siblings are in the way of a hand, and some platforms hide a part of it.
     while (target->Child() != nullptr) scene.nodes().Remove(*target->Child());
-    for (const std::wstring& part : SplitText(other.Path().substr(3), L'\\')) target = &scene.nodes().AddChild(*target, part, 0);
+    for (const std::wstring& part : SplitText(other.Path().substr(3), L'\\')) {
+        scene.nodes().AddChild(*target, L"-", 0);  // a folder with one childless child would be read again
+        target = &scene.nodes().AddChild(*target, part, 0);
+    }
     target->EnsureVisible();
     EXPECT_EQ(Drop(scene.At(L"t/a"), *target),
               L"[Successful drop of folder " + scene.desk().PathOf(L"t\\a") + L"\ronto " + other.Path() + L"]");
@@ -233,7 +235,7 @@ TEST_F(DragRealTest, PathsLongerThanTheShellTakesAreSafe)
     ASSERT_GT(scene.control().BuildFullPath(&a).size(), 230u);
     // Within reach itself, but what it holds is not, at its new place.
     Node& target = scene.At(L"t/b");
-    const std::wstring told = Drop(outer, target);printf("LONG2 %ls\n", told.c_str());
+    const std::wstring told = Drop(outer, target);
     EXPECT_EQ(Bytes(After()), Bytes(before)) << std::string(told.begin(), told.end());
 }
 
@@ -245,7 +247,7 @@ TEST_F(DragRealTest, AFolderOutOfTheShellsReachStays)
     Node& a = scene.At(L"t/" + x + L"/" + y + L"/a");
     ASSERT_GT(scene.control().BuildFullPath(&a).size(), 260u);
     a.EnsureVisible();
-    const std::wstring told = Drop(a, scene.At(L"t/b"));printf("LONG %ls\n", told.c_str());
+    const std::wstring told = Drop(a, scene.At(L"t/b"));
     EXPECT_EQ(Bytes(After()), Bytes(before));
     EXPECT_NE(told, L"");
     hand->Edit(scene.At(L"t/b"));

@@ -220,6 +220,33 @@ TEST_F(RealMessageBox, AVeryLongTextStillHasItsButtonInSight)
     }
 }
 
+TEST_F(RealMessageBox, ATimerGivesWayToAnotherOfItsNumberAndComesBack)
+{
+    const auto pump = [] {
+        const DWORD end = GetTickCount() + 100;
+        MSG message;
+        while (GetTickCount() < end)
+            if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    };
+    for (const WindowHandle owner : {reinterpret_cast<WindowHandle>(m_form), WindowHandle{0}}) {
+        int outerTicks = 0;
+        int innerTicks = 0;
+        Win32BoxTools tools;
+        auto outer = tools.Arm(owner, 0x5003, 0, [&] { ++outerTicks; });
+        auto inner = tools.Arm(owner, 0x5003, 0, [&] { ++innerTicks; });
+        pump();
+        EXPECT_GT(innerTicks, 0);
+        if (owner != 0) EXPECT_EQ(outerTicks, 0);
+        inner.reset();
+        const int before = outerTicks;
+        pump();
+        EXPECT_GT(outerTicks, before);
+        outer.reset();
+        pump();
+        EXPECT_FALSE(TimersLeft(m_form));
+    }
+}
+
 TEST(RealNetwork, LocalPathsAnswerAndOthersAreAskedForAShortTime)
 {
     Win32Network network;
