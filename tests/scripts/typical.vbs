@@ -23,11 +23,11 @@ selector.FileFilter = "*.txt;*.log"
 selector.Checkboxes = True
 selector.Enumerate
 
-' The desktop and its places are the first nodes, and every drive has a key.
-For index = 1 To 3
-    Set node = nodes(index)
-    If index <> 2 Then WScript.Echo index & ": " & node.Key & ", parent " & NameOf(node.Parent)
-Next
+' The desktop is the first node; its places and every drive have keys. (Where the place of the drives stands depends on
+' whether the documents folder exists.)
+WScript.Echo "1: " & nodes(1).Key & ", parent " & NameOf(nodes(1).Parent)
+Set node = nodes("MyComputer")
+WScript.Echo nodes(node.Index).Key & ", parent " & NameOf(node.Parent)
 Set drive = nodes("C:\")
 WScript.Echo "Drive: " & selector.BuildFullPath(drive) & ", below " & drive.Parent.Key & ", " & _
     drive.Children & " child, expanded " & drive.Expanded
