@@ -1,7 +1,8 @@
 # The 32-bit component: built here, and run in a 32-bit Debian root.
 
 testX86() {
-    buildPreset x86
+    # The test programs come with the root that can run them.
+    buildPreset x86 SylvexControl SylvexHost
     needArtifact "$buildDir/x86/SylvexControl.ocx"
     needArtifact "$buildDir/x86/SylvexHost.exe"
     runX86Tests
