@@ -55,17 +55,28 @@ HWND WindowOf(WindowHandle window)
 std::optional<WindowHandle> HandleIn(const VARIANT& value)
 {
     switch (V_VT(&value)) {
-    case VT_I1: return static_cast<WindowHandle>(V_I1(&value));
-    case VT_UI1: return V_UI1(&value);
-    case VT_I2: return static_cast<WindowHandle>(V_I2(&value));
-    case VT_UI2: return V_UI2(&value);
-    case VT_I4: return static_cast<WindowHandle>(V_I4(&value));
-    case VT_UI4: return V_UI4(&value);
-    case VT_INT: return static_cast<WindowHandle>(V_INT(&value));
-    case VT_UINT: return V_UINT(&value);
-    case VT_I8: return static_cast<WindowHandle>(V_I8(&value));
-    case VT_UI8: return static_cast<WindowHandle>(V_UI8(&value));
-    default: return std::nullopt;
+        case VT_I1:
+            return static_cast<WindowHandle>(V_I1(&value));
+        case VT_UI1:
+            return V_UI1(&value);
+        case VT_I2:
+            return static_cast<WindowHandle>(V_I2(&value));
+        case VT_UI2:
+            return V_UI2(&value);
+        case VT_I4:
+            return static_cast<WindowHandle>(V_I4(&value));
+        case VT_UI4:
+            return V_UI4(&value);
+        case VT_INT:
+            return static_cast<WindowHandle>(V_INT(&value));
+        case VT_UINT:
+            return V_UINT(&value);
+        case VT_I8:
+            return static_cast<WindowHandle>(V_I8(&value));
+        case VT_UI8:
+            return static_cast<WindowHandle>(V_UI8(&value));
+        default:
+            return std::nullopt;
     }
 }
 
@@ -128,19 +139,26 @@ void LateBoundListView::Refresh()
     }
 }
 
-void LateBoundListView::ClearItems() { Items().Call(items::Clear); }
+void LateBoundListView::ClearItems()
+{
+    Items().Call(items::Clear);
+}
 
-void LateBoundListView::ClearColumns() { Columns().Call(columns::Clear); }
+void LateBoundListView::ClearColumns()
+{
+    Columns().Call(columns::Clear);
+}
 
 void LateBoundListView::AddColumn(const ListColumn& added)
 {
     const Variant key{std::wstring_view(added.key)};
     const Variant caption{std::wstring_view(added.caption)};
-    // Behind these come the alignment, if it is not the usual one, and no icon.
-    std::array<VARIANT, 5> reversed{Short(static_cast<int>(added.alignment)), Single(added.width),
-                                    added.caption.empty() ? LeftOut() : caption.Get(), key.Get(), LeftOut()};
-    const std::size_t unsaid = added.alignment == Alignment::Left ? 1 : 0;
-    Columns().Call(columns::Add, std::span(reversed).subspan(unsaid));
+    const VARIANT alignment = added.alignment == Alignment::Left ? LeftOut() : Short(static_cast<int>(added.alignment));
+    // All of them, because a script's own procedure takes no fewer: index, key, text, width, alignment, icon.
+    std::array<VARIANT, 6> reversed{LeftOut(),           alignment,
+                                    Single(added.width), added.caption.empty() ? LeftOut() : caption.Get(),
+                                    key.Get(),           LeftOut()};
+    Columns().Call(columns::Add, reversed);
 }
 
 int LateBoundListView::SubItemIndex(const std::wstring& key)
@@ -158,7 +176,8 @@ void LateBoundListView::AddRows(RowSource& rows, bool)
 {
     Items();
     m_window = hWnd();
-    for (std::size_t place = 0; place < rows.Count(); ++place) AddRow(rows.Row(place));
+    for (std::size_t place = 0; place < rows.Count(); ++place)
+        AddRow(rows.Row(place));
 }
 
 /// Each call may run code of the host, which may add rows itself: the item is taken up anew before each.
@@ -168,9 +187,25 @@ LateCaller& LateBoundListView::ItemCaller(const ComPtr<IDispatch>& item)
     return m_item;
 }
 
+/// A new item of which nothing is said yet: without arguments, or with all five left out where the object is a script's
+/// own and takes no fewer.
+ComPtr<IDispatch> LateBoundListView::AddItem()
+{
+    std::array<VARIANT, 5> reversed;
+    reversed.fill(LeftOut());
+    if (m_addTakesAll) return DispatchIn(m_items.Call(items::Add, reversed).Get());
+    try {
+        return DispatchIn(m_items.Call(items::Add).Get());
+    } catch (const RuntimeError& error) {
+        if (error.number != kWrongArguments) throw;
+    }
+    m_addTakesAll = true;
+    return AddItem();
+}
+
 void LateBoundListView::AddRow(const ListRow& row)
 {
-    const ComPtr<IDispatch> added = DispatchIn(m_items.Call(items::Add).Get());
+    const ComPtr<IDispatch> added = AddItem();
     ItemCaller(added).Put(item::Text, Variant(std::wstring_view(row.cells.front())).Get());
     for (std::size_t place = 1; place < row.cells.size(); ++place) {
         if (row.cells[place].empty()) continue;
@@ -224,7 +259,10 @@ std::optional<std::wstring> LateBoundListView::SelectedCell(int column)
     return TextOf(m_item.Get(item::SubItems, {&index, 1}).Get());
 }
 
-ObjectRef LateBoundListView::HostObject() { return ReferTo(m_list.Object().Get()); }
+ObjectRef LateBoundListView::HostObject()
+{
+    return ReferTo(m_list.Object().Get());
+}
 
 std::shared_ptr<ListView> ListViewFromVariant(Platform& platform, const VARIANT& given)
 {

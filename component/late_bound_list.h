@@ -32,6 +32,7 @@ public:
     const ComPtr<IDispatch>& Dispatch() const { return m_list.Object(); }
 
 private:
+    ComPtr<IDispatch> AddItem();
     void AddRow(const ListRow& row);
     void SetIcon(const ComPtr<IDispatch>& item, int image);
     LateCaller& ItemCaller(const ComPtr<IDispatch>& item);
@@ -45,6 +46,7 @@ private:
     LateCaller m_columns;
     LateCaller m_column;
     WindowHandle m_window = 0;  // while rows are added
+    bool m_addTakesAll = false;
 };
 
 /// The list view that a host hands over: nothing gives null; a number is a list-view window's handle; an object is one

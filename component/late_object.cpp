@@ -17,24 +17,25 @@ RuntimeError ErrorNumbered(HRESULT result)
 {
     constexpr HRESULT kDisconnected = static_cast<HRESULT>(0x80010108);
     switch (result) {
-    case DISP_E_UNKNOWNNAME:
-    case DISP_E_MEMBERNOTFOUND:
-        return {438, L"Object doesn't support this property or method"};
-    case DISP_E_TYPEMISMATCH:
-    case DISP_E_BADVARTYPE:
-        return TypeMismatch();
-    case DISP_E_BADPARAMCOUNT:
-    case DISP_E_PARAMNOTOPTIONAL:
-        return {450, L"Wrong number of arguments or invalid property assignment"};
-    case DISP_E_BADINDEX:
-        return SubscriptOutOfRange();
-    case E_OUTOFMEMORY:
-        return OutOfMemory();
-    case kDisconnected:
-    case CO_E_OBJNOTCONNECTED:
-        return ObjectGone(L"The list view");
-    default:
-        return {440, L"Automation error"};
+        case DISP_E_UNKNOWNNAME:
+        case DISP_E_MEMBERNOTFOUND:
+            return {438, L"Object doesn't support this property or method"};
+        case DISP_E_TYPEMISMATCH:
+        case DISP_E_BADVARTYPE:
+            return TypeMismatch();
+        case DISP_E_BADPARAMCOUNT:
+        case DISP_E_PARAMNOTOPTIONAL:
+            return {kWrongArguments, L"Wrong number of arguments or invalid property assignment"};
+        case DISP_E_BADINDEX:
+            return SubscriptOutOfRange();
+        case E_OUTOFMEMORY:
+            return OutOfMemory();
+        case kDisconnected:
+        case CO_E_OBJNOTCONNECTED:
+            return ObjectGone(L"The list view");
+        default:
+            if (HRESULT_FACILITY(result) != FACILITY_CONTROL) return {440, L"Automation error"};
+            return {HRESULT_CODE(result), L"Application-defined or object-defined error"};
     }
 }
 
@@ -51,7 +52,6 @@ RuntimeError ErrorTold(EXCEPINFO& told)
     const HRESULT code = told.wCode != 0 ? told.wCode : told.scode;
     RuntimeError error = ErrorNumbered(code);
     if (told.wCode != 0) error.number = told.wCode;
-    if (HRESULT_FACILITY(code) == FACILITY_CONTROL) error.number = HRESULT_CODE(code);
     if (!description.View().empty()) error.description = description.View();
     if (!source.View().empty()) error.source = source.View();
     return error;
@@ -63,7 +63,8 @@ ComPtr<ITypeInfo> ClassOf(IDispatch& object, const ComPtr<ITypeInfo>& known)
     ComPtr<ITypeInfo> info;
     if (FAILED(object.GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Put())) || info == known) return info;
     ComPtr<IDispatchEx> extensible;
-    if (SUCCEEDED(object.QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(extensible.Put())))) return nullptr;
+    if (SUCCEEDED(object.QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(extensible.Put()))))
+        return nullptr;
     return info;
 }
 

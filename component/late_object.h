@@ -9,12 +9,15 @@
 
 namespace sylvex {
 
-/// Calls members of automation objects by name. The numbers of the names are asked for once per class of object; objects
-/// whose members are made at run time are asked each time that another one is taken up.
+/// The error of a member that takes another number of arguments.
+constexpr long kWrongArguments = 450;
+
+/// Calls members of automation objects by name. The numbers of the names are asked for once per class of object;
+/// objects whose members are made at run time are asked each time that another one is taken up.
 class LateCaller {
 public:
     /// The names that will be called; they outlive the caller.
-    explicit LateCaller(std::initializer_list<const wchar_t*> names);
+    LateCaller(std::initializer_list<const wchar_t*> names);
 
     /// The object to be called from now on. Raises 91 for null.
     void TakeUp(const ComPtr<IDispatch>& object);

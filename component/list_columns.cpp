@@ -86,9 +86,7 @@ public:
     }
     STDMETHODIMP get_Alignment(ListColumnAlignmentConstants* value) override
     {
-        return Member([&] {
-            Checked(value) = static_cast<ListColumnAlignmentConstants>(List().AlignmentOf(Place()));
-        });
+        return Member([&] { Checked(value) = static_cast<ListColumnAlignmentConstants>(List().AlignmentOf(Place())); });
     }
     STDMETHODIMP put_Alignment(ListColumnAlignmentConstants value) override
     {
@@ -124,7 +122,8 @@ private:
 std::vector<int> ColumnHeaderObject::Order() const
 {
     std::vector<int> order(static_cast<std::size_t>(List().ColumnCount()));
-    for (std::size_t i = 0; i < order.size(); ++i) order[i] = static_cast<int>(i);
+    for (std::size_t i = 0; i < order.size(); ++i)
+        order[i] = static_cast<int>(i);
     Send(LVM_GETCOLUMNORDERARRAY, order.size(), reinterpret_cast<LPARAM>(order.data()));
     return order;
 }

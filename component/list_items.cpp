@@ -167,11 +167,15 @@ struct RowPlaces {
 
 class ListItemsObject final : public ListMember<IListItems, ::ListItems> {
 public:
-    explicit ListItemsObject(std::shared_ptr<WindowListView> list) : ListMember(std::move(list)) { Held().items = this; }
+    explicit ListItemsObject(std::shared_ptr<WindowListView> list) : ListMember(std::move(list))
+    {
+        Held().items = this;
+    }
 
     STDMETHODIMP get_Item(VARIANT Index, IListItem** value) override
     {
-        return Member([&] { Checked(value) = nullptr, *value = ItemObject(Shared(), RowNamed(List(), Index)).Detach(); });
+        return Member(
+            [&] { Checked(value) = nullptr, *value = ItemObject(Shared(), RowNamed(List(), Index)).Detach(); });
     }
     STDMETHODIMP get_Count(LONG* value) override
     {

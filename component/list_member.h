@@ -69,7 +69,8 @@ public:
         if (!items || (!fetched && count != 1)) return E_POINTER;
         ULONG given = 0;
         const HRESULT result = Border(IID_IEnumVARIANT, [&] {
-            for (; given < count && Step(); ++given) items[given] = Variant(m_places.Object(m_at).Get()).Detach();
+            for (; given < count && Step(); ++given)
+                items[given] = Variant(m_places.Object(m_at).Get()).Detach();
             return given == count ? S_OK : S_FALSE;
         });
         if (fetched) *fetched = given;
@@ -127,8 +128,8 @@ ComPtr<IColumnHeaders> ColumnsObject(const std::shared_ptr<WindowListView>& list
 
 /// Place of the row that a host names by its key or by its number from 1. Raises 35600, 35601, or 13.
 int RowNamed(WindowListView& list, const VARIANT& index);
-/// Place of the row behind an item object that a host handed in. Raises 13 when it is none of ours, 35601 when it belongs
-/// to another list, 35605 when the row has been removed.
+/// Place of the row behind an item object that a host handed in. Raises 13 when it is none of ours, 35601 when it
+/// belongs to another list, 35605 when the row has been removed.
 int RowBehind(WindowListView& list, IUnknown* item);
 /// Compares as the list sorts: below 0, 0 or above 0.
 int CompareTexts(std::wstring_view left, std::wstring_view right);

@@ -54,22 +54,23 @@ int MManipulateMsgBox::MessageBox(WindowHandle hWnd, const std::wstring& lpText,
         line = 3;
         caption = lpCaption.empty() ? m_platform.system.ProgramName() : lpCaption;
         line = 4;
-        m_box.reading = Arm(hWnd, kReadingTimer, 0);
+        m_box.g_MoveCaption = caption;
+        result = ShowWithTimers(hWnd, lpText, wType, lbCentered);
         line = 5;
-        if (lbCentered) {
-            m_box.g_MoveCaption = caption;
-            m_box.centring = Arm(hWnd, kCentringTimer, kCentreAfter);
-        }
-        line = 6;
-        result = m_platform.boxes.Show(hWnd, lpText, caption, wType);
-        line = 7;
-        m_box.reading.reset();
-        m_box.centring.reset();  // a box that was closed at once has never been centred
-        line = 8;
         if (m_box.check) m_box.m_bCheckState = m_box.check->Ticked();
         CheckboxReturn = m_box.m_bCheckState;
         return result;
     });
+}
+
+int MManipulateMsgBox::ShowWithTimers(WindowHandle hWnd, const std::wstring& lpText, unsigned wType, bool lbCentered)
+{
+    m_box.reading = Arm(hWnd, kReadingTimer, 0);
+    if (lbCentered) m_box.centring = Arm(hWnd, kCentringTimer, kCentreAfter);
+    const int result = m_platform.boxes.Show(hWnd, lpText, m_box.g_MoveCaption, wType);
+    m_box.reading.reset();
+    m_box.centring.reset();  // a box that was closed at once has never been centred
+    return result;
 }
 
 std::unique_ptr<OwnerTimer> MManipulateMsgBox::Arm(WindowHandle hWnd, unsigned idEvent, int milliseconds)

@@ -42,6 +42,7 @@ private:
     };
     class Opened;
 
+    int ShowWithTimers(WindowHandle hWnd, const std::wstring& lpText, unsigned wType, bool lbCentered);
     void TimerProc(WindowHandle hWnd, unsigned idEvent);
     void Centre(WindowHandle hWnd);
     std::unique_ptr<OwnerTimer> Arm(WindowHandle hWnd, unsigned idEvent, int milliseconds);

@@ -12,6 +12,7 @@ enum Function : unsigned { kNothing = 0, kMove = 1, kCopy = 2, kDelete = 3, kRen
 /// The shell's own codes for what it would not do either.
 constexpr int kRootFolder = 116;
 constexpr int kInvalidPath = 124;
+constexpr int kNameInUse = 183;
 
 constexpr unsigned kManyTargets = 1;
 constexpr unsigned kToTheBinUnasked = 0x50;
@@ -84,22 +85,36 @@ std::wstring WithoutSeparator(const std::wstring& path)
     return path.ends_with(L'\\') && !IsRoot(path) ? path.substr(0, path.size() - 1) : path;
 }
 
-bool DiskOperations::FolderExists(const std::wstring& path)
+/// Whether what is at the path is a folder; nothing when there is nothing.
+std::optional<bool> DiskOperations::IsFolder(const std::wstring& path)
 {
     FileSystem& files = m_instance.platform.files;
-    // A root has no entry of its own.
-    if (IsRoot(path)) return files.Search(path + L"*.*") != nullptr || files.FileSystemName(path).has_value();
+    if (IsRoot(path)) {  // which has no entry of its own
+        const bool there = files.Search(path + L"*.*") != nullptr || files.FileSystemName(path).has_value();
+        return there ? std::optional(true) : std::nullopt;
+    }
     const auto entry = files.Search(WithoutSeparator(path));
-    return entry != nullptr && entry->Entry().IsDirectory();
+    return entry != nullptr ? std::optional(entry->Entry().IsDirectory()) : std::nullopt;
+}
+
+/// Why the shell is not asked, as one of its codes; 0 when it is.
+int DiskOperations::Obstacle(unsigned wFunc, const std::wstring& Source, const std::wstring& dest)
+{
+    if (!IsWholePath(Source) || !IsWholePath(dest)) return kInvalidPath;
+    if (IsRoot(Source)) return kRootFolder;
+    if (wFunc != kMove) return 0;
+    // Into a folder that has gone the shell would move under that folder's name.
+    if (!IsFolder(dest).value_or(false)) return kInvalidPath;
+    const std::wstring path = WithoutSeparator(Source);
+    const std::wstring name = path.substr(path.rfind(L'\\') + 1);
+    const bool isFile = !IsFolder(path).value_or(true);
+    return isFile && IsFolder(WithoutSeparator(dest) + (IsRoot(dest) ? L"" : L"\\") + name) ? kNameInUse : 0;
 }
 
 FileOperationResult DiskOperations::Operate(unsigned wFunc, unsigned fFlags, const std::wstring& Source,
                                             const std::wstring& dest)
 {
-    if (!IsWholePath(Source) || !IsWholePath(dest)) return {kInvalidPath, false};
-    if (IsRoot(Source)) return {kRootFolder, false};
-    // Into a folder that has gone the shell would move under that folder's name.
-    if (wFunc == kMove && !FolderExists(dest)) return {kInvalidPath, false};
+    if (const int obstacle = Obstacle(wFunc, Source, dest)) return {obstacle, false};
     return m_instance.platform.shell.Operate(wFunc, fFlags, WithoutSeparator(Source), dest);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "instance/instance.h"
@@ -14,14 +15,16 @@ public:
     /// Has the shell move (`Flavor` 4), rename (128), copy (1, 2, 64) or delete (8, 16) one path, with the shell's own
     /// questions and progress; -1 when the person cancelled, otherwise 0. What fails is shown in a box: the shell's
     /// number, or "Operation Failed" for a cancel. The shell is asked only for whole paths of one file or folder, and
-    /// to move only into a folder that exists; anything else counts as the shell's failure 124.
+    /// to move only into a folder that exists; anything else counts as the shell's failure 124. A root is not moved
+    /// (116), nor is a file to where its name is in use (183): not every shell asks before it replaces one.
     long WindowsDiskOps(const std::wstring& Source, const std::wstring& dest, short Flavor);
     /// Whether the last operation was done.
     bool Done() const { return m_done; }
 
 private:
     FileOperationResult Operate(unsigned wFunc, unsigned fFlags, const std::wstring& Source, const std::wstring& dest);
-    bool FolderExists(const std::wstring& path);
+    std::optional<bool> IsFolder(const std::wstring& path);
+    int Obstacle(unsigned wFunc, const std::wstring& Source, const std::wstring& dest);
 
     Instance& m_instance;
     bool m_done = false;

@@ -25,7 +25,8 @@ Moment MomentOf(Date date)
 
 void AppendDigits(std::wstring& text, unsigned value, unsigned highest)
 {
-    for (; highest > 0; highest /= 10) text += static_cast<wchar_t>(L'0' + value / highest % 10);
+    for (; highest > 0; highest /= 10)
+        text += static_cast<wchar_t>(L'0' + value / highest % 10);
 }
 
 std::wstring DayStamp(int day)

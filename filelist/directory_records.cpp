@@ -37,7 +37,7 @@ void DirectoryRecords::ReadFolder(const Ticked::Folder& folder)
     ReadSingly(folder, AreFew(folder) ? folder.entries : ReadListing(folder));
 }
 
-void DirectoryRecords::ReadSingly(const Ticked::Folder& folder, std::vector<std::uint32_t> entries)
+void DirectoryRecords::ReadSingly(const Ticked::Folder& folder, const std::vector<std::uint32_t>& entries)
 {
     for (const std::uint32_t entry : entries) {
         const std::wstring_view name = m_ticked.Name(entry);
@@ -54,7 +54,8 @@ std::vector<std::uint32_t> DirectoryRecords::ReadListing(const Ticked::Folder& f
 {
     std::unordered_map<std::wstring_view, std::uint32_t> wanted;
     wanted.reserve(folder.entries.size());
-    for (const std::uint32_t entry : folder.entries) wanted.emplace(m_ticked.Name(entry), entry);
+    for (const std::uint32_t entry : folder.entries)
+        wanted.emplace(m_ticked.Name(entry), entry);
     const auto search = m_files.Search(folder.path + L"*");
     if (!search) return {};
     for (bool more = true; more; more = search->Next()) {

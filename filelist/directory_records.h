@@ -38,7 +38,7 @@ public:
 
 private:
     void ReadFolder(const Ticked::Folder& folder);
-    void ReadSingly(const Ticked::Folder& folder, std::vector<std::uint32_t> entries);
+    void ReadSingly(const Ticked::Folder& folder, const std::vector<std::uint32_t>& entries);
     std::vector<std::uint32_t> ReadListing(const Ticked::Folder& folder);
     void Note(const FileEntry& entry, DirectoryRecord& record);
 

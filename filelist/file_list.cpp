@@ -14,7 +14,10 @@ namespace {
 class BranchWalk {
 public:
     explicit BranchWalk(Node& top)
-        : m_top(top), m_separator(top.Collection().PathSeparator()), m_joined(top.FullPath() + m_separator), m_at(top.Child())
+        : m_top(top),
+          m_separator(top.Collection().PathSeparator()),
+          m_joined(top.FullPath() + m_separator),
+          m_at(top.Child())
     {
     }
     /// Null at the end.

@@ -98,7 +98,9 @@ void FileTypes::ShellSortTypeNewArray()
         line = 1;
         std::vector<FTs>& TypeNew = m_instance.TypeNew;
         std::vector<const std::string*> keys;
-        for (const FTs& record : TypeNew) keys.push_back(&SortKeyOf(record.Ext));
+        keys.reserve(TypeNew.size());
+        for (const FTs& record : TypeNew)
+            keys.push_back(&SortKeyOf(record.Ext));
         const std::size_t count = TypeNew.size();
         const auto pass = [&](std::size_t i, std::size_t gap) {
             if (*keys[i] <= *keys[i + gap]) return;
@@ -107,9 +109,11 @@ void FileTypes::ShellSortTypeNewArray()
         };
         for (std::size_t gap = count / 2; gap > 0; gap /= 2) {
             line = 2;
-            for (std::size_t i = 0; i < count - gap; ++i) pass(i, gap);
+            for (std::size_t i = 0; i < count - gap; ++i)
+                pass(i, gap);
             line = 3;
-            for (std::size_t i = count - gap; i-- > 0;) pass(i, gap);
+            for (std::size_t i = count - gap; i-- > 0;)
+                pass(i, gap);
         }
     });
 }

@@ -16,7 +16,8 @@ std::wstring SizeText(Regional& regional, double Size, double& SizeKb, int& Pwr,
     if (Size < kKilo) return regional.Number(Size, 0) + L" b";
     SizeKb = Size / kKilo;
     int digits = 0;
-    while (digits < kMostDigits && !(SizeKb < std::pow(10.0, digits + 1))) ++digits;
+    while (digits < kMostDigits && !(SizeKb < std::pow(10.0, digits + 1)))
+        ++digits;
     if (digits == kMostDigits) return L"Out of bounds";
     Pwr = digits / 3;
     SizeKb /= std::pow(kKilo, Pwr);

@@ -94,7 +94,8 @@ void ListBinding::LVColumnHeaders()
         line = 4;
         list->AddColumn({L"atr", texts.sAttribute, 1000});
         list->AddColumn({L"dos", texts.sMsDos, 1600});
-        for (const wchar_t* const key : kSortColumns) list->AddColumn({key, {}, 0});
+        for (const wchar_t* const key : kSortColumns)
+            list->AddColumn({key, {}, 0});
     });
 }
 
@@ -124,7 +125,8 @@ short ListBinding::LVIdx(const std::wstring& sKey)
 void ListBinding::HideSortColumns()
 {
     const std::shared_ptr<ListView> list = m_instance.BoundList();
-    for (const wchar_t* const key : kSortColumns) list->SetColumnWidth(key, 0);
+    for (const wchar_t* const key : kSortColumns)
+        list->SetColumnWidth(key, 0);
 }
 
 void ListBinding::LoadCleanup(short SortCol)

@@ -68,8 +68,8 @@ void ListRows::FindColumns()
         count = std::max(count, place + 1);
         return place;
     };
-    m_columns = {find(L"nam"),  find(L"ext"),  find(L"siz"), find(L"typ"),  find(L"mod"),
-                 find(L"tim"),  find(L"cre"),  find(L"acc"), find(L"atr"),  find(L"dos"),
+    m_columns = {find(L"nam"),  find(L"ext"),  find(L"siz"),  find(L"typ"),  find(L"mod"),
+                 find(L"tim"),  find(L"cre"),  find(L"acc"),  find(L"atr"),  find(L"dos"),
                  find(L"cre2"), find(L"acc2"), find(L"siz2"), find(L"mod2"), find(L"tim2")};
     m_row.cells.resize(count);
 }
@@ -138,7 +138,8 @@ const ListRow& ListRows::Row(std::size_t place)
 {
     const LaidOut& row = m_rows[place];
     const DirectoryRecord& record = m_records.Of(row.entry);
-    for (std::wstring& cell : m_row.cells) cell.clear();
+    for (std::wstring& cell : m_row.cells)
+        cell.clear();
     m_row.image = row.image;
     m_row.cells[m_columns.nam] = ItemText(row);
     if (row.pattern == kFile) {
@@ -230,13 +231,12 @@ std::vector<std::uint32_t> ListRows::SortedPlaces(bool descending) const
     }
     const std::string_view all = bytes;
     const auto before = [&](std::uint32_t left, std::uint32_t right) {
-        const int order = all.substr(keys[left].start, keys[left].length)
-                              .compare(all.substr(keys[right].start, keys[right].length));
+        const int order =
+            all.substr(keys[left].start, keys[left].length).compare(all.substr(keys[right].start, keys[right].length));
         return descending ? order > 0 : order < 0;
     };
     // One folder's files come in order already.
-    if (!std::is_sorted(places.begin(), places.end(), before))
-        std::stable_sort(places.begin(), places.end(), before);
+    if (!std::is_sorted(places.begin(), places.end(), before)) std::stable_sort(places.begin(), places.end(), before);
     return places;
 }
 

@@ -13,8 +13,8 @@ namespace sylvex {
 class Ticked {
 public:
     struct Folder {
-        std::wstring path;               ///< up to and including the last separator; empty for a path without one
-        std::size_t siblings = 0;        ///< how many nodes stood beside the ticked ones
+        std::wstring path;         ///< up to and including the last separator; empty for a path without one
+        std::size_t siblings = 0;  ///< how many nodes stood beside the ticked ones
         std::vector<std::uint32_t> entries;
     };
 

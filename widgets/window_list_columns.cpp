@@ -18,7 +18,8 @@ void WindowListView::MatchColumns()
 {
     const auto count = static_cast<std::size_t>(m_window->ColumnCount());
     if (count < m_columns.size()) m_columns.resize(count);
-    while (m_columns.size() < count) m_columns.push_back({++m_lastColumn, {}, {}, -1, Alignment::Left, {}});
+    while (m_columns.size() < count)
+        m_columns.push_back({++m_lastColumn, {}, {}, -1, Alignment::Left, {}});
 }
 
 WindowListView::Column& WindowListView::ColumnRecord(int place)
@@ -87,7 +88,8 @@ void WindowListView::RemoveColumn(int place)
 
 void WindowListView::ClearColumns()
 {
-    for (int count = m_window->ColumnCount(); count-- > 0;) m_window->DeleteColumn(count);
+    for (int count = m_window->ColumnCount(); count-- > 0;)
+        m_window->DeleteColumn(count);
     m_columns.clear();
 }
 

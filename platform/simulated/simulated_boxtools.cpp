@@ -148,8 +148,8 @@ void SimulatedBoxTools::MoveBox(WindowHandle box, Point corner)
     m_gate.Enter("BoxTools::MoveBox");
     Box* const open = Find(box);
     if (open == nullptr) return;
-    const Rect& from = open->place;
-    m_boxPlace = open->place = {corner.x, corner.y, corner.x + from.right - from.left, corner.y + from.bottom - from.top};
+    const Size size{open->place.right - open->place.left, open->place.bottom - open->place.top};
+    m_boxPlace = open->place = {corner.x, corner.y, corner.x + size.cx, corner.y + size.cy};
 }
 
 std::unique_ptr<BoxCheck> SimulatedBoxTools::AddCheck(WindowHandle box, const std::wstring& text)

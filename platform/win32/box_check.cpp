@@ -42,8 +42,9 @@ Contents ContentsOf(HWND box)
         wchar_t name[16] = {};
         GetClassNameW(child, name, 16);
         if (lstrcmpiW(name, L"Button") != 0) continue;
-        auto all = contents.buttonsPlace;
-        contents.buttonsPlace = contents.buttons.empty() ? place : (UnionRect(&all, &contents.buttonsPlace, &place), all);
+        // With an empty rectangle the union is the other one.
+        const auto before = contents.buttonsPlace;
+        UnionRect(&contents.buttonsPlace, &before, &place);
         contents.buttons.push_back(child);
     }
     return contents;

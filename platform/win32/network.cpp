@@ -46,7 +46,8 @@ bool Win32Network::Answers(const std::wstring& path)
     auto root = std::make_unique<std::wstring>(RemoteRootOf(path));
     if (root->empty()) return true;
     HMODULE module = nullptr;
-    if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCWSTR>(&Ask), &module)) return true;
+    if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCWSTR>(&Ask), &module))
+        return true;
     UniqueModule kept(module);
     const UniqueHandle thread(CreateThread(nullptr, 0, &Ask, root.get(), 0, nullptr));
     if (!thread) return true;

@@ -155,7 +155,8 @@ TEST_F(FileListTest, AFolderOfManyTickedFilesLosesNone)
     constexpr int kCount = 200;
     constexpr int kGone = 50;
     const auto name = [](int file) { return L"many\\f" + std::to_wstring(1000 + file) + L".txt"; };
-    for (int file = 0; file < kCount; ++file) desk.MakeFile(name(file), 1000 + file);
+    for (int file = 0; file < kCount; ++file)
+        desk.MakeFile(name(file), 1000 + file);
     scene.control().LetFileFilter(L"*.txt");
     scene.Enumerate();
     scene.At(L"many").SetExpanded(true);
@@ -198,7 +199,8 @@ TEST_F(FileListTest, BindingLaysOutSixteenColumnsAndEmptiesTheList)
     EXPECT_EQ(list->SubItemIndex(L"dos"), 9);
     EXPECT_EQ(list->SubItemIndex(L"tim2"), 15);
     EXPECT_EQ(scene.list().ColumnWidth(0), scene.list().PixelsOf(3600));
-    for (int column = 10; column < 16; ++column) EXPECT_EQ(scene.list().ColumnWidth(column), 0) << column;
+    for (int column = 10; column < 16; ++column)
+        EXPECT_EQ(scene.list().ColumnWidth(column), 0) << column;
 }
 
 TEST_F(FileListTest, ABuildHidesTheSortColumnsAgain)

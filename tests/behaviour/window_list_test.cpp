@@ -44,7 +44,8 @@ protected:
     std::wstring Rows()
     {
         std::wstring joined;
-        for (const std::wstring& text : list.Texts()) joined += (joined.empty() ? L"" : L" ") + text;
+        for (const std::wstring& text : list.Texts())
+            joined += (joined.empty() ? L"" : L" ") + text;
         return joined;
     }
     RowId Add(const std::wstring& text, const std::wstring& key = {})

@@ -65,8 +65,7 @@ public:
                         EXCEPINFO* exception, UINT* bad) override
     {
         Note(member, kind, *arguments);
-        const HRESULT done =
-            m_inner.Object()->Invoke(member, id, locale, kind, arguments, result, exception, bad);
+        const HRESULT done = m_inner.Object()->Invoke(member, id, locale, kind, arguments, result, exception, bad);
         if (SUCCEEDED(done) && result && V_VT(result) == VT_DISPATCH && V_DISPATCH(result)) {
             const Value wrapped = Wrap(Value(*result), m_journal);
             VariantClear(result);
@@ -136,7 +135,8 @@ protected:
     ~LateList() override
     {
         DestroyWindow(window);
-        for (const wchar_t* const path : {L"C:\\SylvexLateList\\a.txt", L"C:\\SylvexLateList\\b.txt"}) DeleteFileW(path);
+        for (const wchar_t* const path : {L"C:\\SylvexLateList\\a.txt", L"C:\\SylvexLateList\\b.txt"})
+            DeleteFileW(path);
         RemoveDirectoryW(L"C:\\SylvexLateList");
     }
     Value Cell(int row, const wchar_t* key)
@@ -160,11 +160,11 @@ TEST_F(LateList, BindingLaysOutTheColumnsByName)
 {
     control.Set(L"ReqListView", list);
     const std::wstring calls = journal.Take();
-    EXPECT_EQ(calls.find(L"hWnd; ListItems; Clear; ColumnHeaders; Clear; ColumnHeaders; Add ,nam,Name,3600; "), 0u)
+    EXPECT_EQ(calls.find(L"hWnd; ListItems; Clear; ColumnHeaders; Clear; ColumnHeaders; Add ,nam,Name,3600,,; "), 0u)
         << calls;
-    EXPECT_NE(calls.find(L"Add ,siz,Size,1100,1; "), calls.npos);
-    EXPECT_NE(calls.find(L"Add ,cmp2,,0; "), calls.npos);
-    EXPECT_TRUE(calls.ends_with(L"Add ,tim2,,0; Visible= -1; Refresh")) << calls;
+    EXPECT_NE(calls.find(L"Add ,siz,Size,1100,1,; "), calls.npos);
+    EXPECT_NE(calls.find(L"Add ,cmp2,,0,,; "), calls.npos);
+    EXPECT_TRUE(calls.ends_with(L"Add ,tim2,,0,,; Visible= -1; Refresh")) << calls;
     EXPECT_TRUE(control.Get(L"ReqListView").Is(list));
 }
 

@@ -55,7 +55,8 @@ protected:
     std::wstring Rows() const
     {
         std::wstring texts;
-        for (const Value& item : items.Each()) texts += (texts.empty() ? L"" : L" ") + item.Get(L"Text").Text();
+        for (const Value& item : items.Each())
+            texts += (texts.empty() ? L"" : L" ") + item.Get(L"Text").Text();
         return texts;
     }
     /// Writes a sub-item, through the interface itself.
@@ -184,7 +185,8 @@ TEST_F(ListObjects, ObjectsOutliveTheControl)
 
 TEST_F(ListObjects, ForEachBearsRemovalOnTheWay)
 {
-    for (const wchar_t* text : {L"a", L"b", L"c", L"d"}) Add(text);
+    for (const wchar_t* text : {L"a", L"b", L"c", L"d"})
+        Add(text);
     Value enumerator = items.Get(L"_NewEnum");
     IEnumVARIANT* each = nullptr;
     ASSERT_EQ(V_UNKNOWN(&enumerator.Raw())->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(&each)), S_OK);

@@ -46,9 +46,9 @@ protected:
 
     static HWND MakeForm(const RECT& place)
     {
-        const HWND form = CreateWindowExW(0, L"STATIC", L"Form", WS_OVERLAPPEDWINDOW | WS_VISIBLE, place.left, place.top,
-                                          place.right - place.left, place.bottom - place.top, nullptr, nullptr,
-                                          GetModuleHandleW(nullptr), nullptr);
+        const HWND form = CreateWindowExW(0, L"STATIC", L"Form", WS_OVERLAPPEDWINDOW | WS_VISIBLE, place.left,
+                                          place.top, place.right - place.left, place.bottom - place.top, nullptr,
+                                          nullptr, GetModuleHandleW(nullptr), nullptr);
         SetForegroundWindow(form);
         return form;
     }
@@ -65,8 +65,8 @@ protected:
         });
         hands->SetInterval(80);
         hands->SetEnabled(true);
-        const int result = m_module.MessageBox(reinterpret_cast<WindowHandle>(owner), text, kBoxOk, caption, centred, check,
-                                               m_ticked);
+        const int result = m_module.MessageBox(reinterpret_cast<WindowHandle>(owner), text, kBoxOk, caption, centred,
+                                               check, m_ticked);
         EXPECT_EQ(step, steps.size());
         return result;
     }
@@ -118,7 +118,8 @@ TEST_F(RealMessageBox, StaysOnTheScreenWhereverItsOwnerIs)
     screen.cbSize = sizeof screen;
     GetMonitorInfoW(MonitorFromWindow(m_form, MONITOR_DEFAULTTONEAREST), &screen);
     const RECT& area = screen.rcWork;
-    for (const RECT& at : {RECT{-500, -300, -100, -50}, RECT{area.right - 100, area.bottom - 60, area.right + 400, area.bottom + 200}}) {
+    const RECT beyond{area.right - 100, area.bottom - 60, area.right + 400, area.bottom + 200};
+    for (const RECT& at : {RECT{-500, -300, -100, -50}, beyond}) {
         const HWND form = MakeForm(at);
         Show(form, true, L"Check", {[&](HWND box) {
             const RECT place = PlaceOf(box);

@@ -29,14 +29,17 @@ protected:
     {
         Node& parent = scene.At(folder);
         parent.SetExpanded(true);
-        for (Node* node = parent.Child(); node != nullptr; node = node->Next()) node->SetChecked(true);
-        for (Node* node = &parent; node != nullptr; node = node->Parent()) node->SetBold(true);
+        for (Node* node = parent.Child(); node != nullptr; node = node->Next())
+            node->SetChecked(true);
+        for (Node* node = &parent; node != nullptr; node = node->Parent())
+            node->SetBold(true);
     }
     void Build() { scene.control().Refresh(); }
     std::vector<std::wstring> Column(const std::wstring& key)
     {
         std::vector<std::wstring> cells;
-        for (int row = 0; row < scene.list().RowCount(); ++row) cells.push_back(scene.Cell(row, key));
+        for (int row = 0; row < scene.list().RowCount(); ++row)
+            cells.push_back(scene.Cell(row, key));
         return cells;
     }
 
@@ -62,7 +65,8 @@ TEST_F(FileRowsTest, SizesHaveFourDigits)
                  {5'000'000'000, L"4.657 Gb"},
                  {1e26, L"82.72 Yb"},
                  {1.1e27, L"Out of bounds"}};
-    for (const auto& [size, text] : cases) EXPECT_EQ(FormatSize(state, desktop.regional, size), text);
+    for (const auto& [size, text] : cases)
+        EXPECT_EQ(FormatSize(state, desktop.regional, size), text);
     desktop.gate.FailCall(1);
     EXPECT_EQ(FormatSize(state, desktop.regional, 5), L"Overflow");
     EXPECT_TRUE(desktop.reporter.Reports().empty());
@@ -129,7 +133,8 @@ TEST_F(FileRowsTest, VolumesWithFatShowTheAccessDateOnlyEachRowByItsOwnVolume)
     TickAll(L"t");
     Node& stick = scene.nodes().Item(L"F:\\");
     stick.SetExpanded(true);
-    for (Node* node = stick.Child(); node != nullptr; node = node->Next()) node->SetChecked(true);
+    for (Node* node = stick.Child(); node != nullptr; node = node->Next())
+        node->SetChecked(true);
     stick.SetBold(true);
     Build();
     EXPECT_THAT(Column(L"acc"), ElementsAre(L"02/01/2026 03:04:05", L"02/01/2026", L"02/01/2026"));
@@ -143,7 +148,8 @@ TEST_F(FileRowsTest, VolumesWithFatShowTheAccessDateOnlyEachRowByItsOwnVolume)
 
 TEST_F(FileRowsTest, AFolderIsListedOnceAndTypesAreAskedForOnce)
 {
-    for (int i = 0; i < 40; ++i) scene.desk().Make({L"t\\f" + std::to_wstring(100 + i) + (i % 2 != 0 ? L".txt" : L".TXT")});
+    for (int i = 0; i < 40; ++i)
+        scene.desk().Make({L"t\\f" + std::to_wstring(100 + i) + (i % 2 != 0 ? L".txt" : L".TXT")});
     scene.desk().Make({L"t\\run.exe", L"t\\walk.exe", L"t\\x.odd", L"t\\y.odd", L"t\\sub\\"});
     Load();
     TickAll(L"t");
@@ -204,7 +210,8 @@ TEST_F(FileRowsTest, AnExtensionIsLookedUpOnce)
     // The search heeds letter case, the order does not.
     EXPECT_EQ(types.GetFileType(L"TXT", L"C:\\B.TXT", icon), L"Changed");
     std::wstring order;
-    for (const FTs& record : state.TypeNew) order += record.Ext + L";";
+    for (const FTs& record : state.TypeNew)
+        order += record.Ext + L";";
     EXPECT_EQ(order, L";far;odd;txt;TXT;");
     EXPECT_EQ(types.BinarySearchTypeNew(L"far"), 1);
     EXPECT_EQ(types.BinarySearchTypeNew(L"TXT"), -1);
@@ -215,9 +222,11 @@ TEST_F(FileRowsTest, ALongListOfExtensionsStaysInOrder)
 {
     FileTypes types(state);
     int icon = 0;
-    for (int i = 0; i < 500; ++i) types.GetFileType(std::to_wstring(i * 7919 % 500), L"C:\\x", icon);
+    for (int i = 0; i < 500; ++i)
+        types.GetFileType(std::to_wstring(i * 7919 % 500), L"C:\\x", icon);
     ASSERT_EQ(state.TypeNew.size(), 501u);
-    for (std::size_t i = 1; i < state.TypeNew.size(); ++i) EXPECT_LE(state.TypeNew[i - 1].Ext, state.TypeNew[i].Ext);
+    for (std::size_t i = 1; i < state.TypeNew.size(); ++i)
+        EXPECT_LE(state.TypeNew[i - 1].Ext, state.TypeNew[i].Ext);
 }
 
 TEST_F(FileRowsTest, ColumnsHaveTheWordsOfTheShellOrTheEnglishOnes)
@@ -227,9 +236,10 @@ TEST_F(FileRowsTest, ColumnsHaveTheWordsOfTheShellOrTheEnglishOnes)
     desktop.shell.SetResourceString(L"Intl.Cpl", 25, L"Heure");
     scene.desk().Make({L"t\\sub\\"});
     Load();
-    EXPECT_EQ(static_cast<SimulatedList&>(scene.list()).RenderColumns(),
-              "Nom(240) | Ext(33) | Size(73,right) | Type(93) | Modified(67) | Heure(73) | Created(113) | Accessed(113) | "
-              "Attributes(67) | MsDos 8.3(107) | (0) | (0) | (0) | (0) | (0) | (0)");
+    EXPECT_EQ(
+        static_cast<SimulatedList&>(scene.list()).RenderColumns(),
+        "Nom(240) | Ext(33) | Size(73,right) | Type(93) | Modified(67) | Heure(73) | Created(113) | Accessed(113) | "
+        "Attributes(67) | MsDos 8.3(107) | (0) | (0) | (0) | (0) | (0) | (0)");
     TickAll(L"t");
     Build();
     EXPECT_EQ(scene.Cell(0, L"typ"), L"Dossier");
@@ -243,8 +253,7 @@ TEST_F(FileRowsTest, TheSystemsImageListsAreAttachedAndSharedWithoutAList)
 {
     Load();
     const ListState& list = static_cast<SimulatedList&>(scene.list()).State();
-    EXPECT_THAT(list.imageLists,
-                ElementsAre(SimulatedShell::kNormalSystemImages, SimulatedShell::kSmallSystemImages));
+    EXPECT_THAT(list.imageLists, ElementsAre(SimulatedShell::kNormalSystemImages, SimulatedShell::kSmallSystemImages));
     EXPECT_EQ(desktop.windows.Style(list.handle) & 64u, 64u);
     EXPECT_EQ(ErrorOf([&] { scene.control().SetReqListView(nullptr); }), 65535);
     EXPECT_THAT(desktop.boxes.Lines(), ElementsAre(testing::HasSubstr("Error in AssignSysIl (0)")));
@@ -269,7 +278,8 @@ TEST_F(FileRowsTest, DrivesAndPlacesBeyondTheDiskAreShownLikeFolders)
 {
     Load();
     for (const wchar_t* const key : {L"MyComputer", L"C:\\"}) {
-        for (Node* node = scene.nodes().Item(key).Parent(); node != nullptr; node = node->Parent()) node->SetBold(true);
+        for (Node* node = scene.nodes().Item(key).Parent(); node != nullptr; node = node->Parent())
+            node->SetBold(true);
         scene.nodes().Item(key).SetChecked(true);
     }
     scene.control().LetRecursiveCheck(false);

@@ -24,7 +24,8 @@ Node* FirstByRule(Scene& scene, FolderTree& tree, const std::wstring& path)
 /// Every node's own path, with and without its end and in capitals, and a few that no node has.
 std::set<std::wstring> PathsOf(Scene& scene, FolderTree& tree)
 {
-    std::set<std::wstring> paths{L"", L"\\", L"C:", L"C:\\\\", L"Q:\\", L"desktop", L"a", L"C:\\none\\a", L":", L"D:\\"};
+    std::set<std::wstring> paths{L"",        L"\\", L"C:",          L"C:\\\\", L"Q:\\",
+                                 L"desktop", L"a",  L"C:\\none\\a", L":",      L"D:\\"};
     for (int i = 1; i <= scene.nodes().Count(); ++i) {
         std::wstring path = tree.BuildFullPath(&scene.nodes().Item(i));
         paths.insert(path);
@@ -40,7 +41,8 @@ std::set<std::wstring> PathsOf(Scene& scene, FolderTree& tree)
 /// Nodes as folders give them, and with texts that only a host would choose.
 void Furnish(Scene& scene)
 {
-    scene.desk().Make({L"a\\a\\a\\", L"a\\b.zip", L"b.zip\\a\\", L"Desktop\\My Documents\\a\\", L"\u0424\\\u0444\u0424\\"});
+    scene.desk().Make({L"a\\a\\a\\", L"a\\b.zip", L"b.zip\\a\\", L"Desktop\\My Documents\\a\\",
+                       L"\u0424\\\u0444\u0424\\"});
     scene.Enumerate();
     scene.OpenBase();
     for (const wchar_t* const name : {L"a", L"a/a", L"b.zip", L"Desktop", L"Desktop/My Documents", L"\u0424"})
@@ -60,7 +62,8 @@ void Furnish(Scene& scene)
 
 TEST(PathSearchTest, FindsTheNodeThatTheRuleFinds)
 {
-    for (const wchar_t* const documents : {L"C:\\My Documents", L"E:\\", L"", L"C:\\users\\me\\docs", L"\\\\server\\share\\docs"}) {
+    for (const wchar_t* const documents :
+         {L"C:\\My Documents", L"E:\\", L"", L"C:\\users\\me\\docs", L"\\\\server\\share\\docs"}) {
         for (const wchar_t* const separator : {L"\\", L"/"}) {
             Scene scene;
             static_cast<SimulatedDesk&>(scene.desk()).desktop.shell.SetSpecialFolder(5, documents);
