@@ -6,6 +6,9 @@
 
 readonly xvfbDir="$buildDir/xvfb"
 wine=wine
+# Which build runs: x64, or x86 after useX86.
+arch=x64
+desktopLocked=''
 
 export WINEARCH=win64
 export WINEDEBUG=-all
@@ -15,6 +18,8 @@ export WINEDLLOVERRIDES='mscoree,mshtml='
 windowsPath() { printf 'Z:%s' "${1//\//\\}"; }
 
 lockDesktop() {
+    [ -z "$desktopLocked" ] || return 0
+    desktopLocked=1
     mkdir -p "$buildDir"
     exec 9>"$buildDir/desktop.lock"
     if ! flock -n 9; then
@@ -25,7 +30,7 @@ lockDesktop() {
 
 useHiddenDesktop() {
     lockDesktop
-    export WINEPREFIX="$buildDir/wine-x64"
+    export WINEPREFIX="$buildDir/wine-$arch"
     trap stopDesktop EXIT
     trap 'exit 130' INT TERM HUP
     killPrograms # Of a command that was killed itself.
@@ -64,7 +69,7 @@ setInRegistry() {
 }
 
 registerComponent() {
-    local ocx="$buildDir/x64/SylvexControl.ocx" stamp="$WINEPREFIX/.registered"
+    local ocx="$buildDir/$arch/SylvexControl.ocx" stamp="$WINEPREFIX/.registered"
     needArtifact "$ocx"
     [ ! "$stamp" -nt "$ocx" ] || return 0
     say 'Registering SylvexControl.ocx'
@@ -160,7 +165,8 @@ stopXvfb() {
 stopLeftovers() {
     for WINEPREFIX in "$buildDir"/wine-*; do
         export WINEPREFIX
-        killPrograms
+        [ "$WINEPREFIX" = "$buildDir/wine-x86" ] || killPrograms
     done
+    [ ! -d "$buildDir/wine-x86" ] || (useX86; killPrograms)
     stopXvfb
 }

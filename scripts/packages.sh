@@ -18,10 +18,11 @@ asRoot() {
     fi
 }
 
+# installMissing [PACKAGE...]: what every command needs, and the packages named.
 installMissing() {
     local package missing=()
     command -v dpkg-query >/dev/null || return 0 # Not Debian: the tools are the user's affair.
-    for package in "${neededPackages[@]}"; do
+    for package in "${neededPackages[@]}" "$@"; do
         [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
             missing+=("$package")
     done

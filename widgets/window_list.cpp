@@ -108,6 +108,8 @@ void WindowListView::SortBy(int column)
 
 void WindowListView::SortNow()
 {
+    // A window that paints looks at its rows anew with each that is written to.
+    const Frozen frozen(*m_window);
     m_window->Sort(m_sortKey, m_descending);
 }
 

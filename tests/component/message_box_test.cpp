@@ -27,6 +27,12 @@ POINT MiddleOf(const RECT& place) { return {(place.left + place.right) / 2, (pla
 
 HWND CheckIn(HWND box) { return GetDlgItem(box, 0x5001); }
 
+void CALLBACK CloseAtOnce(HWND form, UINT, UINT_PTR timer, DWORD)
+{
+    KillTimer(form, timer);
+    if (const HWND box = FindWindowW(L"#32770", kCaption)) EndDialog(box, IDOK);
+}
+
 void Press(WORD key)
 {
     INPUT inputs[2]{};
@@ -176,10 +182,7 @@ TEST_F(RealMessageBox, AnotherCheckBoxBeginsUntickedAndMayBeTickedTwice)
 
 TEST_F(RealMessageBox, LeavesNoTimerWhenItClosesAtOnceOrItsOwnerGoes)
 {
-    const UINT_PTR closer = SetTimer(m_form, 1, 0, [](HWND form, UINT, UINT_PTR timer, DWORD) {
-        KillTimer(form, timer);
-        if (const HWND box = FindWindowW(L"#32770", kCaption)) EndDialog(box, IDOK);
-    });
+    const UINT_PTR closer = SetTimer(m_form, 1, 0, &CloseAtOnce);
     Show(m_form, true, L"Check");
     KillTimer(m_form, closer);
     EXPECT_FALSE(TimersLeft(m_form));
