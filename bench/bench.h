@@ -130,6 +130,8 @@ private:
 void OpeningRows();
 void CheckingRows();
 void ListRows();
+void LateListRows();
+void NavigationRows();
 void TrapRows();
 
 }  // namespace sylvex::bench

@@ -1,20 +1,35 @@
 #include <cstdio>
+#include <string_view>
 
 #include "bench/bench.h"
 
 using namespace sylvex;
 
-int main()
+namespace {
+
+struct Group {
+    std::string_view name;
+    void (*rows)();
+};
+constexpr Group kGroups[] = {{"trap", bench::TrapRows},           {"open", bench::OpeningRows},
+                             {"check", bench::CheckingRows},      {"list", bench::ListRows},
+                             {"late", bench::LateListRows},       {"navigate", bench::NavigationRows}};
+
+}  // namespace
+
+/// Without an argument all groups of rows, otherwise those named.
+int main(int count, char** names)
 {
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&classes);
     CoInitialize(nullptr);
     std::printf("%-58s %10s %10s %-5s %6s\n", "", "ours", "floor", "", "ratio");
     try {
-        bench::TrapRows();
-        bench::OpeningRows();
-        bench::CheckingRows();
-        bench::ListRows();
+        for (const Group& group : kGroups) {
+            bool wanted = count == 1;
+            for (int i = 1; i < count; ++i) wanted = wanted || group.name == names[i];
+            if (wanted) group.rows();
+        }
     } catch (const RuntimeError& error) {
         std::printf("stopped by error %ld: %ls\n", error.number, error.description.c_str());
         return 1;

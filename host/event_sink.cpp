@@ -54,9 +54,16 @@ ComPtr<INode> NodeOf(VARIANT& argument)
     return SUCCEEDED(VariantCopyInd(copy.Put(), &argument)) ? copy.As<INode>() : ComPtr<INode>();
 }
 
+float NumberOf(VARIANT& argument)
+{
+    Variant number;
+    const bool read = SUCCEEDED(VariantCopyInd(number.Put(), &argument)) && V_VT(&number.Get()) == VT_R4;
+    return read ? V_R4(&number.Get()) : 0;
+}
+
 ControlEvent DescribeEvent(DISPID id, const EventShape* shape, DISPPARAMS& parameters)
 {
-    ControlEvent event{static_cast<EventId>(id), shape ? shape->name : L"event " + std::to_wstring(id), {}, {}};
+    ControlEvent event{static_cast<EventId>(id), EventName(id), {}, {}};
     // Arguments come last to first.
     for (UINT index = 0; index < parameters.cArgs; ++index) {
         VARIANT& argument = parameters.rgvarg[parameters.cArgs - 1 - index];
@@ -66,10 +73,18 @@ ControlEvent DescribeEvent(DISPID id, const EventShape* shape, DISPPARAMS& param
         if (!event.arguments.empty()) event.arguments += L' ';
         event.arguments += std::wstring(name) + L'=' + TextOf(argument);
     }
+    const bool hasPlace = shape && shape->arguments[2] && shape->arguments[3] && parameters.cArgs == 4;
+    if (hasPlace) event.x = NumberOf(parameters.rgvarg[1]), event.y = NumberOf(parameters.rgvarg[0]);
     return event;
 }
 
 }  // namespace
+
+std::wstring EventName(DISPID event)
+{
+    const EventShape* const shape = FindShape(event);
+    return shape ? shape->name : L"event " + std::to_wstring(event);
+}
 
 STDMETHODIMP EventSink::QueryInterface(REFIID id, void** found)
 {

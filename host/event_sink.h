@@ -13,7 +13,15 @@
 namespace sylvex::host {
 
 /// Identifiers of the events that the form reacts to.
-enum class EventId : DISPID { NodeCheck = 2, NodeClick = 3, Collapse = 6, Expand = 8, MouseMove = 13 };
+enum class EventId : DISPID {
+    NodeCheck = 2,
+    NodeClick = 3,
+    Collapse = 6,
+    Expand = 8,
+    MouseUp = 12,
+    MouseMove = 13,
+    MouseDown = 14
+};
 
 /// An event of the control, as it arrived.
 struct ControlEvent {
@@ -23,7 +31,13 @@ struct ControlEvent {
     ComPtr<INode> node;
     /// The other arguments as `name=value`, separated by blanks.
     std::wstring arguments;
+    /// Where the mouse was, in the container's units; 0 for other events.
+    float x = 0;
+    float y = 0;
 };
+
+/// Name of an event; "event 99" for one that is not known.
+std::wstring EventName(DISPID event);
 
 /// Receives __Sylvex.
 class EventSink : public ComObject<IDispatch> {

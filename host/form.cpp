@@ -37,6 +37,7 @@ constexpr Child kSettings[] = {
     {WC_EDITW, L"", kEdit, IDC_PATTERNS, WS_EX_CLIENTEDGE},
     {WC_BUTTONW, L"&Recursive check", kCheck, IDC_RECURSIVE},
     {WC_BUTTONW, L"Check &boxes", kCheck, IDC_CHECKBOXES},
+    {WC_BUTTONW, L"&Drag and rename", kCheck, IDC_DRAG_DROP},
     {WC_BUTTONW, L"&Enumerate", kButton, IDC_ENUMERATE},
     {WC_BUTTONW, L"Refre&sh", kButton, IDC_REFRESH},
     {WC_BUTTONW, L"E&xport\u2026", kButton, IDC_EXPORT},
@@ -123,6 +124,7 @@ bool Form::CreateChildren()
     SetWindowTextW(Item(IDC_PATTERNS), m_options.patterns.value_or(L"*").c_str());
     CheckDlgButton(Handle(), IDC_RECURSIVE, m_options.recursive ? BST_CHECKED : BST_UNCHECKED);
     CheckDlgButton(Handle(), IDC_CHECKBOXES, BST_CHECKED);
+    CheckDlgButton(Handle(), IDC_DRAG_DROP, m_options.dragDrop ? BST_CHECKED : BST_UNCHECKED);
     m_layout.emplace(Handle(), m_metrics);
     return Item(IDC_LIST) && Item(IDC_LOG) && Item(IDC_STATUS) && m_place.Handle();
 }
@@ -195,6 +197,8 @@ LRESULT Form::AnswerFrame(UINT message, WPARAM wParam, LPARAM lParam)
             OnClose();
             return 0;
         case WM_DESTROY:
+            m_script.reset();
+            m_watch.reset();
             m_container.reset();
             PostQuitMessage(m_status);
             return 0;
@@ -224,6 +228,7 @@ void Form::ServeMessage(MSG& message)
         DispatchMessageW(&message);
     }
     if (m_container) m_container->FollowFocus();
+    LookAtPaths();
 }
 
 bool Form::TakeTab(const MSG& message)

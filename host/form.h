@@ -9,6 +9,8 @@
 #include "host/event_log.h"
 #include "host/layout.h"
 #include "host/options.h"
+#include "host/path_watch.h"
+#include "host/script_session.h"
 #include "host/window.h"
 
 namespace sylvex::host {
@@ -34,6 +36,8 @@ public:
     /// The list as a table; throws AutomationError.
     Table List() const;
     void ShowRowCount();
+    /// Runs a script that drives the control and hears its events until the form goes; throws Failure.
+    void RunScript(const std::wstring& file);
     /// Shows what went wrong in the status bar and the log.
     void ReportFailure(const std::wstring& message);
     /// Paints what is still to be painted, and carries out `action` once that has reached the screen.
@@ -51,6 +55,7 @@ private:
     void CreatePanes();
     HWND Item(int id) const { return GetDlgItem(Handle(), id); }
     void ServeMessage(MSG& message);
+    void ServeMessagesFor(int milliseconds);
     bool TakeTab(const MSG& message);
     void TabOut(bool back);
     void MoveFocus(WPARAM where, bool isWindow);
@@ -74,6 +79,7 @@ private:
     void ApplyPatterns();
     void ApplyRecursive();
     void ApplyCheckboxes();
+    void ApplyDragDrop();
     void ApplyFileFilter();
     void Refresh();
     void Export();
@@ -83,6 +89,8 @@ private:
     void ShowStatus(const std::wstring& text);
     void HearEvent(const ControlEvent& event);
     void HearProperty(DISPID member);
+    void LookAtPaths();
+    void HearChange(std::wstring_view what, const std::wstring& before, const std::wstring& after);
     std::wstring DescribeNode(INode& node);
     void ShowUnavailable(const std::wstring& reason);
 
@@ -96,6 +104,8 @@ private:
     Splitter m_logSplitter;
     EventLog m_log;
     std::unique_ptr<ControlContainer> m_container;
+    std::unique_ptr<PathWatch> m_watch;  // while nodes can be dragged and renamed
+    std::unique_ptr<ScriptSession> m_script;
     HACCEL m_accelerators = nullptr;
     HWND m_lastFocus = nullptr;
     std::function<void()> m_whenPainted;

@@ -85,8 +85,8 @@ void Form::OpenControl()
     LateBound(ComPtr<IDispatch>(&control)).Put(L"ReqListView", Variant(Item(IDC_LIST)));
     if (font) Check(control.putref_Font(font.Get()), L"Font");
     Check(control.put_HideSelection(VARIANT_FALSE), L"HideSelection");
-    Check(control.put_LabelEdit(tvwManual), L"LabelEdit");
     ApplyCheckboxes();
+    ApplyDragDrop();
     ApplyRecursive();
     ApplyPatterns();
     if (GetFocus() == m_place.Handle()) m_container->Activate(nullptr);
@@ -96,7 +96,8 @@ void Form::ShowUnavailable(const std::wstring& reason)
 {
     m_place.SetText(L"The Sylvex control cannot be used on this computer.\n\n" + reason +
                     L"\n\nRegister the component and start this program again:\n\n    regsvr32 SylvexControl.ocx");
-    for (const int id : {IDC_RECURSIVE, IDC_CHECKBOXES, IDC_ENUMERATE, IDC_REFRESH, IDC_EXPORT, IDC_COPY}) {
+    for (const int id :
+         {IDC_RECURSIVE, IDC_CHECKBOXES, IDC_DRAG_DROP, IDC_ENUMERATE, IDC_REFRESH, IDC_EXPORT, IDC_COPY}) {
         EnableWindow(Item(id), FALSE);
     }
 }
@@ -127,6 +128,8 @@ Form::Command Form::FindCommand(int id)
             return &Form::ApplyRecursive;
         case IDC_CHECKBOXES:
             return &Form::ApplyCheckboxes;
+        case IDC_DRAG_DROP:
+            return &Form::ApplyDragDrop;
         default:
             return {};
     }
@@ -214,6 +217,17 @@ void Form::ApplyCheckboxes()
     Check(Control().put_Checkboxes(FlagOf(IsDlgButtonChecked(Handle(), IDC_CHECKBOXES))), L"Checkboxes");
 }
 
+void Form::ApplyDragDrop()
+{
+    const bool on = IsDlgButtonChecked(Handle(), IDC_DRAG_DROP) == BST_CHECKED;
+    Check(Control().put_DragDropEnable(FlagOf(on)), L"DragDropEnable");
+    Check(Control().put_LabelEdit(on ? tvwAutomatic : tvwManual), L"LabelEdit");
+    m_watch.reset();
+    if (!on) return;
+    m_watch = std::make_unique<PathWatch>(
+        Control(), [this](auto what, auto& before, auto& after) { HearChange(what, before, after); });
+}
+
 void Form::Enumerate()
 {
     const WaitCursor cursor;
@@ -282,6 +296,7 @@ void Form::HearEvent(const ControlEvent& event)
         m_log.AddLatest(event.name, event.arguments);
         return;
     }
+    if (m_watch) Attempt([&](Form&) { m_watch->Hear(event); });
     if (!event.node || !m_container) {
         m_log.Add(event.name, event.arguments);
         return;
@@ -292,6 +307,20 @@ void Form::HearEvent(const ControlEvent& event)
         ShowStatus(description);
     });
     if (event.id == EventId::NodeCheck) ShowRowCount();
+}
+
+void Form::LookAtPaths()
+{
+    // What a box of the control waits for is looked at when it has been answered.
+    if (m_watch && m_busy == 0) Attempt([&](Form&) { m_watch->Look(); });
+}
+
+void Form::HearChange(std::wstring_view what, const std::wstring& before, const std::wstring& after)
+{
+    const bool done = GetFileAttributesW((L"\\\\?\\" + after).c_str()) != INVALID_FILE_ATTRIBUTES;
+    const std::wstring details = before + L"  ->  " + after + (done ? L"" : L"   (not on the disk)");
+    m_log.Add(what, details);
+    ShowStatus(std::wstring(what) + L": " + details);
 }
 
 void Form::HearProperty(DISPID member)

@@ -9,6 +9,7 @@ namespace sylvex::host {
 namespace {
 
 constexpr int kButtons[] = {IDC_ENUMERATE, IDC_REFRESH, IDC_EXPORT, IDC_COPY};
+constexpr int kChecks[] = {IDC_RECURSIVE, IDC_CHECKBOXES, IDC_DRAG_DROP};
 constexpr int kMargin = 7;
 constexpr int kGap = 4;
 constexpr int kWideGap = 10;
@@ -159,7 +160,7 @@ void Layout::ArrangeCommands(Moves& moves, RECT row) const
 {
     const int height = HeightOf(row);
     int left = row.left + LabelWidth(IDC_FILE_FILTER_LABEL);
-    for (const int id : {IDC_RECURSIVE, IDC_CHECKBOXES}) {
+    for (const int id : kChecks) {
         moves.Move(id, left, row.top, CheckWidth(id), height);
         left += CheckWidth(id) + m_metrics.X(kWideGap);
     }
@@ -207,7 +208,8 @@ void Layout::MovePanesEdge(int y)
 
 SIZE Layout::Minimum() const
 {
-    const int checks = CheckWidth(IDC_RECURSIVE) + CheckWidth(IDC_CHECKBOXES) + 2 * m_metrics.X(kWideGap);
+    int checks = 0;
+    for (const int id : kChecks) checks += CheckWidth(id) + m_metrics.X(kWideGap);
     const int buttons = 4 * ButtonWidth() + m_metrics.X(2 * kGap + kWideGap);
     const int width = LabelWidth(IDC_FILE_FILTER_LABEL) + checks + buttons + 2 * m_metrics.X(kMargin);
     return {width, m_metrics.Y(200)};

@@ -5,6 +5,7 @@
 
 #include "host/console.h"
 #include "host/form.h"
+#include "host/side_by_side.h"
 
 namespace sylvex::host {
 namespace {
@@ -38,6 +39,7 @@ LOGFONTW MessageFont()
 
 int RunForm(const Options& options, int show)
 {
+    const SideBySide component;
     const OleThread ole;
     const INITCOMMONCONTROLSEX classes{
         sizeof classes, ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};

@@ -59,7 +59,9 @@ const std::map<std::wstring, ValueReader, std::less<>>& ValueOptions()
         {L"--patterns", [](Options& o, auto, auto& value) { o.patterns = value; }},
         {L"--file-filter", [](Options& o, auto, auto& value) { o.fileFilter = value; }},
         {L"--recursive", [](Options& o, auto name, auto& value) { o.recursive = RequireSwitch(name, value); }},
+        {L"--drag-drop", [](Options& o, auto name, auto& value) { o.dragDrop = RequireSwitch(name, value); }},
         {L"--csv", [](Options& o, auto name, auto& value) { o.csv = RequireFile(name, value); }},
+        {L"--script", [](Options& o, auto name, auto& value) { o.script = RequireFile(name, value); }},
         {L"--ready-file", [](Options& o, auto name, auto& value) { o.readyFile = RequireFile(name, value); }},
     };
     return options;
@@ -148,7 +150,10 @@ Shows the Sylvex control beside a list view that it fills with what is ticked.
   --file-filter TEXT   FileFilter: patterns of the files in the tree, "*.zip;*.txt"
   --patterns TEXT      BuildFileListFilter: patterns of a ticked folder, "*.txt|*.doc"
   --recursive on|off   RecursiveCheck: whether a folder is ticked with all below it (on)
+  --drag-drop on|off   DragDropEnable: whether folders and files can be dragged, and renamed with F2 (off)
   --csv FILE           write the list as CSV (UTF-8) once it is built; - is standard output
+  --script FILE        run a script (.vbs, .js) that knows the objects Sylvex, List and Host
+                       (Host.Echo, Log, Wait, Quit, ListWindow) and may define Sylvex_NodeCheck(Node) ...
   --ready-file FILE    write an empty file when everything is done and painted
   --exit               leave after that, instead of keeping the window open
   --help               print this text

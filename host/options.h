@@ -33,9 +33,12 @@ struct Options {
     /// Value for FileFilter; empty when it was not given.
     std::optional<std::wstring> fileFilter;
     bool recursive = true;
+    bool dragDrop = false;
     /// File to write the list to, "-" for the standard output.
     std::optional<std::wstring> csv;
     std::optional<std::wstring> readyFile;
+    /// Script to run once the paths have been opened and ticked.
+    std::optional<std::wstring> script;
     bool exit = false;
     bool help = false;
 

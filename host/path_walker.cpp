@@ -50,6 +50,8 @@ ComPtr<INode> FindDrive(ITreeView& tree, const std::wstring& drive)
         *computer, [&](INode& node) { return EqualIgnoringCase(ReadText(node, &INode::get_Key, L"Node.Key"), drive); });
 }
 
+}  // namespace
+
 ComPtr<ITreeView> TreeOf(_Sylvex& control)
 {
     Variant value;
@@ -58,8 +60,6 @@ ComPtr<ITreeView> TreeOf(_Sylvex& control)
     if (!tree) throw AutomationError(L"TreeView", E_NOINTERFACE, {});
     return tree;
 }
-
-}  // namespace
 
 ComPtr<INode> PathWalker::Find(const TreePath& path) const
 {

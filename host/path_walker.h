@@ -6,6 +6,9 @@
 
 namespace sylvex::host {
 
+/// The tree of a control; throws AutomationError.
+ComPtr<ITreeView> TreeOf(_Sylvex& control);
+
 /// Goes down the tree from My Computer through a drive, expanding on the way. The control must
 /// outlive the walker. Every member throws AutomationError, and Failure when the tree does not have the path.
 class PathWalker {

@@ -24,3 +24,4 @@
 #define IDC_LOG 117
 #define IDC_STATUS 118
 #define IDC_LEAVE 119
+#define IDC_DRAG_DROP 120

@@ -43,6 +43,7 @@ void DoAll(Form& form, const Options& options)
     if (options.open) walker.Open(*options.open);
     for (const TreePath& path : options.checks)
         walker.Tick(path);
+    if (options.script) form.RunScript(*options.script);
     form.ShowRowCount();
     if (options.csv) WriteList(form, *options.csv);
 }

@@ -165,8 +165,8 @@ stopXvfb() {
 stopLeftovers() {
     for WINEPREFIX in "$buildDir"/wine-*; do
         export WINEPREFIX
-        [ "$WINEPREFIX" = "$buildDir/wine-x86" ] || killPrograms
+        [[ "$WINEPREFIX" = *-x86* ]] || killPrograms
     done
-    [ ! -d "$buildDir/wine-x86" ] || (useX86; killPrograms)
+    [ ! -d "$buildDir/wine-x86" ] || (WINEPREFIX="$buildDir/wine-x86"; useX86; killPrograms)
     stopXvfb
 }

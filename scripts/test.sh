@@ -39,6 +39,7 @@ testWindows() {
     registerComponent
     runTests x64 900 "$buildDir/x64/sylvex_component_tests.exe" "$wine"
     runScripts
+    testPackage
 }
 
 # runTests LABEL SECONDS PROGRAM [LAUNCHER...]: one googletest program.

@@ -16,6 +16,7 @@ testX86() {
     registerComponent
     runTests x86 900 "$buildDir/x86/sylvex_component_tests.exe" "$wine"
     runScripts
+    testPackage
 }
 
 # From here on Wine is the 32-bit root's.

@@ -1,0 +1,271 @@
+#include <array>
+#include <span>
+
+#include "SylvexControl_h.h"
+#include "bench/bench.h"
+#include "platform/text.h"
+#include "platform/win32/com_pointer.h"
+
+namespace sylvex::bench {
+
+namespace {
+
+void Check(HRESULT result)
+{
+    if (FAILED(result)) throw RuntimeError{HRESULT_CODE(result), L"A call of the component failed"};
+}
+
+/// A value of a call, cleared with the object.
+struct Value : VARIANT {
+    Value() { VariantInit(this); }
+    explicit Value(long number) : Value()
+    {
+        vt = VT_I4;
+        lVal = number;
+    }
+    explicit Value(const std::wstring& text) : Value()
+    {
+        vt = VT_BSTR;
+        bstrVal = SysAllocStringLen(text.c_str(), static_cast<UINT>(text.size()));
+    }
+    ~Value() { VariantClear(this); }
+    Value(const Value&) = delete;
+    Value& operator=(const Value&) = delete;
+};
+
+/// An automation object that is known by its members' names only, as a list view of another maker is: it passes calls
+/// on to one of the component's, and wraps the objects that it gives out.
+class Stranger final : public IDispatch {
+public:
+    explicit Stranger(IDispatch* inner) : m_inner(inner) {}
+    STDMETHODIMP QueryInterface(REFIID id, void** found) override
+    {
+        *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
+        if (*found != nullptr) AddRef();
+        return *found != nullptr ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++m_references; }
+    STDMETHODIMP_(ULONG) Release() override
+    {
+        const ULONG left = --m_references;
+        if (left == 0) delete this;
+        return left;
+    }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override { return m_inner->GetTypeInfoCount(count); }
+    STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override
+    {
+        return m_inner->GetTypeInfo(index, locale, info);
+    }
+    STDMETHODIMP GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* members) override
+    {
+        return m_inner->GetIDsOfNames(id, names, count, locale, members);
+    }
+    STDMETHODIMP Invoke(DISPID member, REFIID id, LCID locale, WORD kind, DISPPARAMS* arguments, VARIANT* result,
+                        EXCEPINFO* exception, UINT* bad) override
+    {
+        const HRESULT done = m_inner->Invoke(member, id, locale, kind, arguments, result, exception, bad);
+        if (FAILED(done) || result == nullptr || result->vt != VT_DISPATCH || result->pdispVal == nullptr) return done;
+        IDispatch* const inner = result->pdispVal;
+        result->pdispVal = new Stranger(inner);
+        inner->Release();
+        return done;
+    }
+
+private:
+    ~Stranger() = default;
+    ComPointer<IDispatch> m_inner;
+    ULONG m_references = 1;
+};
+
+DISPID MemberOf(IDispatch& object, const wchar_t* name)
+{
+    std::wstring text = name;
+    LPOLESTR names = text.data();
+    DISPID member = 0;
+    Check(object.GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &member));
+    return member;
+}
+
+/// `reversed`: the arguments, last first.
+void Invoke(IDispatch& object, DISPID member, WORD kind, std::span<VARIANT> reversed, VARIANT* result)
+{
+    DISPID put = DISPID_PROPERTYPUT;
+    const bool puts = kind == DISPATCH_PROPERTYPUT;
+    DISPPARAMS arguments{reversed.data(), puts ? &put : nullptr, static_cast<UINT>(reversed.size()), puts ? 1u : 0u};
+    Check(object.Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &arguments, result, nullptr, nullptr));
+}
+
+/// A control of the component beside the program, in a window of its own.
+ComPointer<_Sylvex> NewControl()
+{
+    wchar_t path[MAX_PATH];
+    const std::wstring program(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
+    static const HMODULE module = LoadLibraryW((program.substr(0, program.rfind(L'\\') + 1) + L"SylvexControl.ocx").c_str());
+    if (module == nullptr) throw RuntimeError{53, L"SylvexControl.ocx is not beside the benchmark"};
+    using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
+    const auto get =
+        reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+    ComPointer<IClassFactory> factory;
+    Check(get(__uuidof(::Sylvex), IID_IClassFactory, factory.ReceiveAny()));
+    ComPointer<_Sylvex> control;
+    Check(factory->CreateInstance(nullptr, __uuidof(_Sylvex), control.ReceiveAny()));
+    return control;
+}
+
+/// The list object that a control makes of a list-view window, as a stranger.
+ComPointer<IDispatch> ListObject(_Sylvex& maker, HWND list)
+{
+    const Value window(static_cast<long>(reinterpret_cast<LONG_PTR>(list)));
+    Check(maker.putref_ReqListView(window));
+    Value object;
+    Check(maker.get_ReqListView(&object));
+    if (object.vt != VT_DISPATCH) throw RuntimeError{424, L"Object required"};
+    auto* const stranger = new Stranger(object.pdispVal);
+    ComPointer<IDispatch> shared(stranger);
+    stranger->Release();
+    return shared;
+}
+
+/// The calls that fill one row, and nothing else.
+class BareRows {
+public:
+    explicit BareRows(IDispatch& list)
+    {
+        Value items;
+        Invoke(list, MemberOf(list, L"ListItems"), DISPATCH_PROPERTYGET, {}, &items);
+        m_items = ComPointer<IDispatch>(items.pdispVal);
+        m_add = MemberOf(*m_items.Get(), L"Add");
+    }
+    void Add(const std::wstring& path)
+    {
+        Value added;
+        Invoke(*m_items.Get(), m_add, DISPATCH_METHOD, {}, &added);
+        IDispatch& item = *added.pdispVal;
+        if (m_text == DISPID_UNKNOWN) {
+            m_text = MemberOf(item, L"Text");
+            m_subItems = MemberOf(item, L"SubItems");
+            m_index = MemberOf(item, L"Index");
+        }
+        Value text(path);
+        Invoke(item, m_text, DISPATCH_PROPERTYPUT, {static_cast<VARIANT*>(&text), 1}, nullptr);
+        for (long column = 1; column < 16; ++column) {
+            if (column == 10) continue;
+            std::array<VARIANT, 2> reversed;
+            Value cell(std::wstring(L"01/01/2026 00:00:00"));
+            reversed[0] = cell;
+            reversed[1] = Value(column);
+            Invoke(item, m_subItems, DISPATCH_PROPERTYPUT, reversed, nullptr);
+        }
+        Value index;
+        Invoke(item, m_index, DISPATCH_PROPERTYGET, {}, &index);
+    }
+
+private:
+    ComPointer<IDispatch> m_items;
+    DISPID m_add = 0;
+    DISPID m_text = DISPID_UNKNOWN;
+    DISPID m_subItems = 0;
+    DISPID m_index = 0;
+};
+
+double FloorLateList(const std::wstring& folder)
+{
+    return Median([&] {
+        Frame frame;
+        const ComPointer<_Sylvex> maker = NewControl();
+        const ComPointer<IDispatch> list = ListObject(*maker.Get(), NewList(frame));
+        BareRows rows(*list.Get());
+        const double start = Now();
+        WIN32_FIND_DATAW entry;
+        const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &entry);
+        do
+            if (entry.cFileName[0] != L'.') rows.Add(folder + L"\\" + entry.cFileName);
+        while (FindNextFileW(search, &entry) != 0);
+        FindClose(search);
+        return Now() - start;
+    });
+}
+
+std::wstring TextOf(INode& node)
+{
+    Value text;
+    Check(node.get_Text(&text.bstrVal));
+    text.vt = VT_BSTR;
+    return text.bstrVal;
+}
+
+ComPointer<INode> ChildOf(INode& parent, const std::wstring& text)
+{
+    Check(parent.put_Expanded(VARIANT_TRUE));
+    ComPointer<INode> child;
+    Check(parent.get_Child(child.Receive()));
+    while (child && TextOf(*child.Get()) != text) {
+        ComPointer<INode> next;
+        Check(child->get_Next(next.Receive()));
+        child = next;
+    }
+    if (!child) throw ElementNotFound();
+    return child;
+}
+
+/// The node of a folder, opened like all above it.
+ComPointer<INode> NodeAt(_Sylvex& control, const std::wstring& path)
+{
+    Value tree;
+    Check(control.get_TreeView(&tree));
+    ComPointer<INodes> nodes;
+    Check(ComPointer<IDispatch>(tree.pdispVal).As<ITreeView>(__uuidof(ITreeView))->get_Nodes(nodes.Receive()));
+    const auto parts = SplitText(path, L'\\');
+    const Value drive(parts[0] + L"\\");
+    ComPointer<INode> node;
+    Check(nodes->get_Item(drive, node.Receive()));
+    for (std::size_t i = 1; i < parts.size(); ++i) node = ChildOf(*node.Get(), parts[i]);
+    Check(node->put_Expanded(VARIANT_TRUE));
+    return node;
+}
+
+/// Ticks the folder, which fills the list once; timed is the second filling of the emptied list.
+double OursLateList(const std::wstring& folder)
+{
+    return Median([&] {
+        Frame frame;
+        const HWND window = NewList(frame);
+        const ComPointer<_Sylvex> maker = NewControl();
+        const ComPointer<IDispatch> list = ListObject(*maker.Get(), window);
+        const ComPointer<_Sylvex> control = NewControl();
+        const Value filter(std::wstring(L"*"));
+        Check(control->put_FileFilter(filter.bstrVal));
+        Check(control->put_Checkboxes(VARIANT_TRUE));
+        Check(control->Enumerate());
+        Value handed;
+        handed.vt = VT_DISPATCH;
+        handed.pdispVal = list.Get();
+        list->AddRef();
+        Check(control->putref_ReqListView(handed));
+        const ComPointer<INode> node = NodeAt(*control.Get(), folder);
+        Check(node->put_Checked(VARIANT_TRUE));
+        INode* ticked = node.Get();
+        VARIANT_BOOL answer = VARIANT_FALSE;
+        Check(control->CheckNodeSelective(&ticked, &answer));
+        ListView_DeleteAllItems(window);
+        VARIANT_BOOL nested = VARIANT_FALSE;
+        const double start = Now();
+        Check(control->BuildFileList(&ticked, &nested));
+        const double taken = Now() - start;
+        if (ListView_GetItemCount(window) == 0) throw ElementNotFound();
+        return taken;
+    });
+}
+
+}  // namespace
+
+void LateListRows()
+{
+    for (const int files : {1000, 10000}) {
+        const std::wstring folder = FlatFolder(files, 200);
+        Print({"late-bound list of " + std::to_string(files) + " ticked files", OursLateList(folder),
+               FloorLateList(folder), 1.3});
+    }
+}
+
+}  // namespace sylvex::bench

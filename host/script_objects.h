@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "host/com.h"
+
+namespace sylvex::host {
+
+class Script;
+
+/// What the object `Host` of a script can have the form do.
+struct HostServices {
+    /// Writes a line to the standard output.
+    std::function<void(const std::wstring&)> echo;
+    /// Adds a line to the log of the form.
+    std::function<void(const std::wstring&)> log;
+    /// Serves messages for so many milliseconds.
+    std::function<void(int)> wait;
+    /// Closes the form with an exit status, once the script has ended.
+    std::function<void(int)> quit;
+    HWND list = nullptr;
+};
+
+/// The object `Host` of a script: Echo(Text), Log(Text), Wait(Milliseconds), Quit([Status]), and ListWindow, the handle
+/// of the form's list view.
+class HostObject : public ComObject<IDispatch> {
+public:
+    explicit HostObject(HostServices services) : m_services(std::move(services)) {}
+
+    STDMETHODIMP QueryInterface(REFIID id, void** found) override { return Answer<IDispatch>(this, id, found); }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override;
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* members) override;
+    STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO*,
+                        UINT*) override;
+
+private:
+    HRESULT Do(DISPID member, VARIANT* argument);
+    HostServices m_services;
+};
+
+/// Hands every event of the control to the script's procedure of its name, `Sylvex_Expand` for Expand; arguments that
+/// are by reference stay so.
+class ScriptEvents : public ComObject<IDispatch> {
+public:
+    using Failed = std::function<void(const std::wstring&)>;
+
+    /// `script` must outlive the connection; `failed` hears of errors in the script's procedures.
+    ScriptEvents(Script& script, Failed failed) : m_script(script), m_failed(std::move(failed)) {}
+
+    STDMETHODIMP QueryInterface(REFIID id, void** found) override;
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override;
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
+    STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD kind, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*,
+                        UINT*) override;
+
+private:
+    Script& m_script;
+    Failed m_failed;
+};
+
+}  // namespace sylvex::host

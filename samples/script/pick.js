@@ -1,0 +1,15 @@
+// Run by the sample host: SylvexHost.exe --script pick.js --exit
+// Prints the drives, and what the control reports while the first one is opened.
+var expanded = 0;
+
+function Sylvex_Expand(node) {
+    expanded += 1;
+}
+
+Sylvex.Enumerate();
+var drive = Sylvex.TreeView.Nodes("C:\\");
+Host.Echo("Drive: " + Sylvex.BuildFullPath(drive));
+drive.Expanded = true;
+Host.Echo("Expand events: " + expanded);
+Host.Echo("Children: " + (drive.Children > 0 ? "some" : "none"));
+Host.Quit(0);

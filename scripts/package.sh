@@ -1,0 +1,46 @@
+# The package for users: both components with their manifests, the sample host, samples and documents.
+
+readonly packageDir="$buildDir/package/Sylvex"
+
+commandPackage() {
+    [ $# -eq 0 ] || fail "package: takes no options"
+    installMissing
+    buildPreset x64 SylvexControl SylvexHost
+    buildPreset x86 SylvexControl SylvexHost
+    makePackage x64 x86
+    (cd "$buildDir/package" && cmake -E tar cf "$buildDir/Sylvex.zip" --format=zip Sylvex)
+    say 'The package: build/Sylvex.zip'
+}
+
+# makePackage ARCH...: what is in the package, unpacked, for these builds.
+makePackage() {
+    local build
+    rm -rf "$packageDir"
+    for build in "$@"; do
+        mkdir -p "$packageDir/$build"
+        cp "$buildDir/$build/SylvexControl.ocx" "$buildDir/$build/SylvexHost.exe" \
+            "$buildDir/$build/manifest/SylvexControl.manifest" "$packageDir/$build/"
+    done
+    cp -r README.md CHANGELOG.md docs samples "$packageDir/"
+}
+
+# The packaged host in a prefix in which nothing is registered: the manifest beside it is all it has.
+testPackage() {
+    local before="$WINEPREFIX" log="$logDir/package.log"
+    say "Running the packaged host where nothing is registered ($arch)"
+    makePackage "$arch"
+    killPrograms
+    export WINEPREFIX="$buildDir/wine-$arch-bare"
+    makePrefix unmanaged
+    (cd "$WINEPREFIX/drive_c" && timeout -k 10 120 "$wine" "$packageDir/$arch/SylvexHost.exe" \
+        --script "$(windowsPath "$packageDir/samples/script/tick.vbs")" --exit) \
+        2>"$log" </dev/null 9>&- | tr -d '\r' >"$log.out" || true
+    if grep -q '^Listed: 1 rows, first C:\\SylvexScript\\\*$' "$log.out"; then
+        passed=$((passed + 1))
+    else
+        cat "$log.out" "$log"
+        countFailure package 'the host did not fill its list without a registration'
+    fi
+    killPrograms
+    export WINEPREFIX="$before"
+}
