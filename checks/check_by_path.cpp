@@ -56,10 +56,11 @@ void CheckByPath::Check(Node& node, bool bState)
 
 short CheckByPath::DrillDownNodeCheck(Node& pNode, const std::wstring& pText, bool bState)
 {
-    return Trapped(m_instance, L"DrillDownNodeCheck", VARIABLES(pNode, pText, bState), kNone, [&](int& line) {
+    const NodeRef node(&pNode);
+    const auto parameters = Variables("pNode,pText,bState", node, pText, bState);
+    return Trapped(m_instance, L"DrillDownNodeCheck", parameters, kNone, [&](int& line) {
         line = 1;
         const Descent level(m_depth);
-        const NodeRef node(&pNode);
         pNode.SetExpanded(true);
         line = 2;
         const ChildOnPath next = m_search.Towards(*node, pText);

@@ -47,7 +47,9 @@ TreeSelect::~TreeSelect() = default;
 
 void TreeSelect::TreeSelectiveCheck(Node& Node, bool Recursive)
 {
-    Trapped(*m_module, L"TreeSelectiveCheck", VARIABLES(Node, Recursive), kNone, [&](int& line) {
+    const NodeRef node(&Node);
+    const auto parameters = Variables("Node,Recursive", node, Recursive);
+    Trapped(*m_module, L"TreeSelectiveCheck", parameters, kNone, [&](int& line) {
         line = 1;
         Node.SetBold(false);
         line = 2;

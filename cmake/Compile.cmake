@@ -36,6 +36,9 @@ if(WIN32)
   # Windows 7 is the oldest system; what is newer is looked up at run time.
   target_compile_definitions(sylvex_options INTERFACE
     UNICODE _UNICODE WINVER=0x0601 _WIN32_WINNT=0x0601 NTDDI_VERSION=0x06010000)
+  # An instruction that faults can throw: the guard of a procedure makes it, and every clean-up runs.
+  target_compile_options(sylvex_options INTERFACE
+    $<$<COMPILE_LANGUAGE:CXX>:-fnon-call-exceptions -fasynchronous-unwind-tables>)
   # Nothing to install beside the binary, and the same bytes from the same sources.
   target_link_options(sylvex_options INTERFACE -static -Wl,--no-insert-timestamp)
 else()

@@ -131,7 +131,10 @@ void Activation::Hide()
 void Activation::GiveFocusAway()
 {
     // A label that is being edited loses what was typed: nobody must be asked anything while the container closes.
-    SendMessageW(WindowOf(m_core.Control().Tree().hWnd()), TVM_ENDEDITLABELNOW, TRUE, 0);
+    const HWND tree = WindowOf(m_core.Control().Tree().hWnd());
+    SendMessageW(tree, TVM_ENDEDITLABELNOW, TRUE, 0);
+    // Nor may a drag go on in a tree that nobody sees.
+    SendMessageW(tree, WM_CANCELMODE, 0, 0);
     if (HoldsFocus()) SetFocus(GetParent(m_core.Window()));
     FocusMayHaveMoved();
 }

@@ -1,6 +1,7 @@
 #include "component/class_factory.h"
 
 #include "component/object.h"
+#include "component/startup.h"
 #include "component/sylvex_object.h"
 
 #include "SylvexControl_h.h"
@@ -17,7 +18,11 @@ public:
         *object = nullptr;
         // An outer object may hold nothing of its inner object but the inner identity.
         if (outer && id != IID_IUnknown) return CLASS_E_NOAGGREGATION;
-        return CreateSylvexObject(outer, id, object);
+        return Border(IID_IClassFactory, [&] {
+            // The factory may be used on another thread than the one that asked for it.
+            Main();
+            return CreateSylvexObject(outer, id, object);
+        });
     }
     STDMETHODIMP LockServer(BOOL lock) override
     {
@@ -33,7 +38,10 @@ HRESULT CreateClassFactory(REFCLSID classId, REFIID id, void** factory) noexcept
     if (!factory) return E_POINTER;
     *factory = nullptr;
     if (classId != __uuidof(::Sylvex)) return CLASS_E_CLASSNOTAVAILABLE;
-    return Border(IID_IClassFactory, [&] { return Make<ClassFactory>()->QueryInterface(id, factory); });
+    return Border(IID_IClassFactory, [&] {
+        Main();
+        return Make<ClassFactory>()->QueryInterface(id, factory);
+    });
 }
 
 }  // namespace sylvex

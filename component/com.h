@@ -9,6 +9,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "platform/exception_guard.h"
+
 namespace sylvex {
 
 /// A failure that leaves as the given HRESULT instead of as a numbered error. `result` must be a failure code.
@@ -184,10 +186,10 @@ HRESULT Border(const IID& interfaceId, Body&& body) noexcept
 {
     try {
         if constexpr (std::is_void_v<decltype(body())>) {
-            body();
+            Guarded(body);
             return S_OK;
         } else {
-            return body();
+            return Guarded(body);
         }
     } catch (...) {
         return FailWithCurrentException(interfaceId);

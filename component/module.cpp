@@ -7,6 +7,39 @@
 #include "component/registration.h"
 #include "component/typeinfo.h"
 
+#include <pthread.h>
+
+/// What the compiler's thread library stores for a thread in the index that it allocates for each module.
+extern "C" void* __pth_gpointer_locked(pthread_t thread);
+
+namespace {
+
+/// Gives back that index, which the library itself never does: a process has about a thousand, and every load of the
+/// component would take one.
+class ThreadIndex {
+public:
+    ThreadIndex() = default;
+    ~ThreadIndex()
+    {
+        const void* const own = __pth_gpointer_locked(pthread_self());
+        for (DWORD index = 0; own && index < TLS_MINIMUM_AVAILABLE + kMoreIndices; ++index) {
+            if (TlsGetValue(index) != own) continue;
+            TlsFree(index);
+            return;
+        }
+    }
+    ThreadIndex(const ThreadIndex&) = delete;
+    ThreadIndex& operator=(const ThreadIndex&) = delete;
+
+private:
+    static constexpr DWORD kMoreIndices = 1024;
+};
+
+// Made before anything else in the module, so gone after it.
+[[gnu::init_priority(101)]] const ThreadIndex threadIndex;
+
+}  // namespace
+
 // Thread notifications stay on: the state that is kept per thread is freed by them.
 BOOL WINAPI DllMain(HINSTANCE, DWORD, LPVOID)
 {

@@ -1,6 +1,7 @@
 #include "component/object_ref.h"
 
 #include "platform/win32/com_object.h"
+#include "platform/win32/variant_text.h"
 
 namespace sylvex {
 
@@ -11,6 +12,12 @@ class HeldValue : public Object {
 public:
     explicit HeldValue(const VARIANT& value) : m_value(value) {}
     const Variant& Value() const { return m_value; }
+    std::wstring ReportText() const override
+    {
+        ValueText report;
+        RenderVariant(m_value.Get(), report);
+        return report.Get();
+    }
 
 private:
     Variant m_value;

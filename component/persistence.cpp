@@ -83,7 +83,7 @@ HRESULT PersistencePart::Save(IPropertyBag* bag, BOOL clearDirty, BOOL all)
         Checked(bag);
         const Instance& control = Core().Used().State();
         HRESULT result = S_OK;
-        Trapped(control, L"UserControl_WriteProperties", kNone, kNone, [&](int& line) {
+        Trapped(control, L"UserControl_WriteProperties", Variables("PropBag", kPropertyBag), kNone, [&](int& line) {
             for (const SavedProperty& property : SavedProperties()) {
                 ++line;
                 Variant value = property.get(Core());

@@ -4,6 +4,7 @@
 
 #include "component/com.h"
 #include "component/control_core.h"
+#include "diagnostics/dump.h"
 
 namespace sylvex {
 
@@ -21,6 +22,9 @@ struct SavedProperty {
 };
 
 constexpr std::size_t kSavedPropertyCount = 19;
+
+/// The container's part in reading and writing, as reports show it: a bag, a stream or a storage.
+constexpr Marker kPropertyBag{L"{PropertyBag}"};
 
 /// A value for each saved property, in their order; VT_EMPTY where there is none.
 using PropertyValues = std::array<Variant, kSavedPropertyCount>;

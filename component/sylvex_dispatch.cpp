@@ -1,5 +1,6 @@
 #include "component/late_bound_list.h"
 #include "component/object_ref.h"
+#include "component/reported_value.h"
 #include "component/sylvex_object.h"
 #include "component/values.h"
 
@@ -82,8 +83,10 @@ STDMETHODIMP SylvexObject::SetNodeVisible()
 
 STDMETHODIMP SylvexObject::put_ImageList(VARIANT* New_ImageList)
 {
-    return Member(
-        [&](Sylvex& control) { control.LetImageList(m_core.Objects().TakeImageList(Checked(New_ImageList))); });
+    return Member([&](Sylvex& control) {
+        control.LetImageList(Converted(control.State(), L"ImageList", "New_ImageList", Checked(New_ImageList),
+                                       [&](const VARIANT& list) { return m_core.Objects().TakeImageList(list); }));
+    });
 }
 
 STDMETHODIMP SylvexObject::Clear()
@@ -343,8 +346,11 @@ STDMETHODIMP SylvexObject::get_ReqListView(VARIANT* value)
 
 STDMETHODIMP SylvexObject::putref_ReqListView(VARIANT New_ReqListView)
 {
-    return Member(
-        [&](Sylvex& control) { control.SetReqListView(ListViewFromVariant(m_core.Services(), New_ReqListView)); });
+    return Member([&](Sylvex& control) {
+        control.SetReqListView(
+            Converted(control.State(), L"ReqListView", "New_ReqListView", New_ReqListView,
+                      [&](const VARIANT& list) { return ListViewFromVariant(m_core.Services(), list); }));
+    });
 }
 
 STDMETHODIMP SylvexObject::CheckNodeSelective(INode** Node, VARIANT_BOOL* result)

@@ -40,7 +40,7 @@ void Sylvex::TV_KeyUp(short& KeyCode, short Shift)
 
 void Sylvex::TV_MouseDown(short Button, short Shift, Point where)
 {
-    Trapped(m_instance, L"TV_MouseDown", VARIABLES(Button, Shift, where), kNone, [&](int& line) {
+    Trapped(m_instance, L"TV_MouseDown", VARIABLES(Button, Shift, where.x, where.y), kNone, [&](int& line) {
         line = 1;
         m_drag.Pressed(Button, where);
         line = 2;
@@ -50,7 +50,7 @@ void Sylvex::TV_MouseDown(short Button, short Shift, Point where)
 
 void Sylvex::TV_MouseMove(short Button, short Shift, Point where)
 {
-    Trapped(m_instance, L"TV_MouseMove", VARIABLES(Button, Shift, where), kNone, [&](int& line) {
+    Trapped(m_instance, L"TV_MouseMove", VARIABLES(Button, Shift, where.x, where.y), kNone, [&](int& line) {
         line = 1;
         m_drag.Moved(Button);
         line = 2;
@@ -62,7 +62,7 @@ void Sylvex::TV_MouseUp(short Button, short Shift, Point where)
 {
     DropLocals drop;
     const auto& [hitemDest, DropSource, DropDestin] = drop;
-    Trapped(m_instance, L"TV_MouseUp", VARIABLES(Button, Shift, where), VARIABLES(hitemDest, DropSource, DropDestin),
+    Trapped(m_instance, L"TV_MouseUp", VARIABLES(Button, Shift, where.x, where.y), VARIABLES(hitemDest, DropSource, DropDestin),
             [&](int& line) {
                 m_drop.Released(drop, line);
                 line = 11;

@@ -13,11 +13,7 @@ void DumpGlobals(Dump& dump)
 {
     dump.Add("InTreeSetParent", InTreeSetParent());
     dump.Add("m_Sylvex", m_Sylvex());
-    dump.Add("Buffer", L"");
-    dump.Add("f_Type", L"");
-    dump.Add("LVI", L"{LVITEM}");
-    dump.Add("Master", L"{Nothing}");
-    dump.Add("SFI", L"{SHFILEINFO}");
+    DeclaresModule::DumpAll(dump);
     dump.Add("g_hBoldFont", 0);
 }
 
@@ -84,7 +80,7 @@ void Sylvex::UserControl_InitProperties()
 
 void Sylvex::UserControl_Resize(Size size)
 {
-    Trapped(m_instance, L"UserControl_Resize", kNone, VARIABLES(size), [&](int& line) {
+    Trapped(m_instance, L"UserControl_Resize", kNone, kNone, [&](int& line) {
         line = 1;
         m_instance.TV.Move({0, 0, size.cx, size.cy});
     });
@@ -151,7 +147,8 @@ void Sylvex::Refresh()
 
 bool Sylvex::CheckNodeSelective(Node* node)
 {
-    return Trapped(m_instance, L"CheckNodeSelective", VARIABLES(node), kNone, [&](int& line) {
+    const NodeRef ref(node);
+    return Trapped(m_instance, L"CheckNodeSelective", Variables("Node", ref), kNone, [&](int& line) {
         line = 1;
         if (node == nullptr) throw ObjectNotSet();
         TV_NodeCheck(*node);
@@ -167,7 +164,7 @@ void Sylvex::FreezeCtl(bool bFreeze)
         m_instance.TV.SetFrozen(bFreeze);
         if (bFreeze) {
             line = 1;
-            Trapped(modTools, L"FreezeCtl", kNone, kNone, [&](int& inner) {
+            Trapped(modTools, L"FreezeCtl", Variables("Ctl", m_instance), kNone, [&](int& inner) {
                 inner = 1;
                 m_instance.platform.windows.Send(m_instance.TV.hWnd(), kSetRedraw, 0, 0);
             });
@@ -204,7 +201,7 @@ std::wstring Sylvex::ReturnFileName(const std::wstring& Arq)
 
 void Sylvex::SetReqListView(const std::shared_ptr<ListView>& New_ReqListView)
 {
-    Trapped(m_instance, L"ReqListView", kNone, kNone, [&](int& line) {
+    Trapped(m_instance, L"ReqListView", VARIABLES(New_ReqListView), kNone, [&](int& line) {
         line = 1;
         m_list.Binding().Bind(New_ReqListView);
         line = 2;
@@ -218,10 +215,11 @@ void Sylvex::TV_Expand(Node& Node)
 {
     bool blnChecked = false;
     std::wstring SearchString;
-    Trapped(m_instance, L"TV_Expand", VARIABLES(Node), VARIABLES(blnChecked, SearchString), [&](int& line) {
+    const NodeRef node(&Node);
+    const auto locals = VARIABLES(blnChecked, SearchString);
+    Trapped(m_instance, L"TV_Expand", Variables("Node", node), locals, [&](int& line) {
         line = 1;
         if (m_instance.InClear) return;
-        const NodeRef node(&Node);
         line = 2;
         m_events.Expand(Node);
         line = 3;
@@ -257,10 +255,10 @@ void Sylvex::MarkListed(const NodeRef& node, std::wstring& SearchString)
 
 void Sylvex::TV_NodeCheck(Node& Node)
 {
-    Trapped(m_instance, L"TV_NodeCheck", VARIABLES(Node), kNone, [&](int& line) {
+    const NodeRef node(&Node);
+    Trapped(m_instance, L"TV_NodeCheck", Variables("Node", node), kNone, [&](int& line) {
         line = 1;
         if (m_instance.InClear) return;
-        const NodeRef node(&Node);
         line = 2;
         m_checks.TreeSelectiveCheck(Node, m_instance.m_RecursiveCheck);
         line = 3;

@@ -1,56 +1,26 @@
 #include "diagnostics/dump.h"
 
+#include "diagnostics/trap.h"
+
 namespace sylvex {
 
-namespace {
-
-/// Longer texts are cut: a report must stay small enough to be read and sent.
-constexpr std::size_t kLongestText = 4096;
-
-}  // namespace
-
-void Dump::Open(std::string_view name)
+void Dump::Record(const wchar_t* name)
 {
-    m_text += L'<';
-    m_text.append(name.begin(), name.end());
-    m_text += L'>';
+    m_value.Marker(m_of == Of::Parameters ? L"{Can't dump UDT parameters}" : name);
 }
 
-void Dump::Close(std::string_view name)
+void Dump::Put(std::string_view name, std::wstring_view value)
 {
-    m_text += L"</";
-    m_text.append(name.begin(), name.end());
-    m_text += L'>';
+    const std::wstring tag(name.begin(), name.end());
+    m_text += L'<' + tag + L'>' + std::wstring(value) + L"</" + tag + L'>';
 }
 
-void Dump::Text(std::wstring_view value)
+void Dump::PutFailure(std::string_view name) noexcept
 {
-    m_text += value.substr(0, kLongestText);
-}
-
-void Dump::Render(double value)
-{
-    m_text += std::to_wstring(value);
-}
-
-void Dump::Render(const Currency& value)
-{
-    m_text += std::to_wstring(value.Value());
-}
-
-void Dump::Render(const Date& value)
-{
-    m_text += std::to_wstring(value.days);
-}
-
-void Dump::Render(const ObjectRef& value)
-{
-    if (!value) {
-        m_text += L"{Nothing}";
-        return;
+    try {
+        Put(name, FormattingError(CaptureError().number));
+    } catch (...) {  // not even memory for these words: the value is left out
     }
-    const std::wstring name = value->ClassName();
-    m_text += name.empty() ? L"{Object}" : L"{" + name + L"}";
 }
 
 }  // namespace sylvex

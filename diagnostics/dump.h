@@ -1,87 +1,119 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <vector>
 
 #include "platform/types.h"
+#include "platform/value_text.h"
 
 namespace sylvex {
 
-/// Renders variables for an error report: each value between tags that carry its name. Never throws for want of a
-/// value; what cannot be rendered says so.
+/// Words that stand in a report for a value that is never shown.
+struct Marker {
+    const wchar_t* text;
+};
+
+/// Renders variables for an error report: each value between tags that carry its name. Nothing that is rendered is
+/// changed, nothing is thrown; what cannot be rendered says so, and what would be too long is cut.
 class Dump {
 public:
+    enum class Of { Variables, Parameters };
+    /// Records are shown by their names among variables, not at all among parameters.
+    explicit Dump(Of of = Of::Variables) noexcept : m_of(of) {}
+
     template <class Value>
-    void Add(std::string_view name, const Value& value)
+    void Add(std::string_view name, const Value& value) noexcept
     {
-        Open(name);
+        m_value = ValueText();
         try {
-            Render(value);
+            if (m_text.size() >= kLongest) {
+                m_value.Marker(TruncatedAt(kLongest, L"characters"));
+            } else {
+                Render(value);
+            }
+            Put(name, m_value.Get());
         } catch (...) {
-            m_text += L"{Error formatting for output}";
+            PutFailure(name);
         }
-        Close(name);
     }
     /// The text so far, "{None}" when nothing was added.
     std::wstring Text() const { return m_text.empty() ? L"{None}" : m_text; }
 
-    void Render(const std::wstring& value) { Text(value); }
-    void Render(std::wstring_view value) { Text(value); }
-    void Render(const wchar_t* value) { Text(value != nullptr ? std::wstring_view(value) : std::wstring_view()); }
-    void Render(bool value) { m_text += value ? L"True" : L"False"; }
-    void Render(double value);
-    void Render(const Currency& value);
-    void Render(const Date& value);
-    void Render(const ObjectRef& value);
-    void Render(const Point&) { m_text += L"{POINTAPI}"; }
-    void Render(const Rect&) { m_text += L"{RECT}"; }
-    void Render(const Size&) { m_text += L"{SIZE}"; }
-    void Render(const FileEntry&) { m_text += L"{WIN32_FIND_DATA}"; }
+private:
+    static constexpr std::size_t kLongest = 262144;
 
+    void Render(std::wstring_view value) { m_value.Text(value); }
+    void Render(const std::wstring& value) { m_value.Text(value); }
+    void Render(const wchar_t* value) { m_value.Text(value != nullptr ? value : L""); }
+    void Render(Marker value) { m_value.Marker(value.text); }
+    void Render(bool value) { m_value.Boolean(value); }
+    void Render(const Currency& value) { m_value.Amount(value); }
+    void Render(const Date& value) { m_value.Moment(value); }
+    void Render(const ObjectRef& value) { m_value.Marker(value ? value->ReportText() : L"{Nothing}"); }
+    void Render(const Point&) { Record(L"{POINTAPI}"); }
+    void Render(const Rect&) { Record(L"{RECT}"); }
+    void Render(const Size&) { Record(L"{SIZE}"); }
+    void Render(const FileEntry&) { Record(L"{WIN32_FIND_DATA}"); }
     template <class Number>
-        requires(std::is_integral_v<Number> && !std::is_same_v<Number, bool>)
+        requires(std::is_arithmetic_v<Number> && !std::is_same_v<Number, bool>)
     void Render(Number value)
     {
-        m_text += std::to_wstring(value);
+        m_value.Number(value);
     }
-    /// Anything that knows its own text for reports (nodes, lists, records).
     template <class Value>
-        requires requires(const Value& value) { { value.ReportText() } -> std::convertible_to<std::wstring>; }
+        requires requires { Value::kRecordName; }
+    void Render(const Value&)
+    {
+        Record(Value::kRecordName);
+    }
+    /// Anything that knows its own words for reports, and what to show behind them.
+    template <class Value>
+        requires requires(const Value& value, ValueText& text) { value.ReportTo(text); }
     void Render(const Value& value)
     {
-        m_text += value.ReportText();
+        value.ReportTo(m_value);
     }
     /// A type that may be gone by the time it is rendered: only its kind is told.
     template <class Value>
         requires requires { Value::kReportName; }
     void Render(const Value&)
     {
-        m_text += Value::kReportName;
+        m_value.Marker(Value::kReportName);
     }
     template <class Value>
         requires requires { Value::kReportName; }
     void Render(Value* value)
     {
-        m_text += value == nullptr ? L"{Nothing}" : Value::kReportName;
+        m_value.Marker(value == nullptr ? L"{Nothing}" : Value::kReportName);
+    }
+    template <class Value>
+        requires requires { Value::kReportName; }
+    void Render(const std::shared_ptr<Value>& value)
+    {
+        Render(value.get());
     }
     template <class Value>
     void Render(const std::vector<Value>& values)
     {
-        if (values.empty()) m_text += L"{UnInitialised Array}";
-        for (std::size_t i = 0; i < values.size() && i < kMostElements; ++i) {
-            m_text += L" Index=\"" + std::to_wstring(i) + L"\" ";
+        if (values.empty()) m_value.Marker(L"{UnInitialised Array}");
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            if (i == ValueText::kMostElements || m_value.IsFull())
+                return m_value.Marker(TruncatedAt(i, L"elements"));
+            m_value.BeginElement(std::to_wstring(i));
             Render(values[i]);
+            m_value.EndElement();
         }
     }
 
-private:
-    static constexpr std::size_t kMostElements = 200;
-    void Open(std::string_view name);
-    void Close(std::string_view name);
-    void Text(std::wstring_view value);
+    void Record(const wchar_t* name);
+    void Put(std::string_view name, std::wstring_view value);
+    void PutFailure(std::string_view name) noexcept;
+    Of m_of;
+    ValueText m_value;
     std::wstring m_text;
 };
 

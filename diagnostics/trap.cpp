@@ -1,7 +1,10 @@
 #include "diagnostics/trap.h"
 
+#include <forward_list>
+#include <mutex>
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 #include "diagnostics/version.h"
 
@@ -57,10 +60,31 @@ std::wstring VersionText()
            std::to_wstring(kVersionRevision);
 }
 
+/// A report that is being handed over. A reporter may call the control and fail it again, and so may whatever runs
+/// while a box is open: that is reported too, but not what fails during the report of it, which would never end.
+class ReportUnderWay {
+public:
+    ReportUnderWay() noexcept { ++Depth(); }
+    ~ReportUnderWay() { --Depth(); }
+    ReportUnderWay(const ReportUnderWay&) = delete;
+    ReportUnderWay& operator=(const ReportUnderWay&) = delete;
+    bool IsTooDeep() const noexcept { return Depth() > kDeepest; }
+
+private:
+    static constexpr int kDeepest = 2;
+    static int& Depth() noexcept
+    {
+        thread_local int depth = 0;
+        return depth;
+    }
+};
+
 /// Hands the report over, or shows it when nobody takes it. Whatever fails in here is left at that.
 void Send(const Module& module, const wchar_t* procedure, const Dump& parameters, const Dump& locals) noexcept
 {
     try {
+        const ReportUnderWay underWay;
+        if (underWay.IsTooDeep()) return;
         const ErrorState& state = CurrentErrorState();
         ErrorReport report{L"SylvexControl",
                            VersionText(),
@@ -76,12 +100,34 @@ void Send(const Module& module, const wchar_t* procedure, const Dump& parameters
     }
 }
 
+/// The error states of all threads that have used theirs.
+class ErrorStates {
+public:
+    static ErrorStates& OfModule()
+    {
+        static ErrorStates states;
+        return states;
+    }
+    ErrorState& Add()
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_states.emplace_front();
+    }
+
+private:
+    std::mutex m_mutex;
+    std::forward_list<ErrorState> m_states;
+};
+
 }  // namespace
 
 ErrorState& CurrentErrorState()
 {
-    thread_local ErrorState state;
-    return state;
+    // A pointer, not the state itself: a destructor of a thread's own keeps the whole module in memory until that
+    // thread ends. Those left over go with the module.
+    thread_local ErrorState* state = nullptr;
+    if (state == nullptr) state = &ErrorStates::OfModule().Add();
+    return *state;
 }
 
 void SetGlobalDump(GlobalDump dump)
@@ -109,12 +155,12 @@ RuntimeError CaptureError()
 void ReportAndPassOn(const Module& module, const wchar_t* procedure, long line, const Dump& parameters,
                      const Dump& locals)
 {
-    const RuntimeError error = CaptureError();
+    RuntimeError error = CaptureError();
     ErrorState& state = CurrentErrorState();
     state.vantorErrorNumber = error.number;
-    state.vantorErrorDescription = error.description;
+    state.vantorErrorDescription = std::move(error.description);
     state.vantorErrorLine = line;
-    state.vantorErrorSource = error.source;
+    state.vantorErrorSource = std::move(error.source);
     Send(module, procedure, parameters, locals);
     throw RuntimeError{kPassedOn, L"Application-defined or object-defined error"};
 }

@@ -5,6 +5,7 @@
 
 #include "diagnostics/dump.h"
 #include "diagnostics/runtime_error.h"
+#include "platform/exception_guard.h"
 #include "platform/messages.h"
 
 namespace sylvex {
@@ -37,14 +38,13 @@ private:
         const std::size_t end = names.find(',');
         const std::string_view name = names.substr(0, end);
         names.remove_prefix(end == std::string_view::npos ? names.size() : end + 1);
-        const std::size_t first = name.find_first_not_of(" *&");
-        return first == std::string_view::npos ? name : name.substr(first);
+        return name.substr(name.find_last_of(" *&.>") + 1);
     }
     const char* m_names;
     std::tuple<const Values&...> m_values;
 };
 
-/// The variables named, under the names they have in the code.
+/// The variables named, under the names they have in the code; a member is named without its owner.
 #define VARIABLES(...) ::sylvex::Variables(#__VA_ARGS__, __VA_ARGS__)
 
 /// A procedure without parameters, or without locals.
@@ -63,9 +63,9 @@ decltype(auto) Trapped(const Module& module, const wchar_t* procedure, const Par
 {
     int line = 0;
     try {
-        return body(line);
+        return Guarded([&]() -> decltype(auto) { return body(line); });
     } catch (...) {
-        Dump parametersDump;
+        Dump parametersDump(Dump::Of::Parameters);
         Dump localsDump;
         parameters.DumpTo(parametersDump);
         locals.DumpTo(localsDump);

@@ -10,6 +10,7 @@ namespace {
 enum Function : unsigned { kNothing = 0, kMove = 1, kCopy = 2, kDelete = 3, kRename = 4 };
 
 /// The shell's own codes for what it would not do either.
+constexpr int kNotFound = 2;
 constexpr int kRootFolder = 116;
 constexpr int kInvalidPath = 124;
 constexpr int kNameInUse = 183;
@@ -49,6 +50,12 @@ bool HasDrive(std::wstring_view path)
 bool IsRoot(std::wstring_view path)
 {
     return HasDrive(path) && path.size() == 3;
+}
+
+/// The last part of a path that does not end in a separator.
+std::wstring NameOf(const std::wstring& path)
+{
+    return path.substr(path.rfind(L'\\') + 1);
 }
 
 }  // namespace
@@ -106,9 +113,11 @@ int DiskOperations::Obstacle(unsigned wFunc, const std::wstring& Source, const s
     // Into a folder that has gone the shell would move under that folder's name.
     if (!IsFolder(dest).value_or(false)) return kInvalidPath;
     const std::wstring path = WithoutSeparator(Source);
-    const std::wstring name = path.substr(path.rfind(L'\\') + 1);
-    const bool isFile = !IsFolder(path).value_or(true);
-    return isFile && IsFolder(WithoutSeparator(dest) + (IsRoot(dest) ? L"" : L"\\") + name) ? kNameInUse : 0;
+    const auto source = IsFolder(path);
+    if (!source) return kNotFound;
+    const auto taken = IsFolder(WithoutSeparator(dest) + (IsRoot(dest) ? L"" : L"\\") + NameOf(path));
+    // Only two folders can become one, which the shell asks about.
+    return taken && !(*source && *taken) ? kNameInUse : 0;
 }
 
 FileOperationResult DiskOperations::Operate(unsigned wFunc, unsigned fFlags, const std::wstring& Source,
@@ -129,7 +138,8 @@ long DiskOperations::WindowsDiskOps(const std::wstring& Source, const std::wstri
                        MessageBoxes& boxes = m_instance.platform.boxes;
                        line = 3;
                        answer = Operate(wFunc, fFlags, Source, dest);
-                       m_done = answer.code == 0 && !answer.aborted;
+                       // A move that the person has declined in parts leaves the rest, whatever the shell calls it.
+                       m_done = answer.code == 0 && !answer.aborted && (wFunc != kMove || !IsFolder(Source));
                        line = 4;
                        if (answer.code != 0) {
                            boxes.Show(m_instance.TV.hWnd(), std::to_wstring(answer.code), {}, kBoxCritical);

@@ -15,10 +15,11 @@ public:
     /// Has the shell move (`Flavor` 4), rename (128), copy (1, 2, 64) or delete (8, 16) one path, with the shell's own
     /// questions and progress; -1 when the person cancelled, otherwise 0. What fails is shown in a box: the shell's
     /// number, or "Operation Failed" for a cancel. The shell is asked only for whole paths of one file or folder, and
-    /// to move only into a folder that exists; anything else counts as the shell's failure 124. A root is not moved
-    /// (116), nor is a file to where its name is in use (183): not every shell asks before it replaces one.
+    /// to move only into a folder that exists; anything else counts as the shell's failure 124. Not moved are a root
+    /// (116), what is not there (2), and what would take the place of a file, or a file that of a folder (183): not
+    /// every shell asks before it replaces one.
     long WindowsDiskOps(const std::wstring& Source, const std::wstring& dest, short Flavor);
-    /// Whether the last operation was done.
+    /// Whether the last operation was done; a move, when nothing is left at the old place.
     bool Done() const { return m_done; }
 
 private:

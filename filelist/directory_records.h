@@ -14,7 +14,7 @@ namespace sylvex {
 
 /// What a folder's listing says of one ticked entry; all empty for one that cannot be read.
 struct DirectoryRecord {
-    static constexpr const wchar_t* kReportName = L"{WIN32_FIND_DATA}";
+    static constexpr const wchar_t* kRecordName = L"{WIN32_FIND_DATA}";
 
     std::uint32_t attributes = 0;
     std::int64_t creationTime = 0;    ///< 100-nanosecond intervals since 1601-01-01 UTC

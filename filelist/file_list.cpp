@@ -64,7 +64,7 @@ FileList::FileList(Instance& instance, FolderTree& tree)
 }
 
 /// The ticked nodes below `top`, and the folder listed last as SourcePath.
-Ticked FileList::FindTicked(Node& top)
+Ticked FileList::FindTicked(Node& top, std::wstring& sPath)
 {
     Ticked ticked;
     const Node* listed = nullptr;
@@ -72,7 +72,7 @@ Ticked FileList::FindTicked(Node& top)
         const bool checked = node->Checked();
         if (checked) {
             const Node* const parent = node->Parent();
-            std::wstring sPath = m_tree.PathOf(walk.FullPath(), node->Text());
+            sPath = m_tree.PathOf(walk.FullPath(), node->Text());
             if (sPath.ends_with(L'\\')) sPath.pop_back();
             ticked.Add(sPath, static_cast<std::size_t>(parent->Children()));
             if (parent != listed) {
@@ -88,13 +88,16 @@ Ticked FileList::FindTicked(Node& top)
 
 void FileList::BuildFileList(Node* pNode, bool RecursiveCall)
 {
-    Trapped(m_instance, L"BuildFileList", VARIABLES(pNode, RecursiveCall), kNone, [&](int& line) {
+    const NodeRef node(pNode);
+    std::wstring sPath;
+    const auto parameters = Variables("pNode,RecursiveCall", node, RecursiveCall);
+    Trapped(m_instance, L"BuildFileList", parameters, VARIABLES(sPath), [&](int& line) {
         line = 1;
         if (pNode == nullptr) return;
         // Once the list is written to, the host may do anything, also remove nodes.
-        const Ticked ticked = FindTicked(*pNode);
+        const Ticked ticked = FindTicked(*pNode, sPath);
         line = 2;
-        ListRows rows(m_instance, m_binding, m_types, ticked);
+        ListRows rows(m_instance, m_binding, m_types, ticked, sPath);
         line = 3;
         if (rows.Count() > 0) m_instance.BoundList()->AddRows(rows, !RecursiveCall);
         if (RecursiveCall) return;

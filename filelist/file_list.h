@@ -27,7 +27,7 @@ public:
     ListBinding& Binding() { return m_binding; }
 
 private:
-    Ticked FindTicked(Node& top);
+    Ticked FindTicked(Node& top, std::wstring& sPath);
 
     Instance& m_instance;
     FolderTree& m_tree;

@@ -28,6 +28,16 @@ std::wstring SizeText(Regional& regional, double Size, double& SizeKb, int& Pwr,
 
 }  // namespace
 
+void DeclaresModule::DumpAll(Dump& dump)
+{
+    // Work space of platform calls, which nothing outlives here.
+    dump.Add("Buffer", L"");
+    dump.Add("f_Type", L"");
+    dump.Add("LVI", Marker{L"{LVITEM}"});
+    dump.Add("Master", Marker{L"{Nothing}"});
+    dump.Add("SFI", Marker{L"{SHFILEINFO}"});
+}
+
 std::wstring FormatSize(const Module& module, Regional& regional, double Size)
 {
     double SizeKb = 0;

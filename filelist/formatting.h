@@ -3,10 +3,18 @@
 #include <cstdint>
 #include <string>
 
-#include "diagnostics/trap.h"
+#include "instance/instance.h"
 #include "platform/platform.h"
 
 namespace sylvex {
+
+/// The module modSylvexDeclares as reports know it.
+class DeclaresModule final : public NamedModule {
+public:
+    explicit DeclaresModule(const Platform& platform) : NamedModule(L"modSylvexDeclares", platform) {}
+    void DumpVariables(Dump& dump) const override { DumpAll(dump); }
+    static void DumpAll(Dump& dump);
+};
 
 /// Bytes as text with four significant digits in 1024-based units; "Out of bounds" from 10^24 kilobytes on, "Overflow"
 /// when the computation fails.

@@ -33,18 +33,19 @@ void ListBinding::Bind(const std::shared_ptr<ListView>& New_ReqListView)
 
 bool ListBinding::AssignSysIL()
 {
-    WindowHandle window = 0;
-    return Trapped(m_instance, L"AssignSysIL", kNone, VARIABLES(window), [&](int& line) {
+    int i = 0;
+    return Trapped(m_instance, L"AssignSysIL", kNone, VARIABLES(i), [&](int& line) {
         line = 1;
         if (!m_instance.m_ReqListView) return false;
         line = 2;
         Windows& windows = m_instance.platform.windows;
-        window = m_instance.BoundList()->hWnd();
+        const WindowHandle window = m_instance.BoundList()->hWnd();
         windows.SetStyle(window, windows.Style(window) | kShareImageLists);
-        for (const bool small : {false, true}) {
+        constexpr int kSmall = 1;
+        for (i = 0; i <= kSmall; ++i) {
             line = 3;
-            const ImageListHandle images = m_instance.platform.shell.SystemImageList(small);
-            windows.Send(window, kSetImageList, small ? 1 : 0, static_cast<std::intptr_t>(images));
+            const ImageListHandle images = m_instance.platform.shell.SystemImageList(i == kSmall);
+            windows.Send(window, kSetImageList, static_cast<std::uintptr_t>(i), static_cast<std::intptr_t>(images));
         }
         return true;
     });
@@ -101,9 +102,12 @@ void ListBinding::LVColumnHeaders()
 
 bool ListBinding::CheckFAT()
 {
-    return Trapped(m_instance, L"CheckFAT", kNone, kNone, [&](int& line) {
+    std::wstring Root;
+    return Trapped(m_instance, L"CheckFAT", kNone, VARIABLES(Root), [&](int& line) {
         line = 1;
-        return IsFatVolume(m_instance.SourcePath.substr(0, 3));
+        Root = m_instance.SourcePath.substr(0, 3);
+        line = 2;
+        return IsFatVolume(Root);
     });
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "filelist/formatting.h"
 #include "platform/text.h"
 
 namespace sylvex {
@@ -34,20 +33,21 @@ std::wstring SizeKey(std::uint64_t size)
 
 }  // namespace
 
-ListRows::ListRows(Instance& instance, ListBinding& binding, FileTypes& types, const Ticked& ticked)
+ListRows::ListRows(Instance& instance, ListBinding& binding, FileTypes& types, const Ticked& ticked,
+                   std::wstring& sPath)
     : m_instance(instance),
       m_binding(binding),
       m_fileTypes(types),
       m_ticked(ticked),
+      m_sPath(sPath),
       m_patterns(instance.m_BuildFileListFilter),
-      m_declares(L"modSylvexDeclares", instance.platform),
+      m_declares(instance.platform),
       m_regional(instance.platform.regional),
       m_records(instance.platform.files, ticked)
 {
     if (m_ticked.Count() == 0) return;
     FindColumns();
     m_rows.reserve(m_ticked.Count());
-    std::wstring sPath;
     for (std::uint32_t entry = 0; entry < m_ticked.Count(); ++entry) {
         sPath.clear();
         m_ticked.AppendPath(entry, sPath);
@@ -85,10 +85,11 @@ bool ListRows::IsFat(std::wstring_view path)
 
 void ListRows::AddFolder(std::uint32_t Item, const std::wstring& sPath)
 {
-    Trapped(m_instance, L"AddFolder", VARIABLES(Item, sPath), kNone, [&](int& line) {
+    std::size_t k = 0;
+    Trapped(m_instance, L"AddFolder", VARIABLES(Item, sPath), VARIABLES(k), [&](int& line) {
         line = 1;
         FTs& folders = m_instance.TypeNew.front();
-        for (std::size_t k = 0; k < m_patterns.size(); ++k) {
+        for (k = 0; k < m_patterns.size(); ++k) {
             line = 2;
             if (!EqualText(m_regional, folders.TypeName, m_instance.sFolder)) {
                 folders.IconIndex = m_instance.platform.shell.SystemIconIndex(sPath);
@@ -141,6 +142,8 @@ const ListRow& ListRows::Row(std::size_t place)
     for (std::wstring& cell : m_row.cells)
         cell.clear();
     m_row.image = row.image;
+    m_sPath.clear();
+    m_ticked.AppendPath(row.entry, m_sPath);
     m_row.cells[m_columns.nam] = ItemText(row);
     if (row.pattern == kFile) {
         FillFile(row, record);

@@ -9,6 +9,7 @@
 #include "filelist/cached_regional.h"
 #include "filelist/directory_records.h"
 #include "filelist/file_types.h"
+#include "filelist/formatting.h"
 #include "filelist/list_binding.h"
 #include "filelist/ticked.h"
 #include "instance/instance.h"
@@ -19,8 +20,9 @@ namespace sylvex {
 /// The rows of one list: laid out at once in the order written, their texts made when the list view takes them.
 class ListRows final : public RowSource {
 public:
-    /// The paths are complete; all arguments outlive the rows. Asks the bound list for its columns.
-    ListRows(Instance& instance, ListBinding& binding, FileTypes& types, const Ticked& ticked);
+    /// The paths are complete; all arguments outlive the rows. Asks the bound list for its columns. `sPath` holds the
+    /// path of the entry that is being worked on.
+    ListRows(Instance& instance, ListBinding& binding, FileTypes& types, const Ticked& ticked, std::wstring& sPath);
 
     std::size_t Count() const override { return m_rows.size(); }
     const ListRow& Row(std::size_t place) override;
@@ -67,8 +69,9 @@ private:
     ListBinding& m_binding;
     FileTypes& m_fileTypes;
     const Ticked& m_ticked;
+    std::wstring& m_sPath;
     const std::vector<std::wstring> m_patterns;
-    NamedModule m_declares;
+    DeclaresModule m_declares;
     CachedRegional m_regional;
     DirectoryRecords m_records;
     Columns m_columns{};

@@ -4,6 +4,7 @@
 #include <ole2.h>
 
 #include "host/console.h"
+#include "host/failure_reports.h"
 #include "host/form.h"
 #include "host/side_by_side.h"
 
@@ -49,6 +50,10 @@ int RunForm(const Options& options, int show)
         WriteError(L"the window cannot be created");
         return kFailed;
     }
+    const FailureReports reports([&](const std::wstring& line) {
+        form.Log().Add(L"Failure", line);
+        if (options.Unattended()) WriteError(L"component: " + line);
+    });
     return form.Run();
 }
 

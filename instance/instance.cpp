@@ -20,13 +20,12 @@ void Instance::DumpVariables(Dump& dump) const
     ADD(sFolder), ADD(sName), ADD(sExtension), ADD(sSize), ADD(sType), ADD(sModified), ADD(sTime), ADD(sCreated);
     ADD(sAccessed), ADD(sAttribute), ADD(sMsDos), ADD(sNone);
     ADD(IsFAT);
-    dump.Add("TypeNew", L"{Cannot dump UDT arrays}");
+    dump.Add("TypeNew", Marker{L"{Cannot dump UDT arrays}"});
     ADD(DragImage), ADD(Buffer), ADD(FullPath), ADD(sNodeText), ADD(SylvexFilter), ADD(nodX);
     ADD(m_hwndTV), ADD(m_himlDrag), ADD(m_hitemDrag), ADD(m_cxyAutoScroll), ADD(m_iButton), ADD(m_nodDrag);
     ADD(m_szDrag), ADD(m_ptBtnDown), ADD(m_ptHotSpot), ADD(m_DragDropEnable), ADD(m_FileFilter), ADD(m_hWnd);
     ADD(m_Path), ADD(m_MyDocs);
-    dump.Add("m_ReqListView", m_ReqListView.get());
-    ADD(m_RecursiveCheck), ADD(InSetNodeChecked), ADD(InClear), ADD(m_BuildFileListFilter);
+    ADD(m_ReqListView), ADD(m_RecursiveCheck), ADD(InSetNodeChecked), ADD(InClear), ADD(m_BuildFileListFilter);
 #undef ADD
 }
 

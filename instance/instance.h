@@ -15,7 +15,7 @@ namespace sylvex {
 
 /// What the file-type cache knows of one extension.
 struct FTs {
-    static constexpr const wchar_t* kReportName = L"{FTs}";
+    static constexpr const wchar_t* kRecordName = L"{FTs}";
     std::wstring Ext;
     std::wstring TypeName;
     int IconIndex = 0;

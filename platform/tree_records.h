@@ -10,7 +10,7 @@ namespace sylvex {
 /// The records that travel by address in the raw messages of tree and list windows, laid out as the platform's own of
 /// this pointer size. Not to be included beside the platform's headers, which give the same names to macros.
 struct TVITEM {
-    static constexpr const wchar_t* kReportName = L"{TVITEM}";
+    static constexpr const wchar_t* kRecordName = L"{TVITEM}";
     std::uint32_t mask = 0;
     ItemHandle hItem = 0;
     std::uint32_t state = 0;
@@ -24,7 +24,7 @@ struct TVITEM {
 };
 
 struct TVHITTESTINFO {
-    static constexpr const wchar_t* kReportName = L"{TVHITTESTINFO}";
+    static constexpr const wchar_t* kRecordName = L"{TVHITTESTINFO}";
     Point pt;
     std::uint32_t flags = 0;
     ItemHandle hItem = 0;

@@ -66,8 +66,9 @@ struct FileEntry {
 class Object {
 public:
     virtual ~Object() = default;
-    /// The object's class name for error reports; empty when it tells none.
-    virtual std::wstring ClassName() const { return {}; }
+    /// The object as error reports show it, with tags and braces of its own. May run the object's code; throws what
+    /// that fails with.
+    virtual std::wstring ReportText() const { return L"{Object}"; }
 };
 using ObjectRef = std::shared_ptr<Object>;
 

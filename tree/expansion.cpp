@@ -28,17 +28,10 @@ struct FolderTree::Listing {
 
 namespace {
 
-/// Hides the tree's painting for its lifetime.
-class Updating {
-public:
-    explicit Updating(TreeView& tree) : m_tree(tree) { m_tree.BeginUpdate(); }
-    ~Updating() { m_tree.EndUpdate(); }
-    Updating(const Updating&) = delete;
-    Updating& operator=(const Updating&) = delete;
-
-private:
-    TreeView& m_tree;
-};
+// What the platform reads field by field, and what sorting needs no longer: reports know them all the same.
+constexpr Marker si{L"{SHFILEINFO}"};
+constexpr Marker FolderPic{L"{Nothing}"};
+constexpr Marker TempNode{L"{Nothing}"};
 
 /// The order of the entries by name: places in `count` entries whose names `nameAt` gives.
 template <class NameAt>
@@ -78,80 +71,107 @@ void FolderTree::LoadChildren(Node& node)
     EnumFilesUnder(node);
 }
 
+/// The variables of one reading of a folder.
+struct FolderTree::FolderLocals {
+    std::wstring sPath;
+    std::wstring sExt;
+    std::uintptr_t hFind = 0;  ///< not 0 while the folder is being read
+    std::wstring oldPath;
+    FileEntry W32FD;
+    IconHandle hIcon = 0;
+    Node* n2 = nullptr;
+    std::size_t L4 = 0;
+    NodeRef n;
+};
+
 void FolderTree::EnumFilesUnder(Node& n)
 {
-    std::wstring sPath;
-    Trapped(m_instance, L"EnumFilesUnder", VARIABLES(n), VARIABLES(sPath), [&](int& line) {
+    FolderLocals own;
+    own.n = NodeRef(&n);
+    const auto locals = VARIABLES(own.sPath, own.sExt, own.hFind, own.oldPath, own.W32FD, si, own.hIcon, FolderPic,
+                                  TempNode, own.n2, own.L4, own.n);
+    Trapped(m_instance, L"EnumFilesUnder", VARIABLES(own.n), locals, [&](int& line) {
         line = 1;
-        const Updating hidden(m_instance.TV);
+        TreeView::Updating hidden(m_instance.TV);
         line = 2;
-        sPath = BuildFullPath(&n);
+        own.sPath = BuildFullPath(&n);
         line = 3;
-        const Listing listing = ReadFolder(sPath);
+        const Listing listing = ReadFolder(own);
         line = 4;
-        AddFolders(n, listing);
+        AddFolders(n, listing, own);
         line = 6;
-        AddFiles(n, sPath, listing);
+        AddFiles(n, listing, own);
+        line = 8;
+        hidden.End();
     });
 }
 
 /// Reads the folder once. The end of the listing is a name that does not change.
-FolderTree::Listing FolderTree::ReadFolder(const std::wstring& sPath)
+FolderTree::Listing FolderTree::ReadFolder(FolderLocals& own)
 {
     Listing listing;
     Regional& regional = m_instance.platform.regional;
-    const auto search = m_instance.platform.files.Search(sPath + L"*.*");
-    std::wstring oldPath;
+    const auto search = m_instance.platform.files.Search(own.sPath + L"*.*");
+    own.hFind = search != nullptr ? 1 : 0;
     for (bool more = search != nullptr; more; more = search->Next()) {
         const FileEntry& entry = search->Entry();
-        if (entry.name.empty() || EqualText(regional, entry.name, oldPath)) break;
-        oldPath = entry.name;
+        if (entry.name.empty() || EqualText(regional, entry.name, own.oldPath)) break;
+        own.oldPath = entry.name;
         if (entry.name.starts_with(L'.')) continue;
         auto& group = entry.IsDirectory() ? listing.folders : listing.files;
         group.push_back({listing.names.size(), entry.name.size(), 0});
         listing.names += entry.name;
     }
+    own.hFind = 0;
     return listing;
 }
 
-void FolderTree::AddFolders(Node& n, const Listing& listing)
+void FolderTree::AddFolders(Node& n, const Listing& listing, FolderLocals& own)
 {
     Nodes& nodes = n.Collection();
     const int closed = nodes.Images().NumberOfKey(L"cl");
     const int open = nodes.Images().NumberOfKey(L"op");
     const auto nameAt = [&](std::size_t place) { return listing.NameOf(listing.folders[place]); };
-    for (const std::uint32_t place : SortedPlaces(m_instance.platform.regional, listing.folders.size(), nameAt))
-        nodes.DeferPlaceholder(nodes.AddChild(n, nameAt(place), closed, open));
+    for (const std::uint32_t place : SortedPlaces(m_instance.platform.regional, listing.folders.size(), nameAt)) {
+        own.n2 = &nodes.AddChild(n, nameAt(place), closed, open);
+        nodes.DeferPlaceholder(*own.n2);
+        ++own.L4;
+    }
 }
 
-void FolderTree::AddFiles(Node& n, const std::wstring& sPath, const Listing& listing)
+void FolderTree::AddFiles(Node& n, const Listing& listing, FolderLocals& own)
 {
-    std::wstring sExt;
-    const bool byType = CheckVersion(m_instance, m_instance.platform.system);
+    const bool byType = CheckVersion(m_instance.platform);
     // The listing's order, not the sorted one, settles which file gives its type the picture.
     std::vector<int> images(listing.files.size());
     for (std::size_t i = 0; i < images.size(); ++i)
-        images[i] = ImageOfFile(sPath, listing.NameOf(listing.files[i]), sExt, byType);
+        images[i] = ImageOfFile(listing.NameOf(listing.files[i]), byType, own);
     Nodes& nodes = n.Collection();
     const auto nameAt = [&](std::size_t place) { return listing.NameOf(listing.files[place]); };
-    for (const std::uint32_t place : SortedPlaces(m_instance.platform.regional, images.size(), nameAt))
-        nodes.AddChild(n, nameAt(place), images[place]);
+    for (const std::uint32_t place : SortedPlaces(m_instance.platform.regional, images.size(), nameAt)) {
+        own.n2 = &nodes.AddChild(n, nameAt(place), images[place]);
+        ++own.L4;
+    }
 }
 
 /// The number of the file's picture; a type's first file adds it to the image list.
-int FolderTree::ImageOfFile(const std::wstring& sPath, std::wstring_view name, std::wstring& sExt, bool byType)
+int FolderTree::ImageOfFile(std::wstring_view name, bool byType, FolderLocals& own)
 {
     ImageNames& names = m_instance.TV.Images();
     if (!byType) return names.NumberOfKey(L"new");
     ImageList& pictures = m_instance.ImageList1;
     const std::wstring extension = GetExt(name);
+    std::wstring& sExt = own.sExt;
     sExt = extension;
     if (sExt.empty()) sExt = L"None";
     if (IsNumeric(sExt)) sExt += L"@@";
     if (!KeyExists(pictures, sExt)) {
         Shell& shell = m_instance.platform.shell;
-        const std::wstring path = sPath + std::wstring(name);
-        LoadImageList(m_instance, pictures, extension == L"ico" ? shell.ExtractIcon(path, 0) : shell.FileIcon(path), sExt);
+        const std::wstring path = own.sPath + std::wstring(name);
+        OwnedIcon icon = extension == L"ico" ? shell.ExtractIcon(path, 0) : shell.FileIcon(path);
+        own.hIcon = icon.Get();
+        LoadImageList(m_instance.platform, pictures, std::move(icon), sExt);
+        own.hIcon = 0;
     }
     return names.NumberOfKey(sExt);
 }

@@ -43,11 +43,16 @@ public:
 
 private:
     struct Listing;
-    void AddDrives(Nodes& nodes, Node& myComputer, short& FirstFixed, bool& pictureMissing);
-    Listing ReadFolder(const std::wstring& sPath);
-    void AddFolders(Node& n, const Listing& listing);
-    void AddFiles(Node& n, const std::wstring& sPath, const Listing& listing);
-    int ImageOfFile(const std::wstring& sPath, std::wstring_view name, std::wstring& sExt, bool byType);
+    struct RootLocals;
+    struct FolderLocals;
+    void MeasureRow(Rect& rc);
+    Node& AddDesktop(RootLocals& own, int& line);
+    Node& AddBelow(Node& desktop, RootLocals& own, int& line);
+    void AddDrives(Node& myComputer, RootLocals& own, int& line);
+    Listing ReadFolder(FolderLocals& own);
+    void AddFolders(Node& n, const Listing& listing, FolderLocals& own);
+    void AddFiles(Node& n, const Listing& listing, FolderLocals& own);
+    int ImageOfFile(std::wstring_view name, bool byType, FolderLocals& own);
     bool MatchesFilter(std::wstring_view name);
 
     Instance& m_instance;

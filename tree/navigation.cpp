@@ -28,13 +28,16 @@ bool Navigation::FileExistsW32FD(const std::wstring& sSource, FileEntry& W32FD)
 
 void Navigation::SetNodeVisible()
 {
-    std::wstring qPath;
-    Trapped(m_instance, L"SetNodeVisible", kNone, VARIABLES(qPath), [&](int& line) {
+    std::wstring qPath, sFullPath;
+    int L4 = 0;
+    Trapped(m_instance, L"SetNodeVisible", kNone, VARIABLES(qPath, L4, sFullPath), [&](int& line) {
         line = 1;
         qPath = m_tree.QualifyPath(m_instance.m_Path);
         line = 2;
         NodeRef node = m_search.First(qPath);
         if (!node) return;
+        L4 = node->Index();
+        sFullPath = qPath;
         if (const NodeRef parent = node->Parent(); parent) {
             line = 3;
             parent->EnsureVisible();
@@ -91,14 +94,16 @@ void Navigation::SetNode()
 
 void Navigation::DrillDownNode(Node& pNode, const std::wstring& pText)
 {
-    Trapped(m_instance, L"DrillDownNode", VARIABLES(pNode, pText), kNone, [&](int& line) {
+    const NodeRef node(&pNode);
+    NodeRef nod;
+    Trapped(m_instance, L"DrillDownNode", Variables("pNode,pText", node, pText), VARIABLES(nod), [&](int& line) {
         line = 1;
         const Descent level(m_depth);
-        const NodeRef node(&pNode);
         pNode.SetExpanded(true);
         line = 2;
         const ChildOnPath next = m_search.Towards(*node, pText);
         line = 3;
+        nod = NodeRef(next.child);
         if (next.child == nullptr) {
             TellNotPresent(m_boxes, m_instance.TV.hWnd(), pText);
         } else if (next.isTarget) {

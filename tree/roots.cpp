@@ -16,6 +16,20 @@ constexpr int kDragWidthMetric = 68;
 constexpr int kDragHeightMetric = 69;
 constexpr int kDefaultScrollBand = 32;
 constexpr unsigned kFixedDrive = 3;
+/// What the shell tells of a drive is read by the platform, field by field.
+constexpr Marker si{L"{SHFILEINFO}"};
+
+/// Raises the flag for its lifetime. Were it to stay up, nothing could be opened or ticked any more.
+class Clearing {
+public:
+    explicit Clearing(bool& flag) : m_flag(flag) { m_flag = true; }
+    ~Clearing() { m_flag = false; }
+    Clearing(const Clearing&) = delete;
+    Clearing& operator=(const Clearing&) = delete;
+
+private:
+    bool& m_flag;
+};
 
 std::wstring OrElse(const std::wstring& text, const wchar_t* word)
 {
@@ -52,83 +66,125 @@ FolderTree::FolderTree(Instance& instance) : m_instance(instance)
 
 void FolderTree::LoadSystemIcons()
 {
-    ::sylvex::LoadSystemIcons(m_instance, m_instance.platform.shell, m_instance.ImageList1);
+    ::sylvex::LoadSystemIcons(m_instance.platform, m_instance.ImageList1);
 }
 
 void FolderTree::Clear()
 {
     Trapped(m_instance, L"Clear", kNone, kNone, [&](int& line) {
         line = 1;
-        m_instance.InClear = true;
+        const Clearing clearing(m_instance.InClear);
         line = 2;
-        m_instance.TV.BeginUpdate();
+        TreeView::Updating hidden(m_instance.TV);
         m_instance.TV.GetNodes().Clear();
         line = 3;
-        m_instance.TV.EndUpdate();
-        m_instance.InClear = false;
+        hidden.End();
     });
 }
 
+/// The variables of one load of the roots.
+struct FolderTree::RootLocals {
+    short FirstFixed = 0;
+    std::uint32_t DrvBitMask = 0;
+    short MaxPwr = 0;
+    short Pwr = 0;
+    unsigned DriveType = 0;
+    std::wstring MyDrive;
+    std::wstring MyPic;
+    std::wstring MyKey;
+    NodeRef nod1;
+    Rect rc;
+    bool pictureMissing = false;
+};
+
 void FolderTree::LoadTree6()
 {
-    short FirstFixed = 0;
-    Rect rc;
-    Trapped(m_instance, L"LoadTree6", kNone, VARIABLES(FirstFixed, rc), [&](int& line) {
+    RootLocals own;
+    const auto locals = VARIABLES(own.FirstFixed, own.DrvBitMask, own.MaxPwr, own.Pwr, own.DriveType, own.MyDrive,
+                                  own.MyPic, own.MyKey, own.nod1, si, own.rc);
+    Trapped(m_instance, L"LoadTree6", kNone, locals, [&](int& line) {
         TreeView& TV = m_instance.TV;
-        Nodes& nodes = TV.GetNodes();
         line = 1;
         TV.SetImageList(&m_instance.ImageList1);
         m_instance.m_hwndTV = TV.hWnd();
         m_instance.sNodeText.clear();
         line = 2;
-        TreeMessages messages(m_instance, m_instance.platform.windows);
-        const ItemHandle root = messages.TreeView_GetRoot(m_instance.m_hwndTV);
-        const bool given = messages.TreeView_GetItemRect(m_instance.m_hwndTV, root, rc, true);
-        m_instance.m_cxyAutoScroll = given ? (rc.bottom - rc.top) * 2 : kDefaultScrollBand;
+        MeasureRow(own.rc);
         line = 3;
-        m_instance.m_szDrag = {m_instance.platform.system.Metric(kDragWidthMetric),
-                               m_instance.platform.system.Metric(kDragHeightMetric)};
-        line = 4;
-        Node& desktop = nodes.Add(nullptr, Relationship::Last, L"Desktop",
-                                  OrElse(GetResourceStringFromFile(L"Shell32.Dll", kDesktopString), L"Desktop"),
-                                  std::wstring(L"dt"));
-        line = 5;
-        m_instance.m_MyDocs = FolderLocation(kDocumentsFolder);
-        const std::wstring& documents = m_instance.m_MyDocs;
-        Node& myDocuments = nodes.Add(&desktop, Relationship::Child, QualifyPath(documents),
-                                      documents.size() > 3 ? documents.substr(3) : std::wstring(), std::wstring(L"cl"));
-        line = 6;
-        if (hasSubDirectory(documents)) nodes.AddChild(myDocuments, L"", 0);
-        line = 7;
-        Node& myComputer = nodes.Add(&desktop, Relationship::Child, L"MyComputer",
-                                     OrElse(GetResourceStringFromFile(L"Shell32.Dll", kMyComputerString), L"My Computer"),
-                                     std::wstring(L"mc"));
+        System& system = m_instance.platform.system;
+        m_instance.m_szDrag = {system.Metric(kDragWidthMetric), system.Metric(kDragHeightMetric)};
+        Node& desktop = AddDesktop(own, line);
+        Node& myComputer = AddBelow(desktop, own, line);
         line = 8;
-        bool pictureMissing = false;
-        AddDrives(nodes, myComputer, FirstFixed, pictureMissing);
+        AddDrives(myComputer, own, line);
         line = 10;
-        if (FirstFixed > 0) nodes.Item(FirstFixed).EnsureVisible();
+        Nodes& nodes = TV.GetNodes();
+        if (own.FirstFixed > 0) nodes.Item(own.FirstFixed).EnsureVisible();
         nodes.Item(1).EnsureVisible();
         TV.Refresh();
-        if (FirstFixed == 0) throw IndexOutOfBounds();
-        if (pictureMissing) throw ElementNotFound();
+        if (own.FirstFixed == 0) throw IndexOutOfBounds();
+        if (own.pictureMissing) throw ElementNotFound();
     });
 }
 
-void FolderTree::AddDrives(Nodes& nodes, Node& myComputer, short& FirstFixed, bool& pictureMissing)
+/// Twice the height of the first row is the band at the tree's edges in which a drag scrolls it.
+void FolderTree::MeasureRow(Rect& rc)
 {
-    const std::uint32_t DrvBitMask = m_instance.platform.files.LogicalDrives();
-    const int MaxPwr = static_cast<int>(std::bit_width(DrvBitMask)) - 1;
-    std::wstring MyPic;
-    for (int Pwr = 0; Pwr <= MaxPwr; ++Pwr) {
-        if ((DrvBitMask >> Pwr & 1) == 0) continue;
-        const std::wstring MyDrive{static_cast<wchar_t>(L'A' + Pwr), L':', L'\\'};
-        const unsigned DriveType = m_instance.platform.files.DriveType(MyDrive);
-        MyPic = DrivePicture(DriveType, Pwr, MyPic);
-        pictureMissing = pictureMissing || !KeyExists(m_instance.ImageList1, MyPic);
-        Node& drive = nodes.Add(&myComputer, Relationship::Child, MyDrive,
-                                m_instance.platform.shell.DisplayName(MyDrive), MyPic);
-        if (FirstFixed == 0 && DriveType == kFixedDrive) FirstFixed = static_cast<short>(nodes.Count());
+    TreeMessages messages(m_instance, m_instance.platform.windows);
+    const ItemHandle root = messages.TreeView_GetRoot(m_instance.m_hwndTV);
+    const bool given = messages.TreeView_GetItemRect(m_instance.m_hwndTV, root, rc, true);
+    m_instance.m_cxyAutoScroll = given ? (rc.bottom - rc.top) * 2 : kDefaultScrollBand;
+}
+
+Node& FolderTree::AddDesktop(RootLocals& own, int& line)
+{
+    line = 4;
+    own.MyKey = L"Desktop";
+    Node& desktop = m_instance.TV.GetNodes().Add(
+        nullptr, Relationship::Last, own.MyKey,
+        OrElse(GetResourceStringFromFile(L"Shell32.Dll", kDesktopString), L"Desktop"), std::wstring(L"dt"));
+    own.nod1 = NodeRef(&desktop);
+    return desktop;
+}
+
+/// Adds the documents folder, then the machine, which it gives.
+Node& FolderTree::AddBelow(Node& desktop, RootLocals& own, int& line)
+{
+    Nodes& nodes = m_instance.TV.GetNodes();
+    line = 5;
+    m_instance.m_MyDocs = FolderLocation(kDocumentsFolder);
+    const std::wstring& documents = m_instance.m_MyDocs;
+    own.MyKey = QualifyPath(documents);
+    Node& myDocuments = nodes.Add(&desktop, Relationship::Child, own.MyKey,
+                                  documents.size() > 3 ? documents.substr(3) : std::wstring(), std::wstring(L"cl"));
+    own.nod1 = NodeRef(&myDocuments);
+    line = 6;
+    if (hasSubDirectory(documents)) nodes.AddChild(myDocuments, L"", 0);
+    line = 7;
+    own.MyKey = L"MyComputer";
+    Node& myComputer = nodes.Add(
+        &desktop, Relationship::Child, own.MyKey,
+        OrElse(GetResourceStringFromFile(L"Shell32.Dll", kMyComputerString), L"My Computer"), std::wstring(L"mc"));
+    own.nod1 = NodeRef(&myComputer);
+    return myComputer;
+}
+
+void FolderTree::AddDrives(Node& myComputer, RootLocals& own, int& line)
+{
+    Nodes& nodes = m_instance.TV.GetNodes();
+    own.DrvBitMask = m_instance.platform.files.LogicalDrives();
+    own.MaxPwr = static_cast<short>(std::bit_width(own.DrvBitMask) - 1);
+    line = 9;
+    for (own.Pwr = 0; own.Pwr <= own.MaxPwr; ++own.Pwr) {
+        if ((own.DrvBitMask >> own.Pwr & 1) == 0) continue;
+        own.MyKey = own.MyDrive = {static_cast<wchar_t>(L'A' + own.Pwr), L':', L'\\'};
+        own.DriveType = m_instance.platform.files.DriveType(own.MyDrive);
+        own.MyPic = DrivePicture(own.DriveType, own.Pwr, own.MyPic);
+        own.pictureMissing = own.pictureMissing || !KeyExists(m_instance.ImageList1, own.MyPic);
+        Node& drive = nodes.Add(&myComputer, Relationship::Child, own.MyKey,
+                                m_instance.platform.shell.DisplayName(own.MyDrive), own.MyPic);
+        own.nod1 = NodeRef(&drive);
+        if (own.FirstFixed == 0 && own.DriveType == kFixedDrive) own.FirstFixed = static_cast<short>(nodes.Count());
         nodes.AddChild(drive, L"", 0);
     }
 }

@@ -14,34 +14,43 @@ constexpr FixedIcon kFixedIcons[] = {
     {L"f35", 6}, {L"op", 4},  {L"rte", 9},  {L"cp", 21}, {L"new", 0},
 };
 
+constexpr const wchar_t* kModule = L"modTreeIcons";
+/// Where the procedures of the module used to draw an icon.
+constexpr Marker srcPic{L"{Nothing}"};
+
 }  // namespace
 
-void LoadSystemIcons(const Module& module, Shell& shell, ImageList& iml)
+void LoadSystemIcons(Platform& platform, ImageList& iml)
 {
     std::wstring sKey;
-    Trapped(module, L"LoadSystemIcons", kNone, VARIABLES(sKey), [&](int& line) {
+    Trapped(NamedModule(kModule, platform), L"LoadSystemIcons", VARIABLES(iml), VARIABLES(sKey), [&](int& line) {
         for (const FixedIcon& icon : kFixedIcons) {
             line = 1;
             sKey = icon.key;
             line = 2;
-            LoadImageList(module, iml, shell.ExtractIcon(L"Shell32.dll", icon.number), sKey);
+            LoadImageList(platform, iml, platform.shell.ExtractIcon(L"Shell32.dll", icon.number), sKey);
         }
     });
 }
 
-void LoadImageList(const Module& module, ImageList& iml, OwnedIcon hIcon, const std::wstring& sKey)
+void LoadImageList(Platform& platform, ImageList& iml, OwnedIcon icon, const std::wstring& sKey)
 {
-    Trapped(module, L"LoadImageList", VARIABLES(sKey), kNone, [&](int& line) {
+    const IconHandle hIcon = icon.Get();
+    const auto parameters = VARIABLES(srcPic, iml, hIcon, sKey);
+    Trapped(NamedModule(kModule, platform), L"LoadImageList", parameters, kNone, [&](int& line) {
         line = 1;
-        iml.Add(sKey, IconToPicture(module, std::move(hIcon)));
+        const Picture picture = IconToPicture(platform, std::move(icon));
+        line = 2;
+        iml.Add(sKey, picture);
     });
 }
 
-Picture IconToPicture(const Module& module, OwnedIcon hIcon)
+Picture IconToPicture(Platform& platform, OwnedIcon icon)
 {
-    return Trapped(module, L"IconToPicture", kNone, kNone, [&](int& line) {
+    const IconHandle hIcon = icon.Get();
+    return Trapped(NamedModule(kModule, platform), L"IconToPicture", VARIABLES(hIcon), kNone, [&](int& line) {
         line = 1;
-        return Picture{std::move(hIcon)};
+        return Picture{std::move(icon)};
     });
 }
 

@@ -2,19 +2,19 @@
 
 #include <string>
 
-#include "diagnostics/trap.h"
+#include "instance/instance.h"
 #include "widgets/imagelist.h"
 
 namespace sylvex {
 
 /// Loads the fixed pictures of the tree's nodes into `iml`, in table order.
-void LoadSystemIcons(const Module& module, Shell& shell, ImageList& iml);
+void LoadSystemIcons(Platform& platform, ImageList& iml);
 
 /// Appends the icon as a picture under `sKey`.
-void LoadImageList(const Module& module, ImageList& iml, OwnedIcon hIcon, const std::wstring& sKey);
+void LoadImageList(Platform& platform, ImageList& iml, OwnedIcon hIcon, const std::wstring& sKey);
 
 /// A picture that owns the icon; an empty one for no icon.
-Picture IconToPicture(const Module& module, OwnedIcon hIcon);
+Picture IconToPicture(Platform& platform, OwnedIcon hIcon);
 
 /// True when the list holds a picture under `Key`.
 bool KeyExists(const ImageList& iml, const std::wstring& Key);

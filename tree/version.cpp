@@ -4,6 +4,8 @@ namespace sylvex {
 
 namespace {
 
+constexpr const wchar_t* kModule = L"modVersion";
+
 std::wstring NameOf(const SystemVersion& version)
 {
     if (version.platform == 1) return version.minor == 10 ? L"Windows 98" : L"Windows 95";
@@ -18,20 +20,20 @@ std::wstring NameOf(const SystemVersion& version)
 
 }  // namespace
 
-std::wstring getVersion(const Module& module, System& system)
+std::wstring getVersion(Platform& platform)
 {
-    return Trapped(module, L"getVersion", kNone, kNone, [&](int& line) {
+    return Trapped(NamedModule(kModule, platform), L"getVersion", kNone, kNone, [&](int& line) {
         line = 1;
-        return NameOf(system.Version());
+        return NameOf(platform.system.Version());
     });
 }
 
-bool CheckVersion(const Module& module, System& system)
+bool CheckVersion(Platform& platform)
 {
     std::wstring sVersion;
-    return Trapped(module, L"CheckVersion", kNone, VARIABLES(sVersion), [&](int& line) {
+    return Trapped(NamedModule(kModule, platform), L"CheckVersion", kNone, VARIABLES(sVersion), [&](int& line) {
         line = 1;
-        sVersion = getVersion(module, system);
+        sVersion = getVersion(platform);
         line = 2;
         return sVersion == L"Windows NT 4.0" || sVersion == L"Windows 2000";
     });

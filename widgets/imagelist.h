@@ -17,6 +17,8 @@ struct Picture {
 /// An image list whose pictures are found by key.
 class ImageList {
 public:
+    static constexpr const wchar_t* kReportName = L"{ImageList}";
+
     explicit ImageList(Images& images);
     ~ImageList();
     ImageList(const ImageList&) = delete;

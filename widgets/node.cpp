@@ -1,6 +1,7 @@
 #include "widgets/node.h"
 
 #include "diagnostics/runtime_error.h"
+#include "platform/value_text.h"
 #include "widgets/nodes.h"
 
 namespace sylvex {
@@ -49,10 +50,10 @@ Node& NodeRef::operator*() const
     return *node;
 }
 
-std::wstring NodeRef::ReportText() const
+void NodeRef::ReportTo(ValueText& report) const
 {
-    if (m_node == nullptr) return m_gone ? L"{Node removed}" : L"{Nothing}";
-    return L"{Node " + m_node->Text() + L"}";
+    if (m_node == nullptr) return report.Marker(m_gone ? L"{Removed Node}" : L"{Nothing}");
+    report.Marker(L"Node", m_node->Text());
 }
 
 Node::Extras& Node::NeedExtras()

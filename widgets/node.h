@@ -12,6 +12,7 @@ namespace sylvex {
 
 class Node;
 class Nodes;
+class ValueText;
 
 /// A picture of a node: by key in the bound image list, by number from 1, or none.
 using ImageName = std::variant<std::monostate, std::wstring, int>;
@@ -38,7 +39,8 @@ public:
     Node& operator*() const;
     Node* operator->() const { return &**this; }
     explicit operator bool() const { return m_node != nullptr; }
-    std::wstring ReportText() const;
+    /// The node's text for error reports.
+    void ReportTo(ValueText& report) const;
 
 private:
     friend class Nodes;

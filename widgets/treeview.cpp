@@ -98,14 +98,9 @@ void TreeView::Realise(Node* parent)
 {
     const bool has = parent != nullptr ? parent->m_realised : m_rootsRealised;
     if (has || m_window == nullptr || (parent != nullptr && parent->m_item == 0)) return;
-    BeginUpdate();
-    try {
-        InsertRowsOf(parent);
-    } catch (...) {
-        EndUpdate();
-        throw;
-    }
-    EndUpdate();
+    Updating hidden(*this);
+    InsertRowsOf(parent);
+    hidden.End();
 }
 
 /// The same for all levels below that the model has open. Rows go in while their parent is still closed, which is what
@@ -210,7 +205,7 @@ void TreeView::Reordered(Node* parent)
     const bool realised = parent != nullptr ? parent->m_realised : m_rootsRealised;
     if (!realised || m_window == nullptr) return;
     Node* selected = m_selected.IfAlive();
-    BeginUpdate();
+    Updating hidden(*this);
     m_byWindow = true;
     for (Node* node = parent != nullptr ? parent->m_child : m_nodes.FirstRoot(); node != nullptr; node = node->m_next)
         m_window->Delete(node->m_item);
@@ -219,7 +214,7 @@ void TreeView::Reordered(Node* parent)
     if (parent != nullptr && parent->m_expanded) m_window->Expand(parent->m_item, true);
     if (selected != nullptr && selected->m_item != 0) m_window->Select(selected->m_item);
     m_byWindow = false;
-    EndUpdate();
+    hidden.End();
     m_selected = NodeRef(selected);
 }
 
@@ -359,14 +354,25 @@ void TreeView::Move(const Rect& place)
     if (m_window != nullptr) m_window->Move(place);
 }
 
-void TreeView::BeginUpdate()
+TreeView::Updating::Updating(TreeView& tree) : m_tree(&tree)
 {
-    if (m_updates++ == 0 && m_window != nullptr) m_window->SetRedraw(false);
+    if (tree.m_updates == 0 && tree.m_window != nullptr) tree.m_window->SetRedraw(false);
+    ++tree.m_updates;
 }
 
-void TreeView::EndUpdate()
+TreeView::Updating::~Updating()
 {
-    if (m_updates > 0 && --m_updates == 0 && m_window != nullptr && !m_frozen) m_window->SetRedraw(true);
+    try {
+        End();
+    } catch (...) {  // some other failure is on its way
+    }
+}
+
+void TreeView::Updating::End()
+{
+    TreeView* const tree = std::exchange(m_tree, nullptr);
+    if (tree == nullptr || --tree->m_updates > 0 || tree->m_window == nullptr || tree->m_frozen) return;
+    tree->m_window->SetRedraw(true);
 }
 
 void TreeView::SetSetting(TreeSetting setting, int value)

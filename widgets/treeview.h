@@ -74,9 +74,18 @@ public:
     void SetVisible(bool visible);
     /// Pixels in the parent window.
     void Move(const Rect& place);
-    /// Between these nothing is painted; they nest.
-    void BeginUpdate();
-    void EndUpdate();
+    /// Between its beginning and End, or its own end, nothing is painted; they nest.
+    class Updating {
+    public:
+        explicit Updating(TreeView& tree);
+        ~Updating();
+        Updating(const Updating&) = delete;
+        Updating& operator=(const Updating&) = delete;
+        void End();
+
+    private:
+        TreeView* m_tree;
+    };
     /// While frozen, the end of an update does not resume painting: the host has stopped it.
     void SetFrozen(bool frozen) { m_frozen = frozen; }
 

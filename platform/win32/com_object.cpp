@@ -1,48 +1,16 @@
 #include "platform/win32/com_object.h"
 
-#include <oaidl.h>
-#include <ocidl.h>
-
-#include <memory>
 #include <string>
 
+#include "platform/win32/variant_text.h"
+
 namespace sylvex {
-namespace {
 
-struct TextFreer {
-    void operator()(OLECHAR* text) const noexcept { SysFreeString(text); }
-};
-
-std::wstring NameOf(ITypeInfo* info)
+std::wstring ComObject::ReportText() const
 {
-    BSTR text = nullptr;
-    if (FAILED(info->GetDocumentation(MEMBERID_NIL, &text, nullptr, nullptr, nullptr))) return {};
-    const std::unique_ptr<OLECHAR, TextFreer> name(text);
-    return {text, SysStringLen(text)};
-}
-
-ComPointer<ITypeInfo> TypeOf(const ComPointer<IUnknown>& object)
-{
-    ComPointer<ITypeInfo> info;
-    if (const auto provider = object.As<IProvideClassInfo>(IID_IProvideClassInfo)) {
-        if (SUCCEEDED(provider->GetClassInfo(info.Receive())) && info) return info;
-    }
-    if (const auto dispatch = object.As<IDispatch>(IID_IDispatch)) {
-        dispatch->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Receive());
-    }
-    return info;
-}
-
-}  // namespace
-
-std::wstring ComObject::ClassName() const
-{
-    const auto info = TypeOf(m_object);
-    if (!info) return {};
-    auto name = NameOf(info.Get());
-    // A class's default interface carries the class's name behind an underscore.
-    if (name.size() > 1 && name.front() == L'_') name.erase(0, 1);
-    return name;
+    ValueText report;
+    RenderObject(m_object.Get(), report);
+    return report.Get();
 }
 
 IUnknown* UnknownOf(const ObjectRef& object) noexcept

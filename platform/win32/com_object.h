@@ -13,7 +13,7 @@ public:
     /// `object` must not be null.
     explicit ComObject(IUnknown* object) noexcept : m_object(object) {}
     IUnknown* Get() const noexcept { return m_object.Get(); }
-    std::wstring ClassName() const override;
+    std::wstring ReportText() const override;
 
 private:
     ComPointer<IUnknown> m_object;

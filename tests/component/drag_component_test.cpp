@@ -1,220 +1,195 @@
-// A drag and a rename in the real component, placed in a container, with the system's own mouse, boxes and shell.
+// Dragging in the real component, placed in a container, with the system's own mouse, keyboard, boxes and shell.
 
-#include <windows.h>
+#include <algorithm>
+#include <cmath>
+#include <tuple>
 
-#include <commctrl.h>
-
-#include <gtest/gtest.h>
-
-#include "tests/component/automation.h"
-#include "tests/component/test_container.h"
+#include "tests/component/hand_at_component.h"
 
 namespace sylvex::test {
 namespace {
 
-/// Reads and closes the message boxes that open on this thread while it lives.
-class BoxReader {
-public:
-    BoxReader() : m_hook(SetWindowsHookExW(WH_CBT, &OnHook, nullptr, GetCurrentThreadId())) { s_texts.clear(); }
-    BoxReader(const BoxReader&) = delete;
-    BoxReader& operator=(const BoxReader&) = delete;
-    ~BoxReader() { UnhookWindowsHookEx(m_hook); }
-    std::wstring Take() const { return std::exchange(s_texts, {}); }
-
-private:
-    static LRESULT CALLBACK OnHook(int code, WPARAM wParam, LPARAM lParam)
-    {
-        constexpr int kText = 0xFFFF;
-        const HWND window = reinterpret_cast<HWND>(wParam);
-        if (code == HCBT_ACTIVATE && GetDlgItem(window, kText)) {
-            wchar_t text[512] = {};
-            GetDlgItemTextW(window, kText, text, 512);
-            s_texts += L"[" + std::wstring(text) + L"]";
-            for (const int button : {IDOK, IDCANCEL})
-                if (GetDlgItem(window, button)) PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
-        }
-        return CallNextHookEx(nullptr, code, wParam, lParam);
-    }
-    static inline std::wstring s_texts;
-    HHOOK m_hook;
-};
-
-class DragInComponent : public testing::Test {
+class DragInComponent : public HandAtComponent {
 protected:
-    DragInComponent()
+    std::wstring MovedMessage(const wchar_t* from, const wchar_t* to) const
     {
-        container.place = {0, 0, 320, 460};
-        embedded.Start();
-        SetWindowPos(container.Form(), HWND_TOPMOST, 0, 0, 400, 500, SWP_SHOWWINDOW);
-        SetForegroundWindow(container.Form());
-        for (const wchar_t* name : {L"", L"\\a", L"\\a\\inner", L"\\b"}) CreateDirectoryW((base + name).c_str(), nullptr);
-        control.Put(L"DragDropEnable", true);
-        control.Call(L"Enumerate");
-        Value(control.Get(L"TreeView").Get(L"Nodes").Get(L"Item", {L"C:\\"})).Put(L"Expanded", true);
-        Child(control.Get(L"TreeView").Get(L"Nodes").Get(L"Item", {L"C:\\"}), base.substr(3)).Put(L"Expanded", true);
-        SetDoubleClickTime(1);
-        Wait(50);
+        return L"[Successful drop of folder " + base + from + L"\ronto " + base + to + L"]";
     }
-    ~DragInComponent() override
+    std::wstring Drop(const std::wstring& from, const std::wstring& to)
     {
-        SetDoubleClickTime(doubleClick);
-        for (const wchar_t* name : {L"\\a\\inner", L"\\b\\a\\inner", L"\\new\\inner", L"\\a", L"\\b\\a", L"\\b", L"\\new", L""})
-            RemoveDirectoryW((base + name).c_str());
+        DragTo(from, to);
+        Button(MOUSEEVENTF_LEFTUP);
+        return boxes.Take();
     }
-    static Value Child(const Value& parent, const std::wstring& text)
-    {
-        Value child = parent.Get(L"Child");
-        while (!child.IsNothing() && child.Get(L"Text").Text() != text) child = child.Get(L"Next");
-        return child;
-    }
-    bool Has(const wchar_t* name) const { return GetFileAttributesW((base + name).c_str()) != INVALID_FILE_ATTRIBUTES; }
-    HWND Tree() const { return embedded.Tree(); }
-    LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) const { return SendMessageW(Tree(), message, wParam, lParam); }
-    /// A place on the label of the row with this text, on the screen.
-    POINT On(const std::wstring& text) const
-    {
-        LRESULT row = Send(TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0);
-        for (; row != 0; row = Send(TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, row)) {
-            wchar_t shown[MAX_PATH] = {};
-            TVITEMW item{};
-            item.mask = TVIF_HANDLE | TVIF_TEXT;
-            item.hItem = reinterpret_cast<HTREEITEM>(row);
-            item.pszText = shown;
-            item.cchTextMax = MAX_PATH;
-            Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-            if (shown == text) break;
-        }
-        union {
-            LRESULT item;
-            RECT place;
-        } question{row};
-        EXPECT_TRUE(Send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&question)));
-        POINT point{question.place.left + 2, (question.place.top + question.place.bottom) / 2};
-        ClientToScreen(Tree(), &point);
-        return point;
-    }
-    static void Wait(unsigned milliseconds)
-    {
-        const auto end = GetTickCount64() + milliseconds;
-        do {
-            DrainMessages();
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-        } while (GetTickCount64() < end);
-        DrainMessages();
-    }
-    static void MoveTo(POINT point)
-    {
-        SetCursorPos(point.x, point.y);
-        Wait(20);
-    }
-    static void Buttons(std::initializer_list<DWORD> flags)
-    {
-        for (const DWORD flag : flags) {
-            INPUT input{};
-            input.type = INPUT_MOUSE;
-            input.mi.dwFlags = flag;
-            SendInput(1, &input, sizeof input);
-        }
-        Wait(30);
-    }
-    static void Button(DWORD flag) { Buttons({flag}); }
-    void DragTo(const std::wstring& from, const std::wstring& to) const
-    {
-        const POINT start = On(from);
-        MoveTo(start);
-        Button(MOUSEEVENTF_LEFTDOWN);
-        MoveTo({start.x + 10, start.y});
-        const POINT end = On(to);
-        MoveTo(end);
-        MoveTo({end.x + 1, end.y});
-    }
-    static bool Clean() { return !GetCapture() && !ImageList_GetDragImage(nullptr, nullptr); }
-
-    const std::wstring base = L"C:\\SylvexDrag" + std::to_wstring(GetCurrentProcessId());
-    const UINT doubleClick = GetDoubleClickTime();
-    TestContainer container;
-    Embedded embedded{container};
-    Value control{static_cast<IDispatch*>(embedded.control.Get())};
-    ReportLog reports;
-    BoxReader boxes;
 };
 
 TEST_F(DragInComponent, AFolderMovesAndTheHostHearsTheMouse)
 {
     EventLog events(control);
+    std::vector<std::tuple<std::wstring, int, long, long>> heard;
+    const HDC screen = GetDC(nullptr);
+    const float twips = 1440.0f / static_cast<float>(GetDeviceCaps(screen, LOGPIXELSX));
+    ReleaseDC(nullptr, screen);
+    for (const wchar_t* name : {L"MouseDown", L"MouseMove", L"MouseUp"}) {
+        events.On(name, [&, name](std::vector<VARIANT*>& arguments) {
+            heard.emplace_back(name, *V_I2REF(arguments[0]), std::lround(*V_R4REF(arguments[2]) / twips),
+                               std::lround(*V_R4REF(arguments[3]) / twips));
+        });
+    }
+    POINT start = On(L"a");
+    POINT end = On(L"b");
     DragTo(L"a", L"b");
     EXPECT_EQ(GetCapture(), Tree());
+    EXPECT_NE(ImageList_GetDragImage(nullptr, nullptr), nullptr);
+    EXPECT_EQ(Send(TVM_GETNEXTITEM, TVGN_DROPHILITE, 0), reinterpret_cast<LRESULT>(Row(L"b")));
     Button(MOUSEEVENTF_LEFTUP);
-    EXPECT_TRUE(Clean());
-    EXPECT_EQ(boxes.Take(), L"[Successful drop of folder " + base + L"\\a\ronto " + base + L"\\b]");
-    EXPECT_TRUE(Has(L"\\b\\a\\inner"));
-    EXPECT_FALSE(Has(L"\\a"));
+    EXPECT_EQ(LeftOver(), "");
+    EXPECT_EQ(boxes.Take(), MovedMessage(L"\\a", L"\\b"));
+    EXPECT_TRUE(Has(L"b\\a\\inner"));
+    EXPECT_FALSE(Has(L"a"));
     const Value selected = control.Get(L"TreeView").Get(L"SelectedItem");
     EXPECT_EQ(control.Call(L"BuildFullPath", {selected}).Text(), base + L"\\b\\a\\");
-    const std::wstring heard = events.Take();
-    EXPECT_NE(heard.find(L"MouseDown"), std::wstring::npos);
-    EXPECT_NE(heard.find(L"MouseMove"), std::wstring::npos);
-    EXPECT_NE(heard.find(L"MouseUp"), std::wstring::npos);
+    for (POINT* point : {&start, &end})
+        ScreenToClient(Tree(), point);
+    const auto has = [&](const wchar_t* name, LONG x, LONG y) {
+        return std::find(heard.begin(), heard.end(), std::tuple(std::wstring(name), 1, x, y)) != heard.end();
+    };
+    EXPECT_TRUE(has(L"MouseDown", start.x, start.y));
+    EXPECT_TRUE(has(L"MouseMove", end.x, end.y));
+    EXPECT_TRUE(has(L"MouseUp", end.x + 1, end.y));
     EXPECT_EQ(reports.Take(), L"");
+    EXPECT_EQ(Ticks(), 0);
 }
 
-TEST_F(DragInComponent, EscapeThroughTheContainerEndsTheDrag)
+TEST_F(DragInComponent, WhatMakesNoSenseIsRefusedInWords)
 {
-    DragTo(L"a", L"b");
-    container.Key(WM_KEYDOWN, VK_ESCAPE);
-    Wait(30);
-    EXPECT_TRUE(Clean());
+    At({L"a"}).Put(L"Expanded", true);
+    const Value documents = Nodes().Get(L"Item", {1}).Get(L"Child");
+    const std::wstring drive = Nodes().Get(L"Item", {L"C:\\"}).Get(L"Text").Text();
+    documents.Call(L"EnsureVisible");
+    const auto before = ContentsOf(base);
+    const std::tuple<std::wstring, std::wstring, const wchar_t*> cases[] = {
+        {L"a", L"a", L"[A folder cannot be dropped onto itself.]"},
+        {L"inner", L"a", L"[A folder cannot be dropped onto its parent folder.]"},
+        {L"a", L"inner", L"[A folder cannot be dropped onto a subfolder of itself.]"},
+        {drive, documents.Get(L"Text").Text(), L"[A File cannot be dropped onto another File.]"},
+    };
+    for (const auto& [from, to, message] : cases) {
+        EXPECT_EQ(Drop(from, to), message);
+        EXPECT_EQ(LeftOver(), "");
+    }
+    EXPECT_EQ(ContentsOf(base), before);
+}
+
+TEST_F(DragInComponent, AnotherButtonThanThePressedOneDragsNothing)
+{
+    const auto before = ContentsOf(base);
+    MoveTo(On(L"a"));
+    Button(MOUSEEVENTF_LEFTDOWN);
+    // Together, since the tree itself waits for the release.
+    Buttons({MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP});
+    MoveTo(On(L"b"));
+    EXPECT_EQ(ImageList_GetDragImage(nullptr, nullptr), nullptr);
     Button(MOUSEEVENTF_LEFTUP);
+    EXPECT_EQ(LeftOver(), "");
     EXPECT_EQ(boxes.Take(), L"");
-    EXPECT_TRUE(Has(L"\\a\\inner"));
+    EXPECT_EQ(ContentsOf(base), before);
+}
+
+TEST_F(DragInComponent, NothingIsLeftOfADragThatIsInterrupted)
+{
+    CreateDirectoryW((base + L"\\b\\closed").c_str(), nullptr);
+    const std::pair<const char*, std::function<void()>> cases[] = {
+        {"Escape", [&] { Key(VK_ESCAPE); }},
+        {"the mouse goes elsewhere", [&] { Send(WM_CANCELMODE, 0, 0); }},
+        {"switched off", [&] { control.Put(L"DragDropEnable", false); }},
+        {"read anew", [&] { control.Call(L"Enumerate"); }},
+        {"hidden", [&] { embedded.Do(OLEIVERB_HIDE); }},
+        {"closed", [&] { embedded.object->Close(OLECLOSE_NOSAVE); }},
+    };
+    const auto before = ContentsOf(base);
+    for (const auto& [what, interrupt] : cases) {
+        control.Put(L"DragDropEnable", true);
+        embedded.Do(OLEIVERB_UIACTIVATE);
+        Load();
+        DragTo(L"a", L"b");
+        EXPECT_NE(LeftOver(), "") << what;
+        interrupt();
+        EXPECT_EQ(LeftOver(), "") << what;
+        EXPECT_EQ(Ticks(), 0) << what;
+        Button(MOUSEEVENTF_LEFTUP);
+        EXPECT_EQ(boxes.Take(), L"") << what;
+        EXPECT_EQ(ContentsOf(base), before) << what;
+    }
 }
 
 TEST_F(DragInComponent, ASecondPressEndsCleanly)
 {
     DragTo(L"a", L"b");
-    // Together, since the tree itself waits for the release.
     Buttons({MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP});
     Button(MOUSEEVENTF_LEFTUP);
-    EXPECT_TRUE(Clean());
-    EXPECT_NE(Has(L"\\a\\inner"), Has(L"\\b\\a\\inner"));
+    EXPECT_EQ(LeftOver(), "");
+    EXPECT_EQ(Ticks(), 0);
+    EXPECT_NE(Has(L"a\\inner"), Has(L"b\\a\\inner"));
 }
 
 TEST_F(DragInComponent, AFormThatClosesInMidDragTakesAllAlong)
 {
     DragTo(L"a", L"b");
     container.DestroyForm();
-    EXPECT_TRUE(Clean());
+    EXPECT_EQ(LeftOver(), "");
+    EXPECT_EQ(Ticks(), 0);
     Button(MOUSEEVENTF_LEFTUP);
     EXPECT_EQ(boxes.Take(), L"");
-    EXPECT_TRUE(Has(L"\\a\\inner"));
+    EXPECT_TRUE(Has(L"a\\inner"));
 }
 
-TEST_F(DragInComponent, ALabelIsEditedInPlaceAndARefusedNameOpensItAgain)
+TEST_F(DragInComponent, RestingOnAClosedFolderOpensItAndTheDragGoesOn)
 {
-    const auto edit = [this] { return reinterpret_cast<HWND>(Send(TVM_GETEDITCONTROL, 0, 0)); };
-    const auto type = [&](const wchar_t* name) {
-        SetWindowTextW(edit(), name);
-        container.Key(WM_KEYDOWN, VK_RETURN);
-        Wait(30);
-    };
-    MoveTo(On(L"a"));
-    Button(MOUSEEVENTF_LEFTDOWN);
+    CreateDirectoryW((base + L"\\b\\below").c_str(), nullptr);
+    Load();
+    EXPECT_EQ(Ticks(), 0) << "nothing ticks while nothing is dragged";
+    EventLog events(control);
+    DragTo(L"a", L"b");
+    EXPECT_GT(Ticks(), 0);
+    ASSERT_TRUE(Until([&] { return Row(L"below") != nullptr; }));
+    EXPECT_NE(events.Take().find(L"Expand b"), std::wstring::npos);
+    const POINT below = On(L"below");
+    MoveTo(below);
+    MoveTo({below.x + 1, below.y});
     Button(MOUSEEVENTF_LEFTUP);
-    container.Key(WM_KEYDOWN, VK_F2);
-    Wait(30);
-    ASSERT_NE(edit(), nullptr);
-    type(L"x:y");
-    EXPECT_EQ(boxes.Take(), L"[Error. Enter a valid file name (or Esc).]");
-    Wait(250);
-    ASSERT_NE(edit(), nullptr);
-    wchar_t text[64] = {};
-    GetWindowTextW(edit(), text, 64);
-    EXPECT_STREQ(text, L"x:y");
-    type(L"new");
-    EXPECT_EQ(edit(), nullptr);
-    EXPECT_EQ(boxes.Take(), L"");
-    EXPECT_TRUE(Has(L"\\new\\inner"));
-    EXPECT_FALSE(Has(L"\\a"));
+    EXPECT_EQ(boxes.Take(), MovedMessage(L"\\a", L"\\b\\below"));
+    EXPECT_TRUE(Has(L"b\\below\\a\\inner"));
+}
+
+TEST_F(DragInComponent, AnEdgeScrollsAsFarAsThereIsSomething)
+{
+    for (int i = 100; i < 140; ++i)
+        CreateDirectoryW((base + L"\\n" + std::to_wstring(i)).c_str(), nullptr);
+    Load();
+    const auto shown = [this](const wchar_t* text) {
+        RECT tree;
+        GetWindowRect(Tree(), &tree);
+        if (Row(text) == nullptr) return false;
+        const RECT label = LabelOf(text);
+        return label.top >= tree.top && label.bottom <= tree.bottom;
+    };
+    const POINT start = On(L"a");
+    RECT tree;
+    GetWindowRect(Tree(), &tree);
+    ASSERT_FALSE(shown(L"n139"));
+    MoveTo(start);
+    Button(MOUSEEVENTF_LEFTDOWN);
+    MoveTo({start.x + 10, start.y});
+    MoveTo({start.x, tree.bottom - 25});
+    EXPECT_TRUE(Until([&] { return shown(L"n139"); }));
+    MoveTo({start.x, tree.top + 5});
+    EXPECT_TRUE(Until([&] { return shown(L"Desktop"); }));
+    Ticks();
+    EXPECT_EQ(Ticks(), 0) << "there is nothing more to scroll to";
+    Key(VK_ESCAPE);
+    EXPECT_EQ(LeftOver(), "");
+    Button(MOUSEEVENTF_LEFTUP);
 }
 
 }  // namespace

@@ -250,7 +250,7 @@ TEST_F(DragNativeTest, OnlyWholePathsReachTheShell)
         {L"C:\\Scratch\\t\\b", L"C:\\Scratch", 4, "move C:\\Scratch\\t\\b -> C:\\Scratch (0)"},
         {L"C:\\Scratch\\t\\x\\", L"C:\\Scratch\\t\\y", 128, "rename C:\\Scratch\\t\\x -> C:\\Scratch\\t\\y (0)"},
         {L"C:\\Scratch\\b", L"C:\\", 7, "nothing C:\\Scratch\\b -> C:\\ (0)"},
-        {L"\\\\server\\share\\a", L"C:\\Scratch", 4, "move \\\\server\\share\\a -> C:\\Scratch (0)"},
+        {L"\\\\server\\share\\a", L"C:\\Scratch", 1, "copy \\\\server\\share\\a -> C:\\Scratch (0)"},
         {L"", L"C:\\Scratch", 4, nullptr},
         {L"C:\\Scratch\\t", L"", 4, nullptr},
         {L"Desktop", L"C:\\Scratch", 4, nullptr},
@@ -275,6 +275,10 @@ TEST_F(DragNativeTest, OnlyWholePathsReachTheShell)
     }
     EXPECT_EQ(disk.WindowsDiskOps(L"C:\\", L"C:\\Temp", 4), 0);
     EXPECT_THAT(Told(), ElementsAre("[Host] 116 (16)"));
+    for (const auto& [dest, box] : {std::pair(L"C:\\Temp", "[Host] 2 (16)"), std::pair(L"C:\\gone", "[Host] 124 (16)")}) {
+        EXPECT_EQ(disk.WindowsDiskOps(L"C:\\Scratch\\t\\gone", dest, 4), 0);
+        EXPECT_THAT(Told(), ElementsAre(box));
+    }
     EXPECT_EQ(disk.WindowsDiskOps(std::wstring(L"C:\\a\0C:\\b", 9), L"C:\\Temp", 4), 0);
     EXPECT_THAT(Told(), ElementsAre("[Host] 124 (16)"));
 }

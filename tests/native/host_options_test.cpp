@@ -27,7 +27,7 @@ TEST(HostOptions, ReadsEveryOptionAndKeepsTheOrderOfChecks)
 {
     const Options options =
         ParseOptions({L"--open", L"c:\\Docs", L"--check", L"C:\\Docs\\b.txt", L"--check=C:\\Docs\\a.txt", L"--patterns",
-                      L"*.txt|*.doc", L"--file-filter=*.zip;*.txt", L"--recursive", L"off", L"--csv", L"-",
+                      L"*.txt|*.doc", L"--file-filter=*.zip;*.txt", L"--recursive", L"off", L"--drag-drop=on", L"--csv", L"-",
                       L"--ready-file", L"r", L"--exit"});
     EXPECT_EQ(options.open->Text(), L"C:\\Docs");
     ASSERT_EQ(options.checks.size(), 2u);
@@ -36,6 +36,7 @@ TEST(HostOptions, ReadsEveryOptionAndKeepsTheOrderOfChecks)
     EXPECT_EQ(options.patterns, L"*.txt|*.doc");
     EXPECT_EQ(options.fileFilter, L"*.zip;*.txt");
     EXPECT_FALSE(options.recursive);
+    EXPECT_TRUE(options.dragDrop);
     EXPECT_EQ(options.csv, L"-");
     EXPECT_EQ(options.readyFile, L"r");
     EXPECT_TRUE(options.exit);
@@ -48,6 +49,7 @@ TEST(HostOptions, AnEmptyPatternIsAValueAndNotTheSameAsNone)
     EXPECT_EQ(ParseOptions({L"--patterns", L""}).patterns, L"");
     EXPECT_FALSE(ParseOptions({}).patterns.has_value());
     EXPECT_TRUE(ParseOptions({}).recursive);
+    EXPECT_FALSE(ParseOptions({}).dragDrop);
 }
 
 TEST(HostOptions, OnlyWhatAScriptWaitsForIsUnattended)

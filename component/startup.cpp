@@ -1,0 +1,26 @@
+#include "component/startup.h"
+
+// Before the seam: it has a member of the same name as a macro of this header.
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include "diagnostics/exception_filter.h"
+#include "diagnostics/trap.h"
+#include "instance/instance.h"
+#include "platform/win32/exception_guard.h"
+#include "platform/win32/win32_platform.h"
+
+namespace sylvex {
+
+void Main()
+{
+    Win32Platform platform;
+    const NamedModule modStartup(L"modStartup", platform.Get());
+    Trapped(modStartup, L"Main", kNone, kNone, [](int& line) {
+        line = 1;
+        InstallExceptionFilter(&InstallExceptionGuard);
+    });
+}
+
+}  // namespace sylvex

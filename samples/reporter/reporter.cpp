@@ -1,0 +1,133 @@
+#include "reporter.h"
+
+#include <oleauto.h>
+
+#include <array>
+#include <cwchar>
+#include <new>
+#include <string>
+#include <string_view>
+
+std::atomic<long> g_inUse{0};
+
+namespace {
+
+enum Member : DISPID { kErrorHandler = 1, kAction = 2 };
+
+/// The eight values in the order in which the control gives them.
+enum Part { kComponent, kVersion, kModule, kProcedure, kLine, kNumber, kDescription, kVariables, kParts };
+using Report = std::array<std::wstring, kParts>;
+
+/// Where reports go: the file named by SYLVEX_REPORTS, otherwise SylvexReports.txt in the folder of temporary files.
+std::wstring FileName()
+{
+    std::array<wchar_t, 32768> path{};
+    const DWORD given = GetEnvironmentVariableW(L"SYLVEX_REPORTS", path.data(), static_cast<DWORD>(path.size()));
+    if (given > 0 && given < path.size()) return path.data();
+    const DWORD length = GetTempPathW(static_cast<DWORD>(path.size()), path.data());
+    return std::wstring(path.data(), length) + L"SylvexReports.txt";
+}
+
+std::string Utf8(std::wstring_view text)
+{
+    const int length = static_cast<int>(text.size());
+    const int bytes = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string narrow(static_cast<std::size_t>(bytes), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, narrow.data(), bytes, nullptr, nullptr);
+    return narrow;
+}
+
+std::wstring Heading(const Report& report)
+{
+    SYSTEMTIME now;
+    GetSystemTime(&now);
+    std::array<wchar_t, 32> time{};
+    std::swprintf(time.data(), time.size(), L"%04d-%02d-%02dT%02d:%02d:%02dZ", now.wYear, now.wMonth, now.wDay, now.wHour,
+                  now.wMinute, now.wSecond);
+    return std::wstring(time.data()) + L" " + report[kComponent] + L" " + report[kVersion] + L" " + report[kModule] + L"." +
+           report[kProcedure] + L", line " + report[kLine] + L": error " + report[kNumber] + L", " + report[kDescription];
+}
+
+/// Appends one report; what is written by several processes at once stays whole, since each write goes to the end.
+bool Append(const Report& report)
+{
+    const std::string text = Utf8(Heading(report) + L"\r\n" + report[kVariables] + L"\r\n\r\n");
+    const HANDLE file = CreateFileW(FileName().c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    DWORD written = 0;
+    const BOOL done = WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+    CloseHandle(file);
+    return done && written == text.size();
+}
+
+std::wstring TextOf(const VARIANT& value)
+{
+    VARIANT text;
+    VariantInit(&text);
+    std::wstring copy;
+    if (SUCCEEDED(VariantChangeType(&text, const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, VT_BSTR)))
+        copy.assign(V_BSTR(&text), SysStringLen(V_BSTR(&text)));
+    VariantClear(&text);
+    return copy;
+}
+
+HRESULT TakeReport(const DISPPARAMS& arguments)
+{
+    if (arguments.cArgs != kParts) return DISP_E_BADPARAMCOUNT;
+    Report report;
+    // Automation hands over the last argument first.
+    for (UINT i = 0; i < kParts; ++i) report[i] = TextOf(arguments.rgvarg[kParts - 1 - i]);
+    return Append(report) ? S_OK : E_FAIL;
+}
+
+}  // namespace
+
+HRESULT Reporter::QueryInterface(REFIID id, void** found)
+{
+    if (!found) return E_POINTER;
+    *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
+    if (!*found) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+}
+
+ULONG Reporter::Release()
+{
+    const long left = --m_references;
+    if (left == 0) delete this;
+    return static_cast<ULONG>(left);
+}
+
+HRESULT Reporter::GetTypeInfoCount(UINT* count)
+{
+    if (!count) return E_POINTER;
+    *count = 0;
+    return S_OK;
+}
+
+HRESULT Reporter::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* members)
+{
+    if (!names || !members || count == 0) return E_INVALIDARG;
+    for (UINT i = 0; i < count; ++i) members[i] = DISPID_UNKNOWN;
+    if (_wcsicmp(names[0], L"ErrorHandler") == 0) members[0] = kErrorHandler;
+    if (_wcsicmp(names[0], L"Action") == 0) members[0] = kAction;
+    return members[0] == DISPID_UNKNOWN || count > 1 ? DISP_E_UNKNOWNNAME : S_OK;
+}
+
+HRESULT Reporter::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO*,
+                         UINT*)
+{
+    if (member == kErrorHandler && (flags & DISPATCH_METHOD) != 0) {
+        try {
+            return arguments ? TakeReport(*arguments) : E_INVALIDARG;
+        } catch (const std::bad_alloc&) {
+            return E_OUTOFMEMORY;
+        }
+    }
+    if (member != kAction || (flags & DISPATCH_PROPERTYGET) == 0) return DISP_E_MEMBERNOTFOUND;
+    if (!result) return S_OK;
+    V_VT(result) = VT_BSTR;
+    V_BSTR(result) = SysAllocString(L"Continue");
+    return V_BSTR(result) ? S_OK : E_OUTOFMEMORY;
+}
