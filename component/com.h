@@ -10,79 +10,13 @@
 #include <utility>
 
 #include "platform/exception_guard.h"
+#include "platform/win32/com_pointer.h"
 
 namespace sylvex {
 
 /// A failure that leaves as the given HRESULT instead of as a numbered error. `result` must be a failure code.
 struct ComError {
     HRESULT result;
-};
-
-/// A counted reference to a COM object; empty when it refers to nothing.
-template <class Interface>
-class ComPtr {
-public:
-    ComPtr() = default;
-    ComPtr(std::nullptr_t) {}
-    /// Adds a reference of its own.
-    explicit ComPtr(Interface* object) : m_object(object) { AddReference(); }
-    ComPtr(const ComPtr& other) : ComPtr(other.m_object) {}
-    ComPtr(ComPtr&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
-    ~ComPtr() { Reset(); }
-    ComPtr& operator=(ComPtr other) noexcept
-    {
-        std::swap(m_object, other.m_object);
-        return *this;
-    }
-
-    /// Takes over a reference that the caller owns.
-    static ComPtr Adopt(Interface* object)
-    {
-        ComPtr result;
-        result.m_object = object;
-        return result;
-    }
-    /// Gives the reference to the caller, who must release it.
-    [[nodiscard]] Interface* Detach() { return std::exchange(m_object, nullptr); }
-    void Reset()
-    {
-        // Emptied first: the release may run code that looks at this pointer.
-        if (Interface* const object = Detach()) object->Release();
-    }
-    /// For an [out] argument; drops what is held.
-    [[nodiscard]] Interface** Put()
-    {
-        Reset();
-        return &m_object;
-    }
-    /// The object's interface `Other`, or empty when it has none.
-    template <class Other>
-    ComPtr<Other> As() const
-    {
-        ComPtr<Other> other;
-        if (m_object) m_object->QueryInterface(__uuidof(Other), reinterpret_cast<void**>(other.Put()));
-        return other;
-    }
-    /// Stores a new reference in an [out] argument.
-    template <class Target>
-    void CopyTo(Target** target) const
-    {
-        *target = m_object;
-        if (m_object) m_object->AddRef();
-    }
-
-    Interface* Get() const { return m_object; }
-    Interface* operator->() const { return m_object; }
-    Interface& operator*() const { return *m_object; }
-    explicit operator bool() const { return m_object != nullptr; }
-    friend bool operator==(const ComPtr& left, const ComPtr& right) { return left.m_object == right.m_object; }
-
-private:
-    void AddReference()
-    {
-        if (m_object) m_object->AddRef();
-    }
-    Interface* m_object = nullptr;
 };
 
 /// Owns a BSTR. A null BSTR is the empty text.
@@ -196,6 +130,15 @@ HRESULT Border(const IID& interfaceId, Body&& body) noexcept
     }
 }
 
+/// As above for an object that the host may let go of while `body` runs: it is kept until then, whatever becomes of
+/// the body.
+template <class Body>
+HRESULT Border(IUnknown* kept, const IID& interfaceId, Body&& body) noexcept
+{
+    const ComPtr<IUnknown> alive(kept);
+    return Border(interfaceId, std::forward<Body>(body));
+}
+
 /// The object behind an [out] or [in, out] pointer; throws ComError(E_POINTER) for null.
 template <class Value>
 Value& Checked(Value* pointer)
@@ -214,7 +157,7 @@ ComPtr<Interface> Incoming(IUnknown* object)
 {
     ComPtr<Interface> result;
     if (!object) return result;
-    if (FAILED(object->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(result.Put()))))
+    if (FAILED(object->QueryInterface(__uuidof(Interface), result.PutAny())))
         ThrowTypeMismatch();
     return result;
 }

@@ -108,9 +108,9 @@ private:
     ComPtr<IUnknown> SinkOf(IUnknown& sink) const
     {
         ComPtr<IUnknown> found;
-        if (SUCCEEDED(sink.QueryInterface(m_outgoing, reinterpret_cast<void**>(found.Put())))) return found;
+        if (SUCCEEDED(sink.QueryInterface(m_outgoing, found.PutAny()))) return found;
         if (m_outgoing == __uuidof(::__Sylvex)) {
-            sink.QueryInterface(IID_IDispatch, reinterpret_cast<void**>(found.Put()));
+            sink.QueryInterface(IID_IDispatch, found.PutAny());
         }
         return found;
     }
@@ -155,23 +155,27 @@ void ConnectionPoints::Fire(DISPID event, std::span<VARIANT> reversed) const
         DISPPARAMS arguments{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
         Variant result;
         // What Find() took is IDispatch or an interface that is nothing but IDispatch.
-        static_cast<IDispatch*>(sink.Get())
-            ->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, &result.Get(), nullptr,
-                     nullptr);
+        auto* const handler = static_cast<IDispatch*>(sink.Get());
+        Guarded([&] {
+            handler->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, &result.Get(), nullptr,
+                            nullptr);
+        });
     }
 }
 
 void ConnectionPoints::Changed(DISPID property) const
 {
     for (const ComPtr<IUnknown>& sink : m_notices->Connected().Snapshot()) {
-        static_cast<IPropertyNotifySink*>(sink.Get())->OnChanged(property);
+        auto* const listener = static_cast<IPropertyNotifySink*>(sink.Get());
+        Guarded([&] { listener->OnChanged(property); });
     }
 }
 
 bool ConnectionPoints::MayChange(DISPID property) const
 {
     for (const ComPtr<IUnknown>& sink : m_notices->Connected().Snapshot()) {
-        if (static_cast<IPropertyNotifySink*>(sink.Get())->OnRequestEdit(property) == S_FALSE) return false;
+        auto* const listener = static_cast<IPropertyNotifySink*>(sink.Get());
+        if (Guarded([&] { return listener->OnRequestEdit(property); }) == S_FALSE) return false;
     }
     return true;
 }

@@ -37,7 +37,7 @@ ComPtr<IFontDisp> FontLike(HFONT font)
     wanted.fUnderline = description.lfUnderline;
     wanted.fStrikethrough = description.lfStrikeOut;
     ComPtr<IFontDisp> made;
-    OleCreateFontIndirect(&wanted, IID_IFontDisp, reinterpret_cast<void**>(made.Put()));
+    OleCreateFontIndirect(&wanted, IID_IFontDisp, made.PutAny());
     return made;
 }
 

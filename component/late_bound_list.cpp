@@ -80,6 +80,30 @@ std::optional<WindowHandle> HandleIn(const VARIANT& value)
     }
 }
 
+/// Stops the painting of a window, if there is one, while rows are added to it in many calls; a list that keeps itself
+/// sorted would paint all of it with each.
+class PaintingStopped {
+public:
+    explicit PaintingStopped(HWND window)
+        : m_window(window), m_wasShown((GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0)
+    {
+        SendMessageW(m_window, WM_SETREDRAW, FALSE, 0);
+    }
+    PaintingStopped(const PaintingStopped&) = delete;
+    PaintingStopped& operator=(const PaintingStopped&) = delete;
+    ~PaintingStopped()
+    {
+        SendMessageW(m_window, WM_SETREDRAW, TRUE, 0);
+        // The platform takes painting again for being shown.
+        if (!m_wasShown) ShowWindow(m_window, SW_HIDE);
+        InvalidateRect(m_window, nullptr, TRUE);
+    }
+
+private:
+    HWND m_window;
+    bool m_wasShown;
+};
+
 }  // namespace
 
 LateBoundListView::LateBoundListView(const ComPtr<IDispatch>& object)
@@ -176,6 +200,13 @@ void LateBoundListView::AddRows(RowSource& rows, bool)
 {
     Items();
     m_window = hWnd();
+    if (m_window == 0) return AddEachRow(rows);
+    const PaintingStopped stopped(WindowOf(m_window));
+    AddEachRow(rows);
+}
+
+void LateBoundListView::AddEachRow(RowSource& rows)
+{
     for (std::size_t place = 0; place < rows.Count(); ++place)
         AddRow(rows.Row(place));
 }

@@ -33,6 +33,7 @@ public:
 
 private:
     ComPtr<IDispatch> AddItem();
+    void AddEachRow(RowSource& rows);
     void AddRow(const ListRow& row);
     void SetIcon(const ComPtr<IDispatch>& item, int image);
     LateCaller& ItemCaller(const ComPtr<IDispatch>& item);

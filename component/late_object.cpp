@@ -63,7 +63,7 @@ ComPtr<ITypeInfo> ClassOf(IDispatch& object, const ComPtr<ITypeInfo>& known)
     ComPtr<ITypeInfo> info;
     if (FAILED(object.GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Put())) || info == known) return info;
     ComPtr<IDispatchEx> extensible;
-    if (SUCCEEDED(object.QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(extensible.Put()))))
+    if (SUCCEEDED(object.QueryInterface(__uuidof(IDispatchEx), extensible.PutAny())))
         return nullptr;
     return info;
 }
@@ -92,8 +92,9 @@ DISPID LateCaller::Find(std::size_t member)
     std::wstring text(m_names[member]);
     LPOLESTR name = text.data();
     DISPID found = DISPID_UNKNOWN;
-    if (FAILED(m_object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found))) found = DISPID_UNKNOWN;
-    return number = found;
+    const HRESULT asked =
+        Guarded([&] { return m_object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found); });
+    return number = FAILED(asked) ? DISPID_UNKNOWN : found;
 }
 
 Variant LateCaller::Invoke(std::size_t member, WORD kind, DISPPARAMS& arguments, bool wantsResult)
@@ -104,8 +105,10 @@ Variant LateCaller::Invoke(std::size_t member, WORD kind, DISPPARAMS& arguments,
     EXCEPINFO told{};
     // The call may run code that takes up another object.
     const ComPtr<IDispatch> object = m_object;
-    const HRESULT called = object->Invoke(number, IID_NULL, LOCALE_USER_DEFAULT, kind, &arguments,
-                                          wantsResult ? result.Put() : nullptr, &told, nullptr);
+    const HRESULT called = Guarded([&] {
+        return object->Invoke(number, IID_NULL, LOCALE_USER_DEFAULT, kind, &arguments,
+                              wantsResult ? result.Put() : nullptr, &told, nullptr);
+    });
     if (called == DISP_E_EXCEPTION) throw ErrorTold(told);
     if (FAILED(called)) throw ErrorNumbered(called);
     return result;

@@ -21,24 +21,21 @@ HRESULT InPlacePart::GetWindow(HWND* window)
 
 HRESULT InPlacePart::InPlaceDeactivate()
 {
-    return Border(IID_IOleInPlaceObject, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IOleInPlaceObject, [&] {
         Embedded().Place().LeaveInPlace();
     });
 }
 
 HRESULT InPlacePart::UIDeactivate()
 {
-    return Border(IID_IOleInPlaceObject, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IOleInPlaceObject, [&] {
         Embedded().Place().LeaveInterface();
     });
 }
 
 HRESULT InPlacePart::SetObjectRects(LPCRECT place, LPCRECT clip)
 {
-    return Border(IID_IOleInPlaceObject, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IOleInPlaceObject, [&] {
         const RECT& whole = Checked(place);
         Embedded().Place().SetRects(whole, clip ? *clip : whole);
     });
@@ -46,8 +43,7 @@ HRESULT InPlacePart::SetObjectRects(LPCRECT place, LPCRECT clip)
 
 HRESULT InPlacePart::TranslateAccelerator(LPMSG message)
 {
-    return Border(IID_IOleInPlaceActiveObject, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IOleInPlaceActiveObject, [&] {
         return Embedded().Place().TranslateKey(Checked(message));
     });
 }

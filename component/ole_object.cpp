@@ -11,8 +11,7 @@ namespace sylvex {
 
 HRESULT OleObjectPart::SetClientSite(IOleClientSite* site)
 {
-    return Border(IID_IOleObject, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IOleObject, [&] {
         if (!site) Embedded().Place().LeaveInPlace();
         Core().SetSite(site);
     });
@@ -25,8 +24,7 @@ HRESULT OleObjectPart::GetClientSite(IOleClientSite** site)
 
 HRESULT OleObjectPart::Close(DWORD option)
 {
-    return Border(IID_IOleObject, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IOleObject, [&] {
         const ComPtr<IOleClientSite> site(Core().Site());
         HRESULT saved = S_OK;
         if (option != OLECLOSE_NOSAVE && Core().Dirty() && site) saved = site->SaveObject();
@@ -38,8 +36,7 @@ HRESULT OleObjectPart::Close(DWORD option)
 
 HRESULT OleObjectPart::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND parent, LPCRECT)
 {
-    return Border(IID_IOleObject, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IOleObject, [&] {
         return Run(verb, parent);
     });
 }
@@ -92,8 +89,7 @@ HRESULT OleObjectPart::GetUserType(DWORD form, LPOLESTR* name)
 HRESULT OleObjectPart::SetExtent(DWORD aspect, SIZEL* size)
 {
     if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
-    return Border(IID_IOleObject, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IOleObject, [&] {
         return Embedded().SetExtent(Checked(size)) ? S_OK : E_INVALIDARG;
     });
 }
@@ -151,8 +147,7 @@ HRESULT OleControlPart::GetControlInfo(CONTROLINFO* info)
 
 HRESULT OleControlPart::OnAmbientPropertyChange(DISPID property)
 {
-    return Border(IID_IOleControl, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IOleControl, [&] {
         Embedded().AmbientChanged(property);
     });
 }
@@ -191,8 +186,7 @@ DWORD OleControlPart::Connect(const IID& outgoing, IUnknown* sink)
 
 HRESULT OleControlPart::SetContentExtent(SIZEL* size)
 {
-    return Border(IID_IQuickActivate, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IQuickActivate, [&] {
         return Embedded().SetExtent(Checked(size)) ? S_OK : E_INVALIDARG;
     });
 }

@@ -71,8 +71,7 @@ HRESULT ViewPart::GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, LOGPALET
 
 HRESULT ViewPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink)
 {
-    return Border(IID_IViewObject2, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IViewObject2, [&] {
         Embedded().View().Set(aspects, flags, sink);
     });
 }

@@ -50,8 +50,7 @@ HRESULT PersistencePart::GetClassID(CLSID* classId)
 
 HRESULT PersistencePart::InitNew()
 {
-    return Border(IID_IPersistStreamInit, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IPersistStreamInit, [&] {
         Core().InitNew();
         Core().SetDirty(false);
     });
@@ -59,8 +58,7 @@ HRESULT PersistencePart::InitNew()
 
 HRESULT PersistencePart::Load(IPropertyBag* bag, IErrorLog* errors)
 {
-    return Border(IID_IPersistPropertyBag, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IPersistPropertyBag, [&] {
         Checked(bag);
         PropertyValues values;
         for (std::size_t i = 0; i < values.size(); ++i)
@@ -78,8 +76,7 @@ void PersistencePart::ApplyLoaded(const PropertyValues& values)
 
 HRESULT PersistencePart::Save(IPropertyBag* bag, BOOL clearDirty, BOOL all)
 {
-    return Border(IID_IPersistPropertyBag, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IPersistPropertyBag, [&] {
         Checked(bag);
         const Instance& control = Core().Used().State();
         HRESULT result = S_OK;
@@ -100,8 +97,7 @@ HRESULT PersistencePart::Save(IPropertyBag* bag, BOOL clearDirty, BOOL all)
 
 HRESULT PersistencePart::Load(IStream* stream)
 {
-    return Border(IID_IPersistStreamInit, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IPersistStreamInit, [&] {
         LoadFrom(Checked(stream));
     });
 }
@@ -131,8 +127,7 @@ SavedControl PersistencePart::Present()
 
 HRESULT PersistencePart::Save(IStream* stream, BOOL clearDirty)
 {
-    return Border(IID_IPersistStreamInit, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IPersistStreamInit, [&] {
         WriteControl(Checked(stream), Present());
         if (clearDirty) Core().SetDirty(false);
     });
@@ -140,8 +135,7 @@ HRESULT PersistencePart::Save(IStream* stream, BOOL clearDirty)
 
 HRESULT PersistencePart::GetSizeMax(ULARGE_INTEGER* bytes)
 {
-    return Border(IID_IPersistStreamInit, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IPersistStreamInit, [&] {
         ComPtr<IStream> stream;
         Check(CreateStreamOnHGlobal(nullptr, TRUE, stream.Put()));
         WriteControl(*stream, Present());
@@ -153,8 +147,7 @@ HRESULT PersistencePart::GetSizeMax(ULARGE_INTEGER* bytes)
 
 HRESULT PersistencePart::Load(IStorage* storage)
 {
-    return Border(IID_IPersistStorage, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IPersistStorage, [&] {
         ComPtr<IStream> stream;
         const HRESULT opened =
             Checked(storage).OpenStream(kStreamName, nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0, stream.Put());
@@ -168,8 +161,7 @@ HRESULT PersistencePart::Load(IStorage* storage)
 
 HRESULT PersistencePart::Save(IStorage* storage, BOOL sameAsLoad)
 {
-    return Border(IID_IPersistStorage, [&] {
-        const ComPtr<IUnknown> alive(Identity());
+    return Border(Identity(), IID_IPersistStorage, [&] {
         ComPtr<IStream> stream;
         Check(Checked(storage).CreateStream(kStreamName, STGM_CREATE | STGM_WRITE | STGM_SHARE_EXCLUSIVE, 0, 0,
                                             stream.Put()));

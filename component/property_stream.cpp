@@ -105,7 +105,7 @@ Variant ReadObject(IStream& stream)
 {
     ComPtr<IUnknown> object;
     if (Read<std::uint8_t>(stream) != 0) {
-        Check(OleLoadFromStream(&stream, IID_IUnknown, reinterpret_cast<void**>(object.Put())));
+        Check(OleLoadFromStream(&stream, IID_IUnknown, object.PutAny()));
     }
     return ObjectValue(object.Get());
 }

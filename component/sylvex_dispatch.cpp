@@ -22,8 +22,7 @@ bool IsSet(const VARIANT_BOOL* argument)
 template <class Body>
 HRESULT SylvexObject::Member(Body&& body) noexcept
 {
-    return Border(__uuidof(::_Sylvex), [&] {
-        const ComPtr<IUnknown> alive(Outer());
+    return Border(Outer(), __uuidof(::_Sylvex), [&] {
         return body(m_core.Used());
     });
 }

@@ -7,6 +7,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "platform/exception_guard.h"
 #include "platform/types.h"
 #include "platform/value_text.h"
 
@@ -33,7 +34,8 @@ public:
             if (m_text.size() >= kLongest) {
                 m_value.Marker(TruncatedAt(kLongest, L"characters"));
             } else {
-                Render(value);
+                // A value of the host's may fault.
+                Guarded([&] { Render(value); });
             }
             Put(name, m_value.Get());
         } catch (...) {

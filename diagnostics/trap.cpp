@@ -94,7 +94,7 @@ void Send(const Module& module, const wchar_t* procedure, const Dump& parameters
                            state.vantorErrorNumber,
                            state.vantorErrorDescription,
                            VariablesReport(module, parameters, locals)};
-        if (!module.ReportTo().Report(report))
+        if (!Guarded([&] { return module.ReportTo().Report(report); }))
             module.Boxes().Show(0, BoxText(report), L"Application Error", kBoxOk | kBoxCritical);
     } catch (...) {
     }

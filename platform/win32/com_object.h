@@ -16,7 +16,7 @@ public:
     std::wstring ReportText() const override;
 
 private:
-    ComPointer<IUnknown> m_object;
+    ComPtr<IUnknown> m_object;
 };
 
 /// The interface behind a reference of the seam; null for an empty reference or an object of another kind.

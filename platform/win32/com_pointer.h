@@ -2,54 +2,79 @@
 
 #include <windows.h>
 
+#include <unknwn.h>
+
 #include <utility>
 
 namespace sylvex {
 
-/// Owns one reference to an interface.
-template <typename Interface>
-class ComPointer {
+/// A counted reference to a COM object; empty when it refers to nothing.
+template <class Interface>
+class ComPtr {
 public:
-    ComPointer() = default;
+    ComPtr() = default;
+    ComPtr(std::nullptr_t) {}
     /// Adds a reference of its own.
-    explicit ComPointer(Interface* shared) noexcept : m_pointer(shared)
+    explicit ComPtr(Interface* object) : m_object(object) { AddReference(); }
+    ComPtr(const ComPtr& other) : ComPtr(other.m_object) {}
+    ComPtr(ComPtr&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
+    ~ComPtr() { Reset(); }
+    ComPtr& operator=(ComPtr other) noexcept
     {
-        if (m_pointer) m_pointer->AddRef();
-    }
-    ComPointer(const ComPointer& other) noexcept : ComPointer(other.m_pointer) {}
-    ComPointer(ComPointer&& other) noexcept : m_pointer(std::exchange(other.m_pointer, nullptr)) {}
-    ComPointer& operator=(ComPointer other) noexcept
-    {
-        std::swap(m_pointer, other.m_pointer);
+        std::swap(m_object, other.m_object);
         return *this;
     }
-    ~ComPointer()
-    {
-        if (m_pointer) m_pointer->Release();
-    }
 
-    Interface* Get() const noexcept { return m_pointer; }
-    Interface* operator->() const noexcept { return m_pointer; }
-    explicit operator bool() const noexcept { return m_pointer != nullptr; }
-    /// Where a call that hands out a reference stores it; what was held is released first.
-    Interface** Receive() noexcept
+    /// Takes over a reference that the caller owns.
+    static ComPtr Adopt(Interface* object)
     {
-        *this = ComPointer();
-        return &m_pointer;
+        ComPtr result;
+        result.m_object = object;
+        return result;
     }
-    /// The same, as calls by interface identifier take it.
-    void** ReceiveAny() noexcept { return reinterpret_cast<void**>(Receive()); }
-    /// Another interface of the same object, null when it has none.
-    template <typename Other>
-    ComPointer<Other> As(const IID& identifier) const noexcept
+    /// Gives the reference to the caller, who must release it.
+    [[nodiscard]] Interface* Detach() { return std::exchange(m_object, nullptr); }
+    void Reset()
     {
-        ComPointer<Other> other;
-        if (m_pointer) m_pointer->QueryInterface(identifier, other.ReceiveAny());
+        // Emptied first: the release may run code that looks at this pointer.
+        if (Interface* const object = Detach()) object->Release();
+    }
+    /// For an [out] argument; drops what is held.
+    [[nodiscard]] Interface** Put()
+    {
+        Reset();
+        return &m_object;
+    }
+    /// The same for calls that take an interface by its identifier.
+    [[nodiscard]] void** PutAny() { return reinterpret_cast<void**>(Put()); }
+    /// The object's interface `Other`, or empty when it has none.
+    template <class Other>
+    ComPtr<Other> As() const
+    {
+        ComPtr<Other> other;
+        if (m_object) m_object->QueryInterface(__uuidof(Other), other.PutAny());
         return other;
     }
+    /// Stores a new reference in an [out] argument.
+    template <class Target>
+    void CopyTo(Target** target) const
+    {
+        *target = m_object;
+        if (m_object) m_object->AddRef();
+    }
+
+    Interface* Get() const { return m_object; }
+    Interface* operator->() const { return m_object; }
+    Interface& operator*() const { return *m_object; }
+    explicit operator bool() const { return m_object != nullptr; }
+    friend bool operator==(const ComPtr& left, const ComPtr& right) { return left.m_object == right.m_object; }
 
 private:
-    Interface* m_pointer = nullptr;
+    void AddReference()
+    {
+        if (m_object) m_object->AddRef();
+    }
+    Interface* m_object = nullptr;
 };
 
 }  // namespace sylvex

@@ -37,10 +37,12 @@ struct Registration {
 [[noreturn]] void RaiseInGuard(Registration* guard)
 {
     // The platform keeps only ebp and esp.
+    Registration* target = guard;
+    auto unwind = &RtlUnwind;
     asm volatile("pushl $0\n\tpushl $0\n\tpushl $0\n\tpushl %0\n\tcall *%1"
+                 : "+a"(target), "+c"(unwind)
                  :
-                 : "r"(guard), "r"(&RtlUnwind)
-                 : "ebx", "esi", "edi", "memory", "cc");
+                 : "ebx", "edx", "esi", "edi", "memory", "cc");
     __builtin_longjmp(guard->place, 1);
 }
 

@@ -32,13 +32,13 @@ public:
     }
 };
 
-ComPointer<IDispatch> CreateReporter()
+ComPtr<IDispatch> CreateReporter()
 {
     CLSID identifier{};
-    ComPointer<IDispatch> reporter;
+    ComPtr<IDispatch> reporter;
     if (FAILED(CLSIDFromProgID(L"Quenmark.Error", &identifier))) return reporter;
     CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,
-                     reporter.ReceiveAny());
+                     reporter.PutAny());
     return reporter;
 }
 

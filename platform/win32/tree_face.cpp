@@ -117,8 +117,8 @@ void TreeFace::BeforeDestroy(HWND window) noexcept
 
 void TreeFace::SetFont(const ObjectRef& font)
 {
-    const ComPointer<IUnknown> object(UnknownOf(font));
-    m_font = object ? object.As<IFont>(IID_IFont) : ComPointer<IFont>();
+    const ComPtr<IUnknown> object(UnknownOf(font));
+    m_font = object ? object.As<IFont>() : ComPtr<IFont>();
     HFONT handle = nullptr;
     if (!m_font || FAILED(m_font->get_hFont(&handle))) handle = SystemFont();
     m_core.Send(WM_SETFONT, reinterpret_cast<WPARAM>(handle), TRUE);
@@ -136,8 +136,8 @@ HFONT TreeFace::SystemFont()
 
 void TreeFace::SetMouseIcon(const ObjectRef& picture)
 {
-    const ComPointer<IUnknown> object(UnknownOf(picture));
-    m_mouseIcon = object ? object.As<IPicture>(IID_IPicture) : ComPointer<IPicture>();
+    const ComPtr<IUnknown> object(UnknownOf(picture));
+    m_mouseIcon = object ? object.As<IPicture>() : ComPtr<IPicture>();
 }
 
 HCURSOR TreeFace::Pointer() const

@@ -49,9 +49,9 @@ private:
     HFONT SystemFont();
 
     TreeCore& m_core;
-    ComPointer<IFont> m_font;
+    ComPtr<IFont> m_font;
     UniqueFont m_systemFont;
-    ComPointer<IPicture> m_mouseIcon;
+    ComPtr<IPicture> m_mouseIcon;
     int m_pointer = 0;
     bool m_boxes = false;
     bool m_ownPictures = false;

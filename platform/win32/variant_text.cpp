@@ -73,12 +73,12 @@ std::wstring NameOf(ITypeInfo* info)
     return name;
 }
 
-std::wstring ClassOf(const ComPointer<IUnknown>& object, const ComPointer<IDispatch>& dispatch)
+std::wstring ClassOf(const ComPtr<IUnknown>& object, const ComPtr<IDispatch>& dispatch)
 {
-    ComPointer<ITypeInfo> info;
-    if (const auto provider = object.As<IProvideClassInfo>(IID_IProvideClassInfo))
-        provider->GetClassInfo(info.Receive());
-    if (!info && dispatch) dispatch->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Receive());
+    ComPtr<ITypeInfo> info;
+    if (const auto provider = object.As<IProvideClassInfo>())
+        provider->GetClassInfo(info.Put());
+    if (!info && dispatch) dispatch->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Put());
     return info ? NameOf(info.Get()) : std::wstring();
 }
 
@@ -288,8 +288,8 @@ void Renderer::Elements(SAFEARRAY* array, VARTYPE type, UINT dimensions, const A
 void Renderer::Object(IUnknown* object)
 {
     if (!object) return m_report.Marker(L"{Nothing}");
-    const ComPointer<IUnknown> held(object);
-    const auto dispatch = held.As<IDispatch>(IID_IDispatch);
+    const ComPtr<IUnknown> held(object);
+    const auto dispatch = held.As<IDispatch>();
     const std::wstring name = ClassOf(held, dispatch);
     if (!name.empty()) {
         m_report.Marker(L"{");
@@ -312,8 +312,8 @@ void Renderer::Members(IDispatch* collection)
     if (result == DISP_E_MEMBERNOTFOUND || result == E_NOTIMPL) return;
     if (FAILED(result)) return Failed(result);
     const bool isObject = V_VT(&made.value) == VT_UNKNOWN || V_VT(&made.value) == VT_DISPATCH;
-    const ComPointer<IUnknown> object(isObject ? V_UNKNOWN(&made.value) : nullptr);
-    const auto enumerator = object.As<IEnumVARIANT>(IID_IEnumVARIANT);
+    const ComPtr<IUnknown> object(isObject ? V_UNKNOWN(&made.value) : nullptr);
+    const auto enumerator = object.As<IEnumVARIANT>();
     if (!enumerator) return;
     for (std::size_t shown = 0;; ++shown) {
         OwnedVariant element;

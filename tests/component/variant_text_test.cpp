@@ -234,10 +234,10 @@ private:
 
 TEST(VariantText, ObjectsAndCollections)
 {
-    ComPointer<IUnknown> font;
+    ComPtr<IUnknown> font;
     FONTDESC description{sizeof(FONTDESC), const_cast<LPOLESTR>(L"Arial"), {}, FW_NORMAL, 0, FALSE, FALSE, FALSE};
     description.cySize.int64 = 80000;
-    OleCreateFontIndirect(&description, IID_IFontDisp, font.ReceiveAny());
+    OleCreateFontIndirect(&description, IID_IFontDisp, font.PutAny());
     ValueText shown;
     RenderObject(font.Get(), shown);
     EXPECT_EQ(shown.Get(), L"{Font}");

@@ -290,8 +290,8 @@ TEST_F(TreeWindowTest, TheFontIsTheHosts)
     wchar_t name[] = L"Tahoma";
     description.lpstrName = name;
     description.cySize.int64 = 240000;
-    ComPointer<IFont> font;
-    ASSERT_EQ(OleCreateFontIndirect(&description, IID_IFont, font.ReceiveAny()), S_OK);
+    ComPtr<IFont> font;
+    ASSERT_EQ(OleCreateFontIndirect(&description, IID_IFont, font.PutAny()), S_OK);
     HFONT handle = nullptr;
     font->get_hFont(&handle);
     tree->SetFont(std::make_shared<ComObject>(font.Get()));
@@ -313,8 +313,8 @@ TEST_F(TreeWindowTest, ThePointerAndItsPictureAreTheHosts)
     icon.cbSizeofstruct = sizeof icon;
     icon.picType = PICTYPE_ICON;
     icon.icon.hicon = LoadIconW(nullptr, IDI_ERROR);
-    ComPointer<IPicture> picture;
-    ASSERT_EQ(OleCreatePictureIndirect(&icon, IID_IPicture, FALSE, picture.ReceiveAny()), S_OK);
+    ComPtr<IPicture> picture;
+    ASSERT_EQ(OleCreatePictureIndirect(&icon, IID_IPicture, FALSE, picture.PutAny()), S_OK);
     tree->SetMouseIcon(std::make_shared<ComObject>(picture.Get()));
     EXPECT_EQ(pointer(99), icon.icon.hicon);
     tree->SetMouseIcon(nullptr);

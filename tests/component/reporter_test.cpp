@@ -1,0 +1,272 @@
+#include <windows.h>
+
+#include <ole2.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <functional>
+#include <iterator>
+#include <vector>
+
+#include "tests/component/automation.h"
+#include "tests/component/component_file.h"
+
+namespace sylvex::test {
+namespace {
+
+constexpr long kPassedOn = 65535;
+constexpr CLSID kClass = {0x9b0d1a44, 0x06c5, 0x4f5c, {0xb1, 0x7a, 0x3e, 0x90, 0x55, 0x12, 0xd8, 0x6f}};
+constexpr wchar_t kName[] = L"Quenmark.Error";
+
+/// A reporting object that is registered while it lives, and does with reports what a test tells it.
+class TestReporter final : public IClassFactory, public IDispatch {
+public:
+    std::vector<std::array<std::wstring, 8>> reports;
+    std::function<HRESULT()> onReport;
+    HRESULT asked = S_OK;  ///< what a question for a name answers
+    int actionsRead = 0;
+
+    TestReporter()
+    {
+        wchar_t id[39];
+        StringFromGUID2(kClass, id, static_cast<int>(std::size(id)));
+        const std::wstring key = std::wstring(kName) + L"\\CLSID";
+        RegSetKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, REG_SZ, id, sizeof id);
+        CoRegisterClassObject(kClass, static_cast<IClassFactory*>(this), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
+                              &m_registration);
+    }
+    ~TestReporter()
+    {
+        CoRevokeClassObject(m_registration);
+        RegDeleteTreeW(HKEY_CLASSES_ROOT, kName);
+        EXPECT_EQ(m_references, 0);
+    }
+    /// "Module.Procedure number", joined.
+    std::wstring Trace() const
+    {
+        std::wstring trace;
+        for (const auto& report : reports)
+            trace += (trace.empty() ? L"" : L"; ") + report[2] + L"." + report[3] + L" " + report[5];
+        return trace;
+    }
+
+    STDMETHODIMP QueryInterface(REFIID id, void** found) override
+    {
+        *found = nullptr;
+        if (id == IID_IUnknown || id == IID_IClassFactory) *found = static_cast<IClassFactory*>(this);
+        if (id == IID_IDispatch) *found = static_cast<IDispatch*>(this);
+        if (*found) ++m_references;
+        return *found ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++m_references); }
+    STDMETHODIMP_(ULONG) Release() override { return static_cast<ULONG>(--m_references); }
+    STDMETHODIMP CreateInstance(IUnknown*, REFIID id, void** object) override { return QueryInterface(id, object); }
+    STDMETHODIMP LockServer(BOOL) override { return S_OK; }
+    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* members) override
+    {
+        *members = lstrcmpW(names[0], L"ErrorHandler") == 0 ? 1 : 2;
+        return asked;
+    }
+    STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO*,
+                        UINT*) override
+    {
+        if (member == 2) {
+            EXPECT_EQ(flags, DISPATCH_PROPERTYGET);
+            ++actionsRead;
+            V_VT(result) = VT_I4, V_I4(result) = 5;  // any value that has a text will do
+            return S_OK;
+        }
+        EXPECT_EQ(arguments->cArgs, 8u);
+        std::array<std::wstring, 8> report;
+        for (UINT i = 0; i < 8; ++i) report[i] = Value(arguments->rgvarg[7 - i]).Text();
+        reports.push_back(report);
+        return onReport ? onReport() : S_OK;
+    }
+
+private:
+    DWORD m_registration = 0;
+    int m_references = 0;
+};
+
+/// A failure two procedures deep: a tick without a list.
+long FailTwoDeep(const Value& control)
+{
+    return ErrorOf([&] {
+        const Value node = control.Get(L"TreeView").Get(L"Nodes").Get(L"Item", {1});
+        control.Call(L"CheckNodeSelective", {node});
+    });
+}
+
+constexpr const wchar_t* kTwoDeep = L"Sylvex.TV_NodeCheck 91; Sylvex.CheckNodeSelective 65535";
+
+TEST(Reporter, GetsTheEightValuesOfEachProcedure)
+{
+    TestReporter reporter;
+    const Value control = MakeControl();
+    EXPECT_EQ(FailTwoDeep(control), kPassedOn);
+    EXPECT_EQ(reporter.Trace(), kTwoDeep);
+    EXPECT_EQ(reporter.actionsRead, 2);
+    const auto& inner = reporter.reports.at(0);
+    EXPECT_EQ(inner[0] + L" " + inner[1] + L" " + inner[4], L"SylvexControl 1.0.0 3");
+    EXPECT_EQ(inner[6], L"Object variable or With block variable not set");
+    EXPECT_TRUE(inner[7].starts_with(L"<Variables>\r\n<LocalVariables>\r\n{None}</LocalVariables>\r\n<ModuleVariables>\r\n"));
+    EXPECT_TRUE(inner[7].ends_with(L"<Parameters>\r\n<Node>{Node Sylvex + [ *.zip ]}</Node></Parameters>"));
+}
+
+TEST(Reporter, ThatFailsOrHangsUpDoesNoHarm)
+{
+    TestReporter reporter;
+    const Value control = MakeControl();
+    for (const HRESULT answer : {E_FAIL, RPC_E_DISCONNECTED, static_cast<HRESULT>(0x800706BA), DISP_E_EXCEPTION}) {
+        reporter.onReport = [=] { return answer; };
+        EXPECT_EQ(FailTwoDeep(control), kPassedOn);
+        reporter.asked = answer;
+        EXPECT_EQ(FailTwoDeep(control), kPassedOn);
+        reporter.asked = S_OK;
+    }
+    EXPECT_EQ(reporter.reports.size(), 8u);
+    EXPECT_EQ(control.Get(L"TreeView").Get(L"Nodes").Get(L"Count").Number(), 1);
+}
+
+TEST(Reporter, MayCallTheControlAndLetGoOfIt)
+{
+    TestReporter reporter;
+    Value control = MakeControl();
+    reporter.onReport = [&] {
+        EXPECT_EQ(FailTwoDeep(control), kPassedOn);
+        return S_OK;
+    };
+    EXPECT_EQ(FailTwoDeep(control), kPassedOn);
+    // What fails during a report is told too, but not what fails during the report of that.
+    EXPECT_EQ(reporter.reports.size(), 6u);
+    reporter.reports.clear();
+    reporter.onReport = [&] { return control = Value(), S_OK; };
+    {
+        const Value node = control.Get(L"TreeView").Get(L"Nodes").Get(L"Item", {1});
+        EXPECT_EQ(ErrorOf([&] { control.Call(L"CheckNodeSelective", {node}); }), kPassedOn);
+    }
+    EXPECT_EQ(reporter.Trace(), kTwoDeep);
+    EXPECT_FALSE(ComponentIsBusy());
+}
+
+TEST(Reporter, SeesAValueThatAPropertyRefused)
+{
+    TestReporter reporter;
+    const Value control = MakeControl();
+    EXPECT_EQ(ErrorOf([&] { control.Set(L"ReqListView", L"<my list>"); }), 13);
+    EXPECT_EQ(reporter.Trace(), L"Sylvex.ReqListView 13");
+    EXPECT_TRUE(reporter.reports.at(0)[7].ends_with(L"<New_ReqListView>&lt;my list&gt;</New_ReqListView></Parameters>"));
+}
+
+/// Presses OK in the boxes of this thread, one after another, and keeps their texts.
+class BoxHand {
+public:
+    BoxHand() : m_timer(SetTimer(nullptr, 0, 100, &BoxHand::Tick)) { s_texts.clear(); }
+    ~BoxHand() { KillTimer(nullptr, m_timer); }
+    BoxHand(const BoxHand&) = delete;
+    BoxHand& operator=(const BoxHand&) = delete;
+    static const std::vector<std::wstring>& Texts() { return s_texts; }
+
+private:
+    static bool HasIcon(HWND box)
+    {
+        HWND child = nullptr;
+        while ((child = FindWindowExW(box, child, L"Static", nullptr)))
+            if (SendMessageW(child, STM_GETICON, 0, 0) != 0) return true;
+        return false;
+    }
+    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD)
+    {
+        const HWND box = FindWindowW(L"#32770", L"Application Error");
+        if (!box || !IsWindowVisible(box)) return;
+        constexpr int kTextId = 0xFFFF;
+        wchar_t text[1024]{};
+        GetDlgItemTextW(box, kTextId, text, std::size(text));
+        s_texts.emplace_back(text);
+        EXPECT_TRUE(HasIcon(box));
+        EXPECT_NE(GetDlgItem(box, IDOK), nullptr);
+        EXPECT_EQ(GetDlgItem(box, IDCANCEL), nullptr);
+        SendMessageW(box, WM_COMMAND, IDOK, 0);
+    }
+    static inline std::vector<std::wstring> s_texts;
+    UINT_PTR m_timer;
+};
+
+TEST(Reporter, WithoutOneEachProcedureShowsItsBox)
+{
+    const Value control = MakeControl();
+    const BoxHand hand;
+    EXPECT_EQ(FailTwoDeep(control), kPassedOn);
+    const std::wstring sorry = L"SylvexControl has encountered a problem. We are sorry for the inconvenience.\r\n\r\n"
+                               L"Module: Sylvex\r\nProcedure: ";
+    const std::vector<std::wstring> expected{
+        sorry + L"TV_NodeCheck\r\nLine Number: 3\r\n\r\nObject variable or With block variable not set (91)",
+        sorry + L"CheckNodeSelective\r\nLine Number: 1\r\n\r\nApplication-defined or object-defined error (65535)"};
+    EXPECT_EQ(BoxHand::Texts(), expected);
+}
+
+/// The sample reporter, registered while it lives, with a file of its own.
+class Sample {
+public:
+    Sample()
+    {
+        const std::wstring component = ComponentPath();
+        m_module = LoadLibraryW((component.substr(0, component.rfind(L'\\') + 1) + L"SylvexReporter.dll").c_str());
+        wchar_t folder[MAX_PATH];
+        GetTempPathW(MAX_PATH, folder);
+        m_file = std::wstring(folder) + L"SylvexReportTest.txt";
+        DeleteFileW(m_file.c_str());
+        SetEnvironmentVariableW(L"SYLVEX_REPORTS", m_file.c_str());
+    }
+    ~Sample()
+    {
+        EXPECT_EQ(Call("DllUnregisterServer"), S_OK);
+        SetEnvironmentVariableW(L"SYLVEX_REPORTS", nullptr);
+        DeleteFileW(m_file.c_str());
+        EXPECT_EQ(Call("DllCanUnloadNow"), S_OK);
+        FreeLibrary(m_module);
+    }
+    HRESULT Call(const char* entry) const
+    {
+        const FARPROC procedure = m_module ? GetProcAddress(m_module, entry) : nullptr;
+        return procedure ? reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void*>(procedure))() : E_FAIL;
+    }
+    std::string Text() const
+    {
+        std::string text;
+        const HANDLE file = CreateFileW(m_file.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                        OPEN_EXISTING, 0, nullptr);
+        if (file == INVALID_HANDLE_VALUE) return text;
+        text.resize(GetFileSize(file, nullptr));
+        DWORD read = 0;
+        ReadFile(file, text.data(), static_cast<DWORD>(text.size()), &read, nullptr);
+        CloseHandle(file);
+        return text;
+    }
+
+private:
+    HMODULE m_module;
+    std::wstring m_file;
+};
+
+TEST(SampleReporter, WritesWhatFailedToItsFile)
+{
+    const Sample sample;
+    ASSERT_EQ(sample.Call("DllRegisterServer"), S_OK);
+    const Value control = MakeControl();
+    control.Put(L"FileFilter", L"*.\u00E9");
+    EXPECT_EQ(FailTwoDeep(control), kPassedOn);
+    const std::string text = sample.Text();
+    const std::size_t inner = text.find(" SylvexControl 1.0.0 Sylvex.TV_NodeCheck, line 3: error 91, Object variable");
+    const std::size_t outer = text.find(" SylvexControl 1.0.0 Sylvex.CheckNodeSelective, line 1: error 65535, ");
+    EXPECT_NE(inner, std::string::npos) << text;
+    EXPECT_TRUE(outer != std::string::npos && outer > inner);
+    EXPECT_NE(text.find("<m_FileFilter>*.\xC3\xA9</m_FileFilter>"), std::string::npos);
+    EXPECT_TRUE(text.ends_with("</Parameters>\r\n\r\n"));
+}
+
+}  // namespace
+}  // namespace sylvex::test
