@@ -145,6 +145,8 @@ void RunGuarded(void (*run)(void*), void* data)
     if (__builtin_setjmp(guard.place) == 0) {
         run(data);
     } else {
+        // The jump brings back none of these; named here, they are kept on the stack for whoever catches.
+        asm volatile("" : : : "ebx", "esi", "edi");
         SylvexRaise(guard.code);
     }
 }
