@@ -1,10 +1,13 @@
 #include "bench/bench.h"
 
+#include <shellapi.h>
+
 namespace sylvex::bench {
 
 namespace {
 
-/// Reads the folder's records and fills a bare list of sixteen columns with ready texts.
+/// Reads the folder's records and fills a bare list of sixteen columns with ready texts, each row with the same picture
+/// of the system's.
 double FloorList(const std::wstring& folder)
 {
     return Median([&] {
@@ -14,6 +17,10 @@ double FloorList(const std::wstring& folder)
         column.mask = LVCF_WIDTH;
         column.cx = 80;
         for (int i = 0; i < 16; ++i) ListView_InsertColumn(list, i, &column);
+        SHFILEINFOW picture{};
+        const DWORD_PTR pictures = SHGetFileInfoW(L"x", FILE_ATTRIBUTE_NORMAL, &picture, sizeof picture,
+                                                  SHGFI_SYSICONINDEX | SHGFI_SMALLICON | SHGFI_USEFILEATTRIBUTES);
+        SendMessageW(list, LVM_SETIMAGELIST, LVSIL_SMALL, static_cast<LPARAM>(pictures));
         const double start = Now();
         SendMessageW(list, WM_SETREDRAW, FALSE, 0);
         WIN32_FIND_DATAW entry;
@@ -25,6 +32,7 @@ double FloorList(const std::wstring& folder)
             LVITEMW item{};
             item.mask = LVIF_TEXT | LVIF_IMAGE;
             item.iItem = row;
+            item.iImage = picture.iIcon;
             item.pszText = text.data();
             ListView_InsertItem(list, &item);
             wchar_t cell[] = L"01/01/2026 00:00:00";

@@ -61,7 +61,8 @@ std::wstring FileTypes::GetFileType(const std::wstring& sExt, const std::wstring
 std::wstring FileTypes::RegisteredTypeName(const std::wstring& sExt)
 {
     System& system = m_instance.platform.system;
-    const std::wstring className = CutText(system.ClassRootValue(L"." + sExt), kLongestClassName);
+    m_classReadLast = {sExt, system.ClassRootValue(L"." + sExt)};
+    const std::wstring className = CutText(m_classReadLast.name, kLongestClassName);
     if (className.empty()) return {};
     return CutText(system.ClassRootValue(className), kLongestTypeName);
 }
@@ -125,10 +126,22 @@ bool FileTypes::DrawnPerFile(const std::wstring& sExt)
     for (const std::wstring_view own : kOwnPictures)
         if (sExt == own) return true;
     if (sExt.empty()) return false;
-    // What is not registered has nothing below it, and most extensions of a long list are not.
-    const std::optional<std::wstring> className = m_instance.platform.system.ClassRootValue(L"." + sExt);
+    const auto [known, isNew] = m_drawnPerFile.try_emplace(sExt, false);
+    if (isNew) known->second = RegisteredAsDrawnPerFile(sExt);
+    return known->second;
+}
+
+/// What is not registered has nothing below it, and most extensions of a long list are not.
+bool FileTypes::RegisteredAsDrawnPerFile(const std::wstring& sExt)
+{
+    constexpr const wchar_t* kShared = L"SystemFileAssociations";
+    System& system = m_instance.platform.system;
+    const bool readJustNow = m_classReadLast.ext == sExt;
+    const std::optional<std::wstring> className =
+        readJustNow ? m_classReadLast.name : system.ClassRootValue(L"." + sExt);
     if (className && (KeyDrawsPerFile(L"." + sExt) || KeyDrawsPerFile(*className))) return true;
-    return KeyDrawsPerFile(L"SystemFileAssociations\\." + sExt);
+    if (!m_hasSharedAssociations) m_hasSharedAssociations = system.ClassRootValue(kShared).has_value();
+    return *m_hasSharedAssociations && KeyDrawsPerFile(std::wstring(kShared) + L"\\." + sExt);
 }
 
 /// Whether the registration below a key of the class root has its files drawn one by one.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -20,16 +21,25 @@ public:
     short BinarySearchTypeNew(const std::wstring& sExt);
     /// One forward and one backward exchange pass per gap.
     void ShellSortTypeNewArray();
-    /// Whether files of an extension show pictures of their own, so that each has to be asked for its icon.
+    /// Whether files of an extension show pictures of their own, so that each has to be asked for its icon. Looked up
+    /// once per extension.
     bool DrawnPerFile(const std::wstring& sExt);
 
 private:
     std::wstring RegisteredTypeName(const std::wstring& sExt);
+    bool RegisteredAsDrawnPerFile(const std::wstring& sExt);
     bool KeyDrawsPerFile(const std::wstring& key);
     const std::string& SortKeyOf(const std::wstring& ext);
 
     Instance& m_instance;
     std::unordered_map<std::wstring, std::string> m_sortKeys;  // by extension
+    std::unordered_map<std::wstring, bool> m_drawnPerFile;     // by extension
+    /// The class of the extension whose type name was looked up last.
+    struct RegisteredClass {
+        std::wstring ext;
+        std::optional<std::wstring> name;
+    } m_classReadLast;
+    std::optional<bool> m_hasSharedAssociations;
 };
 
 }  // namespace sylvex

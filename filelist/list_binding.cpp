@@ -40,7 +40,9 @@ bool ListBinding::AssignSysIL()
         line = 2;
         Windows& windows = m_instance.platform.windows;
         const WindowHandle window = m_instance.BoundList()->hWnd();
-        windows.SetStyle(window, windows.Style(window) | kShareImageLists);
+        const std::uint32_t style = windows.Style(window);
+        // Written again, it would have the whole list painted.
+        if ((style & kShareImageLists) == 0) windows.SetStyle(window, style | kShareImageLists);
         constexpr int kSmall = 1;
         for (i = 0; i <= kSmall; ++i) {
             line = 3;
