@@ -25,6 +25,11 @@ bool EqualText(Regional& regional, std::wstring_view left, std::wstring_view rig
                       [](wchar_t a, wchar_t b) { return AsciiLower(a) == AsciiLower(b); });
 }
 
+bool EqualName(Regional& regional, std::wstring_view left, std::wstring_view right)
+{
+    return left.size() == right.size() && LowerText(regional, left) == LowerText(regional, right);
+}
+
 std::wstring LowerText(Regional& regional, std::wstring_view text)
 {
     if (!IsAscii(text)) return regional.Lower(text);

@@ -10,6 +10,8 @@ namespace sylvex {
 
 /// Equal as text, without regard to letter case.
 bool EqualText(Regional& regional, std::wstring_view left, std::wstring_view right);
+/// The same name on disk: letter by letter, without regard to letter case.
+bool EqualName(Regional& regional, std::wstring_view left, std::wstring_view right);
 /// Lower case by the user's rules; plain ASCII needs no service.
 std::wstring LowerText(Regional& regional, std::wstring_view text);
 /// The parts between separators; nothing for an empty text.

@@ -94,7 +94,8 @@ void FolderTree::EnumFilesUnder(Node& n)
         line = 1;
         TreeView::Updating hidden(m_instance.TV);
         line = 2;
-        own.sPath = BuildFullPath(&n);
+        // A folder whose own name has a listed extension is a folder all the same.
+        own.sPath = QualifyPath(BuildFullPath(&n));
         line = 3;
         const Listing listing = ReadFolder(own);
         line = 4;
@@ -106,7 +107,8 @@ void FolderTree::EnumFilesUnder(Node& n)
     });
 }
 
-/// Reads the folder once. The end of the listing is a name that does not change.
+/// Reads the folder once. The end of the listing is a name that does not change but for letter case; that names are
+/// equal to the user's language (as "strasse" and its other spelling are) is no such end.
 FolderTree::Listing FolderTree::ReadFolder(FolderLocals& own)
 {
     Listing listing;
@@ -115,7 +117,7 @@ FolderTree::Listing FolderTree::ReadFolder(FolderLocals& own)
     own.hFind = search != nullptr ? 1 : 0;
     for (bool more = search != nullptr; more; more = search->Next()) {
         const FileEntry& entry = search->Entry();
-        if (entry.name.empty() || EqualText(regional, entry.name, own.oldPath)) break;
+        if (entry.name.empty() || EqualName(regional, entry.name, own.oldPath)) break;
         own.oldPath = entry.name;
         if (entry.name.starts_with(L'.')) continue;
         auto& group = entry.IsDirectory() ? listing.folders : listing.files;

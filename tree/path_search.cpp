@@ -90,8 +90,8 @@ bool PathSearch::MayEnd(const Node& node, const std::vector<CaselessText>& parts
 {
     const std::wstring& text = node.Text();
     const CaselessText& last = parts.back();
-    // A placeholder has its parent's path and the higher index.
-    if (text.empty()) return node.Parent() == nullptr || !node.Key().empty();
+    // A placeholder, which is never right below a root, has its parent's path and the higher index.
+    if (text.empty()) return node.Parent() == nullptr || node.Parent()->Parent() == nullptr || !node.Key().empty();
     if (last.Equals(text)) return true;
     // A drive's text gives nothing but its letter and the colon.
     if (parts.size() == 1) return text.find(L':') != std::wstring::npos;

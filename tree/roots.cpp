@@ -154,7 +154,9 @@ Node& FolderTree::AddBelow(Node& desktop, RootLocals& own, int& line)
     line = 5;
     m_instance.m_MyDocs = FolderLocation(kDocumentsFolder);
     const std::wstring& documents = m_instance.m_MyDocs;
-    own.MyKey = QualifyPath(documents);
+    // Where a whole drive is the documents folder, its path is the drive's key.
+    const bool isWholeDrive = documents.size() <= 3 && documents.find(L':') == 1;
+    own.MyKey = isWholeDrive ? std::wstring() : QualifyPath(documents);
     Node& myDocuments = nodes.Add(&desktop, Relationship::Child, own.MyKey,
                                   documents.size() > 3 ? documents.substr(3) : std::wstring(), std::wstring(L"cl"));
     own.nod1 = NodeRef(&myDocuments);

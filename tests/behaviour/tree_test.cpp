@@ -110,6 +110,24 @@ TEST_F(TreeTest, PathsOfFoldersEndInASeparatorAndThoseOfListedFilesDoNot)
     EXPECT_EQ(control.BuildFullPath(&scene.nodes().Item(L"MyComputer")), L"Desktop\\My Computer\\");
 }
 
+TEST_F(TreeTest, AFolderOfAListedTypeShowsWhatIsInIt)
+{
+    scene.desk().Make({L"d.zip\\a\\", L"d.zip\\b.txt", L"d.zip.other.txt"});
+    scene.control().LetFileFilter(L"*.zip");
+    scene.Enumerate();
+    scene.At(L"d.zip").SetExpanded(true);
+    EXPECT_EQ(Scene::Render(scene.At(L"d.zip")), L"d.zip[-](a b.txt)");
+}
+
+// To the user's language some of these are the same.
+TEST_F(TreeTest, AFolderIsReadToItsEndWhateverTheNamesAre)
+{
+    scene.desk().Make({L"d\\stra\u00DFe\\", L"d\\strasse\\", L"d\\\u00E4\\", L"d\\a\u0308\\", L"d\\z\\"});
+    scene.Enumerate();
+    scene.At(L"d").SetExpanded(true);
+    EXPECT_EQ(scene.At(L"d").Children(), 5);
+}
+
 TEST_F(TreeTest, NodesBelowMyDocumentsResolveToItsPath)
 {
     scene.Enumerate();

@@ -37,6 +37,16 @@ TEST(EnumerateTest, AgainAndAgainHoldsNoMoreThanOnce)
     EXPECT_EQ(DesktopOf(scene).boxes.TakeLines().size(), 0u);
 }
 
+// As where a company gives everybody a drive of their own.
+TEST(EnumerateTest, ADriveMayBeTheDocumentsFolder)
+{
+    Scene scene;
+    DesktopOf(scene).shell.SetSpecialFolder(5, L"C:\\");
+    scene.Enumerate();
+    EXPECT_EQ(scene.nodes().Item(L"C:\\").Parent()->Key(), L"MyComputer");
+    EXPECT_EQ(scene.nodes().Item(1).Child()->Key(), L"");
+}
+
 TEST(EnumerateTest, MayComeFromAnyEventAndWhileALabelIsEdited)
 {
     for (const wchar_t* const during : {L"Expand:", L"NodeCheck:", L"NodeClick:", L"Collapse:"}) {
