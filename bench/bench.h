@@ -72,7 +72,10 @@ private:
         explicit OldSystem(System& real) : m_real(real) {}
         SystemVersion Version() override { return {2, 5, 0}; }
         int Metric(int number) override { return m_real.Metric(number); }
-        std::optional<std::wstring> ClassRootValue(const std::wstring& key) override { return m_real.ClassRootValue(key); }
+        std::optional<std::wstring> ClassRootValue(const std::wstring& key) override
+        {
+            return m_real.ClassRootValue(key);
+        }
         Point CursorPosition() override { return m_real.CursorPosition(); }
         void ResetPointer() override { m_real.ResetPointer(); }
         std::wstring ProgramName() override { return m_real.ProgramName(); }

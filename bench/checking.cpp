@@ -9,7 +9,8 @@ double FloorTick(BareTree& tree, std::vector<unsigned char>& marks)
 {
     return Median([&] {
         const double start = Now();
-        for (unsigned char& mark : marks) mark ^= 1;
+        for (unsigned char& mark : marks)
+            mark ^= 1;
         HTREEITEM item = TreeView_GetFirstVisible(tree.Window());
         DefWindowProcW(tree.Window(), WM_SETREDRAW, FALSE, 0);
         for (UINT row = 0; item != nullptr && row < TreeView_GetVisibleCount(tree.Window()); ++row) {
@@ -44,7 +45,8 @@ void DeepRows(double floor)
     subject.BindList();
     std::wstring path = DeepFolder(kLevels, 1000);
     Node& top = subject.NodeOf(path);
-    for (int depth = 0; depth < kLevels; ++depth) path += L"\\d";
+    for (int depth = 0; depth < kLevels; ++depth)
+        path += L"\\d";
     Node& deepest = subject.NodeOf(path);
     Print({"tick the top of 100 levels of 1000 files (at most 80 ms)", OursTick(subject, top, true), floor, 2});
     Print({"tick the deepest of 100 levels of 1000 files", OursTick(subject, deepest, true), floor, 2});
@@ -65,7 +67,8 @@ void CheckingRows()
     subject.Open(node);
     for (const bool checked : {true, false}) {
         const double ours = OursTick(subject, node, checked);
-        Print({checked ? "tick a node over 100000 (at most 80 ms)" : "untick a node over 100000 (at most 80 ms)", ours, floor, 2});
+        Print({checked ? "tick a node over 100000 (at most 80 ms)" : "untick a node over 100000 (at most 80 ms)", ours,
+               floor, 2});
     }
     DeepRows(floor);
 }

@@ -69,7 +69,8 @@ std::wstring DeepFolder(int levels, int perLevel)
     return Made(L"deep" + std::to_wstring(levels * perLevel), [&](const std::wstring& path) {
         std::wstring level = path;
         for (int depth = 0; depth < levels; ++depth) {
-            for (int i = 0; i < perLevel; ++i) MakeFile(level + L"\\" + Numbered(L"f", i) + L".txt");
+            for (int i = 0; i < perLevel; ++i)
+                MakeFile(level + L"\\" + Numbered(L"f", i) + L".txt");
             level += L"\\d";
             CreateDirectoryW(level.c_str(), nullptr);
         }

@@ -1,10 +1,10 @@
 #include <array>
 #include <span>
 
-#include "SylvexControl_h.h"
 #include "bench/bench.h"
 #include "platform/text.h"
 #include "platform/win32/com_pointer.h"
+#include "SylvexControl_h.h"
 
 namespace sylvex::bench {
 
@@ -103,7 +103,8 @@ ComPtr<_Sylvex> NewControl()
 {
     wchar_t path[MAX_PATH];
     const std::wstring program(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
-    static const HMODULE module = LoadLibraryW((program.substr(0, program.rfind(L'\\') + 1) + L"SylvexControl.ocx").c_str());
+    static const HMODULE module =
+        LoadLibraryW((program.substr(0, program.rfind(L'\\') + 1) + L"SylvexControl.ocx").c_str());
     if (module == nullptr) throw RuntimeError{53, L"SylvexControl.ocx is not beside the benchmark"};
     using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
     const auto get =
@@ -182,24 +183,26 @@ private:
 
 double FloorLateList(const std::wstring& folder)
 {
-    return Median([&] {
-        Frame frame;
-        const ComPtr<_Sylvex> maker = NewControl();
-        const HWND window = NewList(frame);
-        const ComPtr<IDispatch> list = ListObject(*maker.Get(), window);
-        BareRows rows(*list.Get());
-        const double start = Now();
-        SendMessageW(window, WM_SETREDRAW, FALSE, 0);
-        WIN32_FIND_DATAW entry;
-        const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &entry);
-        do
-            if (entry.cFileName[0] != L'.') rows.Add(folder + L"\\" + entry.cFileName);
-        while (FindNextFileW(search, &entry) != 0);
-        FindClose(search);
-        SendMessageW(window, WM_SETREDRAW, TRUE, 0);
-        PutSorted(*list.Get(), true);
-        return Now() - start;
-    }, kRuns);
+    return Median(
+        [&] {
+            Frame frame;
+            const ComPtr<_Sylvex> maker = NewControl();
+            const HWND window = NewList(frame);
+            const ComPtr<IDispatch> list = ListObject(*maker.Get(), window);
+            BareRows rows(*list.Get());
+            const double start = Now();
+            SendMessageW(window, WM_SETREDRAW, FALSE, 0);
+            WIN32_FIND_DATAW entry;
+            const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &entry);
+            do
+                if (entry.cFileName[0] != L'.') rows.Add(folder + L"\\" + entry.cFileName);
+            while (FindNextFileW(search, &entry) != 0);
+            FindClose(search);
+            SendMessageW(window, WM_SETREDRAW, TRUE, 0);
+            PutSorted(*list.Get(), true);
+            return Now() - start;
+        },
+        kRuns);
 }
 
 std::wstring TextOf(INode& node)
@@ -235,7 +238,8 @@ ComPtr<INode> NodeAt(_Sylvex& control, const std::wstring& path)
     const Value drive(parts[0] + L"\\");
     ComPtr<INode> node;
     Check(nodes->get_Item(drive, node.Put()));
-    for (std::size_t i = 1; i < parts.size(); ++i) node = ChildOf(*node.Get(), parts[i]);
+    for (std::size_t i = 1; i < parts.size(); ++i)
+        node = ChildOf(*node.Get(), parts[i]);
     Check(node->put_Expanded(VARIANT_TRUE));
     return node;
 }
@@ -243,35 +247,37 @@ ComPtr<INode> NodeAt(_Sylvex& control, const std::wstring& path)
 /// Ticks the folder, which fills the list once; timed is the second filling of the emptied list.
 double OursLateList(const std::wstring& folder)
 {
-    return Median([&] {
-        Frame frame;
-        const HWND window = NewList(frame);
-        const ComPtr<_Sylvex> maker = NewControl();
-        const ComPtr<IDispatch> list = ListObject(*maker.Get(), window);
-        const ComPtr<_Sylvex> control = NewControl();
-        const Value filter(std::wstring(L"*"));
-        Check(control->put_FileFilter(filter.bstrVal));
-        Check(control->put_Checkboxes(VARIANT_TRUE));
-        Check(control->Enumerate());
-        Value handed;
-        handed.vt = VT_DISPATCH;
-        handed.pdispVal = list.Get();
-        list->AddRef();
-        Check(control->putref_ReqListView(handed));
-        const ComPtr<INode> node = NodeAt(*control.Get(), folder);
-        Check(node->put_Checked(VARIANT_TRUE));
-        INode* ticked = node.Get();
-        VARIANT_BOOL answer = VARIANT_FALSE;
-        Check(control->CheckNodeSelective(&ticked, &answer));
-        ListView_DeleteAllItems(window);
-        PutSorted(*list.Get(), false);
-        VARIANT_BOOL nested = VARIANT_FALSE;
-        const double start = Now();
-        Check(control->BuildFileList(&ticked, &nested));
-        const double taken = Now() - start;
-        if (ListView_GetItemCount(window) == 0) throw ElementNotFound();
-        return taken;
-    }, kRuns);
+    return Median(
+        [&] {
+            Frame frame;
+            const HWND window = NewList(frame);
+            const ComPtr<_Sylvex> maker = NewControl();
+            const ComPtr<IDispatch> list = ListObject(*maker.Get(), window);
+            const ComPtr<_Sylvex> control = NewControl();
+            const Value filter(std::wstring(L"*"));
+            Check(control->put_FileFilter(filter.bstrVal));
+            Check(control->put_Checkboxes(VARIANT_TRUE));
+            Check(control->Enumerate());
+            Value handed;
+            handed.vt = VT_DISPATCH;
+            handed.pdispVal = list.Get();
+            list->AddRef();
+            Check(control->putref_ReqListView(handed));
+            const ComPtr<INode> node = NodeAt(*control.Get(), folder);
+            Check(node->put_Checked(VARIANT_TRUE));
+            INode* ticked = node.Get();
+            VARIANT_BOOL answer = VARIANT_FALSE;
+            Check(control->CheckNodeSelective(&ticked, &answer));
+            ListView_DeleteAllItems(window);
+            PutSorted(*list.Get(), false);
+            VARIANT_BOOL nested = VARIANT_FALSE;
+            const double start = Now();
+            Check(control->BuildFileList(&ticked, &nested));
+            const double taken = Now() - start;
+            if (ListView_GetItemCount(window) == 0) throw ElementNotFound();
+            return taken;
+        },
+        kRuns);
 }
 
 }  // namespace

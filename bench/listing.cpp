@@ -16,7 +16,8 @@ double FloorList(const std::wstring& folder)
         LVCOLUMNW column{};
         column.mask = LVCF_WIDTH;
         column.cx = 80;
-        for (int i = 0; i < 16; ++i) ListView_InsertColumn(list, i, &column);
+        for (int i = 0; i < 16; ++i)
+            ListView_InsertColumn(list, i, &column);
         SHFILEINFOW picture{};
         const DWORD_PTR pictures = SHGetFileInfoW(L"x", FILE_ATTRIBUTE_NORMAL, &picture, sizeof picture,
                                                   SHGFI_SYSICONINDEX | SHGFI_SMALLICON | SHGFI_USEFILEATTRIBUTES);
@@ -56,7 +57,8 @@ double OursList(const std::wstring& folder)
         const HWND list = subject.BindList();
         Node& node = subject.NodeOf(folder);
         node.SetExpanded(true);
-        for (Node* child = node.Child(); child != nullptr; child = child->Next()) child->WriteMarks(true, false);
+        for (Node* child = node.Child(); child != nullptr; child = child->Next())
+            child->WriteMarks(true, false);
         const double start = Now();
         subject.Control().BuildFileList(&node, false);
         UpdateWindow(list);
@@ -72,7 +74,8 @@ void ListRows()
     int at = 0;
     for (const int files : {1000, 10000, 100000}) {
         const std::wstring folder = FlatFolder(files, 200);
-        const Row row{"list " + std::to_string(files) + " ticked files, 16 columns", OursList(folder), FloorList(folder), 1.5};
+        const Row row{"list " + std::to_string(files) + " ticked files, 16 columns", OursList(folder),
+                      FloorList(folder), 1.5};
         Print(row);
         if (files > 1000) perRow[at++] = row.ours / files;
     }

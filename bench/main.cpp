@@ -11,9 +11,9 @@ struct Group {
     std::string_view name;
     void (*rows)();
 };
-constexpr Group kGroups[] = {{"trap", bench::TrapRows},           {"open", bench::OpeningRows},
-                             {"check", bench::CheckingRows},      {"list", bench::ListRows},
-                             {"late", bench::LateListRows},       {"navigate", bench::NavigationRows}};
+constexpr Group kGroups[] = {{"trap", bench::TrapRows},      {"open", bench::OpeningRows},
+                             {"check", bench::CheckingRows}, {"list", bench::ListRows},
+                             {"late", bench::LateListRows},  {"navigate", bench::NavigationRows}};
 
 }  // namespace
 
@@ -27,7 +27,8 @@ int main(int count, char** names)
     try {
         for (const Group& group : kGroups) {
             bool wanted = count == 1;
-            for (int i = 1; i < count; ++i) wanted = wanted || group.name == names[i];
+            for (int i = 1; i < count; ++i)
+                wanted = wanted || group.name == names[i];
             if (wanted) group.rows();
         }
     } catch (const RuntimeError& error) {

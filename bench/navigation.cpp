@@ -14,7 +14,8 @@ void LoadMillion(Subject& subject)
     Node& above = nodes.Item(L"MyComputer");
     for (int folder = 0; folder < kFolders; ++folder) {
         Node& parent = nodes.AddChild(above, L"loaded" + std::to_wstring(folder), 0);
-        for (int i = 0; i < kEntries; ++i) nodes.AddChild(parent, L"entry" + std::to_wstring(i) + L".txt", 0);
+        for (int i = 0; i < kEntries; ++i)
+            nodes.AddChild(parent, L"entry" + std::to_wstring(i) + L".txt", 0);
     }
 }
 
@@ -23,7 +24,8 @@ double FloorPass(Node& root)
 {
     std::vector<const std::wstring*> texts;
     for (Node* folder = root.Child(); folder != nullptr; folder = folder->Next())
-        for (Node* entry = folder->Child(); entry != nullptr; entry = entry->Next()) texts.push_back(&entry->Text());
+        for (Node* entry = folder->Child(); entry != nullptr; entry = entry->Next())
+            texts.push_back(&entry->Text());
     const std::wstring wanted = L"NAME";
     return Median([&] {
         const double start = Now();
@@ -83,7 +85,8 @@ void MillionRows()
                const double begun = Now();
                fresh.Control().Enumerate();
                return Now() - begun;
-           }), 0});
+           }),
+           0});
 }
 
 void SelectedRowRows()
@@ -95,7 +98,8 @@ void SelectedRowRows()
     Node& node = subject.NodeOf(folder);
     subject.Open(node);
     Node* last = node.Child();
-    while (last->Next() != nullptr) last = last->Next();
+    while (last->Next() != nullptr)
+        last = last->Next();
     SelectRow(list, folder + L"\\" + last->Text());
     const double floor = FloorPass(*node.Parent()) + PaintOf(subject);
     const auto timed = [&](const std::function<void()>& run) {

@@ -66,14 +66,16 @@ void OpeningRows()
     int at = 0;
     for (const int files : {1000, 10000, 100000}) {
         const std::wstring folder = FlatFolder(files, 200);
-        const Row row{"open a folder of " + std::to_string(files) + " files", OursOpen(folder), FloorOpen(folder, false), 1.25};
+        const Row row{"open a folder of " + std::to_string(files) + " files", OursOpen(folder),
+                      FloorOpen(folder, false), 1.25};
         Print(row);
         if (files > 1000) perEntry[at++] = row.ours / files;
     }
     Print({"cost of one file at 100000 against at 10000", perEntry[1] * 1000, perEntry[0] * 1000, 1.2, "us"});
     for (const int folders : {1000, 10000}) {
         const std::wstring folder = FolderOfFolders(folders);
-        Print({"open a folder of " + std::to_string(folders) + " subfolders", OursOpen(folder), FloorOpen(folder, true), 1.5});
+        Print({"open a folder of " + std::to_string(folders) + " subfolders", OursOpen(folder), FloorOpen(folder, true),
+               1.5});
     }
     const std::wstring typed = FlatFolder(10000, 200);
     Print({"open a folder of 10000 files, icons of 200 types", OursOpen(typed, true),

@@ -19,7 +19,8 @@ double Now()
 double Median(const std::function<double()>& run, int runs)
 {
     std::vector<double> times;
-    for (int i = 0; i < runs; ++i) times.push_back(run());
+    for (int i = 0; i < runs; ++i)
+        times.push_back(run());
     std::sort(times.begin(), times.end());
     return times[times.size() / 2];
 }
@@ -35,15 +36,15 @@ void Print(const Row& row)
 }
 
 Frame::Frame()
-    : m_window(CreateWindowExW(0, L"STATIC", L"Benchmark", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, 600,
-                               800, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr))
+    : m_window(CreateWindowExW(0, L"STATIC", L"Benchmark", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
+                               600, 800, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr))
 {
 }
 
 HWND NewList(const Frame& frame)
 {
-    const HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_SHAREIMAGELISTS, 0, 0,
-                                      580, 760, frame.Window(), nullptr, GetModuleHandleW(nullptr), nullptr);
+    const HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_SHAREIMAGELISTS, 0,
+                                      0, 580, 760, frame.Window(), nullptr, GetModuleHandleW(nullptr), nullptr);
     return list;
 }
 
@@ -84,7 +85,8 @@ Node& Subject::NodeOf(const std::wstring& path)
     for (std::size_t i = 1; i < parts.size(); ++i) {
         node->SetExpanded(true);
         Node* child = node->Child();
-        while (child != nullptr && child->Text() != parts[i]) child = child->Next();
+        while (child != nullptr && child->Text() != parts[i])
+            child = child->Next();
         if (child == nullptr) throw ElementNotFound();
         node = child;
     }
@@ -128,7 +130,8 @@ bool HoldsFolder(const std::wstring& folder)
     const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE) return false;
     bool holds = false;
-    do holds = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && entry.cFileName[0] != L'.';
+    do
+        holds = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && entry.cFileName[0] != L'.';
     while (!holds && FindNextFileW(search, &entry) != 0);
     FindClose(search);
     return holds;
@@ -153,10 +156,12 @@ LRESULT CALLBACK AnswerButtons(HWND window, UINT message, WPARAM wParam, LPARAM 
 }  // namespace
 
 BareTree::BareTree(bool checkBoxes)
-    : m_tree(CreateWindowExW(0, WC_TREEVIEWW, L"", WS_CHILD | WS_VISIBLE | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT,
-                             0, 0, 580, 760, m_frame.Window(), nullptr, GetModuleHandleW(nullptr), nullptr))
+    : m_tree(CreateWindowExW(0, WC_TREEVIEWW, L"",
+                             WS_CHILD | WS_VISIBLE | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT, 0, 0, 580, 760,
+                             m_frame.Window(), nullptr, GetModuleHandleW(nullptr), nullptr))
 {
-    m_pictures = ImageList_Create(GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON), ILC_COLOR32 | ILC_MASK, 1, 1);
+    m_pictures =
+        ImageList_Create(GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON), ILC_COLOR32 | ILC_MASK, 1, 1);
     ImageList_AddIcon(m_pictures, LoadIconW(nullptr, IDI_APPLICATION));
     TreeView_SetImageList(m_tree, m_pictures, TVSIL_NORMAL);
     if (checkBoxes) SetWindowLongPtrW(m_tree, GWL_STYLE, GetWindowLongPtrW(m_tree, GWL_STYLE) | TVS_CHECKBOXES);

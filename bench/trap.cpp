@@ -20,7 +20,8 @@ double PerCall(Body&& body)
 {
     return Median([&] {
         const double start = Now();
-        for (int i = 0; i < kCalls; ++i) body(i);
+        for (int i = 0; i < kCalls; ++i)
+            body(i);
         return (Now() - start) * 1000000.0 / kCalls;
     });
 }
@@ -50,18 +51,22 @@ void PathProcedures(Subject& subject)
     const std::wstring folder = ScratchFolder() + L"\\";
     const std::wstring_view name = L"a report of the year.txt";
     FileSystem& files = instance.platform.files;
-    Compare("BuildFullPath with and without its trap", [&](int) { Use(paths.BuildFullPath(&node).size()); },
-            [&](int) { Use(paths.PathOf(node.FullPath(), node.Text()).size()); });
-    Compare("GetExt", [&](int) { Use(paths.GetExt(name).size()); },
-            [&](int) {
-                const std::size_t dot = name.rfind(L'.');
-                Use(LowerText(instance.platform.regional, name.substr(dot + 1)).size());
-            });
-    Compare("QualifyPath", [&](int) { Use(paths.QualifyPath(path).size()); },
-            [&](int) { Use((path.ends_with(L'\\') ? path : path + L'\\').size()); });
+    Compare(
+        "BuildFullPath with and without its trap", [&](int) { Use(paths.BuildFullPath(&node).size()); },
+        [&](int) { Use(paths.PathOf(node.FullPath(), node.Text()).size()); });
+    Compare(
+        "GetExt", [&](int) { Use(paths.GetExt(name).size()); },
+        [&](int) {
+            const std::size_t dot = name.rfind(L'.');
+            Use(LowerText(instance.platform.regional, name.substr(dot + 1)).size());
+        });
+    Compare(
+        "QualifyPath", [&](int) { Use(paths.QualifyPath(path).size()); },
+        [&](int) { Use((path.ends_with(L'\\') ? path : path + L'\\').size()); });
     const double looked = Median([&] {
         const double start = Now();
-        for (int i = 0; i < 200; ++i) Use(paths.hasSubDirectory(folder));
+        for (int i = 0; i < 200; ++i)
+            Use(paths.hasSubDirectory(folder));
         return (Now() - start) * 1000000.0 / 200;
     });
     const double bare = Median([&] {
@@ -83,13 +88,14 @@ void TreeProcedures(Subject& subject)
     Instance& instance = subject.Control().State();
     TreeSelect checks(instance);
     Node& node = *subject.NodeOf(ScratchFolder()).FirstSibling();
-    Compare("TreeCheckSibling", [&](int) { Use(checks.TreeCheckSibling(node, false)); },
-            [&](int) {
-                bool same = true;
-                for (const Node* at = node.FirstSibling(); same && at != nullptr; at = at->Next())
-                    same = !at->Bold() && !at->Checked();
-                Use(same);
-            });
+    Compare(
+        "TreeCheckSibling", [&](int) { Use(checks.TreeCheckSibling(node, false)); },
+        [&](int) {
+            bool same = true;
+            for (const Node* at = node.FirstSibling(); same && at != nullptr; at = at->Next())
+                same = !at->Bold() && !at->Checked();
+            Use(same);
+        });
 }
 
 void TypeProcedures(Subject& subject)
@@ -97,21 +103,23 @@ void TypeProcedures(Subject& subject)
     constexpr int kTypes = 64;
     Instance& instance = subject.Control().State();
     std::vector<FTs>& records = instance.TypeNew;
-    for (int i = 0; i < kTypes; ++i) records.push_back({L"e" + std::to_wstring(100 + i), {}, 0});
+    for (int i = 0; i < kTypes; ++i)
+        records.push_back({L"e" + std::to_wstring(100 + i), {}, 0});
     FileTypes types(instance);
     const std::wstring sought = records[kTypes / 3].Ext;
-    Compare("BinarySearchTypeNew", [&](int) { Use(static_cast<std::size_t>(types.BinarySearchTypeNew(sought))); },
-            [&](int) {
-                int lo = 1;
-                int hi = static_cast<int>(records.size()) - 1;
-                int order = 1;
-                while (hi >= lo && order != 0) {
-                    const int mid = (lo + hi) / 2;
-                    order = sought.compare(records[static_cast<std::size_t>(mid)].Ext);
-                    (order > 0 ? lo : hi) = order > 0 ? mid + 1 : mid - 1;
-                }
-                Use(static_cast<std::size_t>(lo));
-            });
+    Compare(
+        "BinarySearchTypeNew", [&](int) { Use(static_cast<std::size_t>(types.BinarySearchTypeNew(sought))); },
+        [&](int) {
+            int lo = 1;
+            int hi = static_cast<int>(records.size()) - 1;
+            int order = 1;
+            while (hi >= lo && order != 0) {
+                const int mid = (lo + hi) / 2;
+                order = sought.compare(records[static_cast<std::size_t>(mid)].Ext);
+                (order > 0 ? lo : hi) = order > 0 ? mid + 1 : mid - 1;
+            }
+            Use(static_cast<std::size_t>(lo));
+        });
 }
 
 void ListProcedures(Subject& subject)
@@ -123,22 +131,26 @@ void ListProcedures(Subject& subject)
     ListBinding binding(instance, paths);
     subject.BindList();
     const Date date{46342.5};
-    Compare("UTCCurrToVbDate",
-            [&](int i) { Use(static_cast<std::size_t>(UTCCurrToVbDate(declares, regional, {i + 1ll}, false).days)); },
-            [&](int i) { Use(static_cast<std::size_t>(Currency{i + 1ll}.Value() / 86'400'000 - 109'205)); });
-    Compare("FormGenDatTim", [&](int) { Use(FormGenDatTim(instance, regional, date).size()); },
-            [&](int) { Use((regional.ShortDate(date) + L' ' + regional.LongTime(date)).size()); });
-    Compare("GetAttrString", [&](int i) { Use(GetAttrString(instance, static_cast<std::uint32_t>(i)).size()); },
-            [&](int i) {
-                constexpr std::wstring_view kLetters = L"rhsvdalnt?lco?e";
-                std::wstring text(kLetters.size(), L'.');
-                for (std::size_t bit = 0; bit < kLetters.size(); ++bit)
-                    if ((i >> bit & 1) != 0) text[bit] = kLetters[bit];
-                Use(text.size());
-            });
+    Compare(
+        "UTCCurrToVbDate",
+        [&](int i) { Use(static_cast<std::size_t>(UTCCurrToVbDate(declares, regional, {i + 1ll}, false).days)); },
+        [&](int i) { Use(static_cast<std::size_t>(Currency{i + 1ll}.Value() / 86'400'000 - 109'205)); });
+    Compare(
+        "FormGenDatTim", [&](int) { Use(FormGenDatTim(instance, regional, date).size()); },
+        [&](int) { Use((regional.ShortDate(date) + L' ' + regional.LongTime(date)).size()); });
+    Compare(
+        "GetAttrString", [&](int i) { Use(GetAttrString(instance, static_cast<std::uint32_t>(i)).size()); },
+        [&](int i) {
+            constexpr std::wstring_view kLetters = L"rhsvdalnt?lco?e";
+            std::wstring text(kLetters.size(), L'.');
+            for (std::size_t bit = 0; bit < kLetters.size(); ++bit)
+                if ((i >> bit & 1) != 0) text[bit] = kLetters[bit];
+            Use(text.size());
+        });
     const std::wstring key = L"siz2";
-    Compare("LVIdx", [&](int) { Use(static_cast<std::size_t>(binding.LVIdx(key))); },
-            [&](int) { Use(static_cast<std::size_t>(instance.BoundList()->SubItemIndex(key))); });
+    Compare(
+        "LVIdx", [&](int) { Use(static_cast<std::size_t>(binding.LVIdx(key))); },
+        [&](int) { Use(static_cast<std::size_t>(instance.BoundList()->SubItemIndex(key))); });
 }
 
 }  // namespace
@@ -147,14 +159,15 @@ void TrapRows()
 {
     Subject subject;
     const Instance& module = subject.Control().State();
-    Compare("an empty procedure with and without the trap",
-            [&](int i) {
-                Trapped(module, L"Empty", VARIABLES(i), kNone, [&](int& line) {
-                    line = 1;
-                    Use(static_cast<std::size_t>(i));
-                });
-            },
-            [&](int i) { Use(static_cast<std::size_t>(i)); });
+    Compare(
+        "an empty procedure with and without the trap",
+        [&](int i) {
+            Trapped(module, L"Empty", VARIABLES(i), kNone, [&](int& line) {
+                line = 1;
+                Use(static_cast<std::size_t>(i));
+            });
+        },
+        [&](int i) { Use(static_cast<std::size_t>(i)); });
     PathProcedures(subject);
     TreeProcedures(subject);
     TypeProcedures(subject);

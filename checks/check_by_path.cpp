@@ -70,8 +70,7 @@ short CheckByPath::DrillDownNodeCheck(Node& pNode, const std::wstring& pText, bo
             return short{1};
         }
         line = 4;
-        next.isTarget ? Check(*next.child, bState)
-                      : static_cast<void>(DrillDownNodeCheck(*next.child, pText, bState));
+        next.isTarget ? Check(*next.child, bState) : static_cast<void>(DrillDownNodeCheck(*next.child, pText, bState));
         return short{0};
     });
 }

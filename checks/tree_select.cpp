@@ -83,7 +83,8 @@ void MarkBelow(Node& top, bool checked)
         if (node->LoadedChild() != nullptr) {
             node = node->LoadedChild();
         } else {
-            while (node != &top && node->Next() == nullptr) node = node->Parent();
+            while (node != &top && node->Next() == nullptr)
+                node = node->Parent();
             if (node == &top) return;
             node = node->Next();
         }

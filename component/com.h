@@ -157,8 +157,7 @@ ComPtr<Interface> Incoming(IUnknown* object)
 {
     ComPtr<Interface> result;
     if (!object) return result;
-    if (FAILED(object->QueryInterface(__uuidof(Interface), result.PutAny())))
-        ThrowTypeMismatch();
+    if (FAILED(object->QueryInterface(__uuidof(Interface), result.PutAny()))) ThrowTypeMismatch();
     return result;
 }
 

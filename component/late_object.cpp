@@ -63,8 +63,7 @@ ComPtr<ITypeInfo> ClassOf(IDispatch& object, const ComPtr<ITypeInfo>& known)
     ComPtr<ITypeInfo> info;
     if (FAILED(object.GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Put())) || info == known) return info;
     ComPtr<IDispatchEx> extensible;
-    if (SUCCEEDED(object.QueryInterface(__uuidof(IDispatchEx), extensible.PutAny())))
-        return nullptr;
+    if (SUCCEEDED(object.QueryInterface(__uuidof(IDispatchEx), extensible.PutAny()))) return nullptr;
     return info;
 }
 

@@ -21,16 +21,12 @@ HRESULT InPlacePart::GetWindow(HWND* window)
 
 HRESULT InPlacePart::InPlaceDeactivate()
 {
-    return Border(Identity(), IID_IOleInPlaceObject, [&] {
-        Embedded().Place().LeaveInPlace();
-    });
+    return Border(Identity(), IID_IOleInPlaceObject, [&] { Embedded().Place().LeaveInPlace(); });
 }
 
 HRESULT InPlacePart::UIDeactivate()
 {
-    return Border(Identity(), IID_IOleInPlaceObject, [&] {
-        Embedded().Place().LeaveInterface();
-    });
+    return Border(Identity(), IID_IOleInPlaceObject, [&] { Embedded().Place().LeaveInterface(); });
 }
 
 HRESULT InPlacePart::SetObjectRects(LPCRECT place, LPCRECT clip)
@@ -43,9 +39,8 @@ HRESULT InPlacePart::SetObjectRects(LPCRECT place, LPCRECT clip)
 
 HRESULT InPlacePart::TranslateAccelerator(LPMSG message)
 {
-    return Border(Identity(), IID_IOleInPlaceActiveObject, [&] {
-        return Embedded().Place().TranslateKey(Checked(message));
-    });
+    return Border(Identity(), IID_IOleInPlaceActiveObject,
+                  [&] { return Embedded().Place().TranslateKey(Checked(message)); });
 }
 
 }  // namespace sylvex

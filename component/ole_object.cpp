@@ -36,9 +36,7 @@ HRESULT OleObjectPart::Close(DWORD option)
 
 HRESULT OleObjectPart::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND parent, LPCRECT)
 {
-    return Border(Identity(), IID_IOleObject, [&] {
-        return Run(verb, parent);
-    });
+    return Border(Identity(), IID_IOleObject, [&] { return Run(verb, parent); });
 }
 
 HRESULT OleObjectPart::Run(LONG verb, HWND parent)
@@ -89,9 +87,8 @@ HRESULT OleObjectPart::GetUserType(DWORD form, LPOLESTR* name)
 HRESULT OleObjectPart::SetExtent(DWORD aspect, SIZEL* size)
 {
     if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
-    return Border(Identity(), IID_IOleObject, [&] {
-        return Embedded().SetExtent(Checked(size)) ? S_OK : E_INVALIDARG;
-    });
+    return Border(Identity(), IID_IOleObject,
+                  [&] { return Embedded().SetExtent(Checked(size)) ? S_OK : E_INVALIDARG; });
 }
 
 HRESULT OleObjectPart::GetExtent(DWORD aspect, SIZEL* size)
@@ -147,9 +144,7 @@ HRESULT OleControlPart::GetControlInfo(CONTROLINFO* info)
 
 HRESULT OleControlPart::OnAmbientPropertyChange(DISPID property)
 {
-    return Border(Identity(), IID_IOleControl, [&] {
-        Embedded().AmbientChanged(property);
-    });
+    return Border(Identity(), IID_IOleControl, [&] { Embedded().AmbientChanged(property); });
 }
 
 HRESULT OleControlPart::FreezeEvents(BOOL freeze)
@@ -186,9 +181,8 @@ DWORD OleControlPart::Connect(const IID& outgoing, IUnknown* sink)
 
 HRESULT OleControlPart::SetContentExtent(SIZEL* size)
 {
-    return Border(Identity(), IID_IQuickActivate, [&] {
-        return Embedded().SetExtent(Checked(size)) ? S_OK : E_INVALIDARG;
-    });
+    return Border(Identity(), IID_IQuickActivate,
+                  [&] { return Embedded().SetExtent(Checked(size)) ? S_OK : E_INVALIDARG; });
 }
 
 HRESULT OleControlPart::GetContentExtent(SIZEL* size)

@@ -71,9 +71,7 @@ HRESULT ViewPart::GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, LOGPALET
 
 HRESULT ViewPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink)
 {
-    return Border(Identity(), IID_IViewObject2, [&] {
-        Embedded().View().Set(aspects, flags, sink);
-    });
+    return Border(Identity(), IID_IViewObject2, [&] { Embedded().View().Set(aspects, flags, sink); });
 }
 
 HRESULT ViewPart::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink)

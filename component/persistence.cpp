@@ -97,9 +97,7 @@ HRESULT PersistencePart::Save(IPropertyBag* bag, BOOL clearDirty, BOOL all)
 
 HRESULT PersistencePart::Load(IStream* stream)
 {
-    return Border(Identity(), IID_IPersistStreamInit, [&] {
-        LoadFrom(Checked(stream));
-    });
+    return Border(Identity(), IID_IPersistStreamInit, [&] { LoadFrom(Checked(stream)); });
 }
 
 void PersistencePart::LoadFrom(IStream& stream)

@@ -22,9 +22,7 @@ bool IsSet(const VARIANT_BOOL* argument)
 template <class Body>
 HRESULT SylvexObject::Member(Body&& body) noexcept
 {
-    return Border(Outer(), __uuidof(::_Sylvex), [&] {
-        return body(m_core.Used());
-    });
+    return Border(Outer(), __uuidof(::_Sylvex), [&] { return body(m_core.Used()); });
 }
 
 template <class Read>

@@ -62,8 +62,8 @@ void Sylvex::TV_MouseUp(short Button, short Shift, Point where)
 {
     DropLocals drop;
     const auto& [hitemDest, DropSource, DropDestin] = drop;
-    Trapped(m_instance, L"TV_MouseUp", VARIABLES(Button, Shift, where.x, where.y), VARIABLES(hitemDest, DropSource, DropDestin),
-            [&](int& line) {
+    Trapped(m_instance, L"TV_MouseUp", VARIABLES(Button, Shift, where.x, where.y),
+            VARIABLES(hitemDest, DropSource, DropDestin), [&](int& line) {
                 m_drop.Released(drop, line);
                 line = 11;
                 m_events.MouseUp(Button, Shift, where);

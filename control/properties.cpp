@@ -5,8 +5,9 @@ namespace sylvex {
 namespace {
 
 /// Names of the properties behind TreeSetting, in its order.
-constexpr const wchar_t* kSettingNames[] = {L"Appearance",    L"BorderStyle", L"Checkboxes", L"Enabled",   L"FullRowSelect",
-                                            L"HideSelection", L"HotTracking", L"LabelEdit",  L"LineStyle", L"MousePointer"};
+constexpr const wchar_t* kSettingNames[] = {L"Appearance",    L"BorderStyle",   L"Checkboxes",  L"Enabled",
+                                            L"FullRowSelect", L"HideSelection", L"HotTracking", L"LabelEdit",
+                                            L"LineStyle",     L"MousePointer"};
 
 /// The new value of a property as a parameter of its report: New_ and the property's name.
 template <class Value>
@@ -16,7 +17,8 @@ struct NewValue {
     void DumpTo(Dump& dump) const
     {
         std::string parameter = "New_";
-        for (const wchar_t* at = name; *at != L'\0'; ++at) parameter += static_cast<char>(*at);
+        for (const wchar_t* at = name; *at != L'\0'; ++at)
+            parameter += static_cast<char>(*at);
         dump.Add(parameter, value);
     }
 };
@@ -94,8 +96,7 @@ std::wstring Sylvex::PathSeparator()
 
 void Sylvex::LetPathSeparator(const std::wstring& New_PathSeparator)
 {
-    Let(L"PathSeparator", New_PathSeparator,
-        [&] { m_instance.TV.GetNodes().SetPathSeparator(New_PathSeparator); });
+    Let(L"PathSeparator", New_PathSeparator, [&] { m_instance.TV.GetNodes().SetPathSeparator(New_PathSeparator); });
 }
 
 std::wstring Sylvex::FileFilter()

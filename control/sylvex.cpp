@@ -242,7 +242,8 @@ void Sylvex::MarkListed(const NodeRef& node, std::wstring& SearchString)
     if (list->RowCount() == 0) return;
     Regional& regional = m_instance.platform.regional;
     std::unordered_set<std::wstring> texts;
-    for (const std::wstring& text : list->Texts()) texts.insert(LowerText(regional, text));
+    for (const std::wstring& text : list->Texts())
+        texts.insert(LowerText(regional, text));
     const std::wstring above = node->FullPath() + node->Collection().PathSeparator();
     for (Node* child = node->Child(); child != nullptr; child = child->Next()) {
         SearchString = LowerText(regional, m_tree.PathOf(above + child->Text(), child->Text()));

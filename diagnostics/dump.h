@@ -61,50 +61,33 @@ private:
     void Render(const Size&) { Record(L"{SIZE}"); }
     void Render(const FileEntry&) { Record(L"{WIN32_FIND_DATA}"); }
     template <class Number>
-        requires(std::is_arithmetic_v<Number> && !std::is_same_v<Number, bool>)
-    void Render(Number value)
+    requires(std::is_arithmetic_v<Number> && !std::is_same_v<Number, bool>) void Render(Number value)
     {
         m_value.Number(value);
     }
     template <class Value>
-        requires requires { Value::kRecordName; }
-    void Render(const Value&)
-    {
-        Record(Value::kRecordName);
-    }
+    requires requires { Value::kRecordName; }
+    void Render(const Value&) { Record(Value::kRecordName); }
     /// Anything that knows its own words for reports, and what to show behind them.
     template <class Value>
-        requires requires(const Value& value, ValueText& text) { value.ReportTo(text); }
-    void Render(const Value& value)
-    {
-        value.ReportTo(m_value);
-    }
+    requires requires(const Value& value, ValueText& text) { value.ReportTo(text); }
+    void Render(const Value& value) { value.ReportTo(m_value); }
     /// A type that may be gone by the time it is rendered: only its kind is told.
     template <class Value>
-        requires requires { Value::kReportName; }
-    void Render(const Value&)
-    {
-        m_value.Marker(Value::kReportName);
-    }
+    requires requires { Value::kReportName; }
+    void Render(const Value&) { m_value.Marker(Value::kReportName); }
     template <class Value>
-        requires requires { Value::kReportName; }
-    void Render(Value* value)
-    {
-        m_value.Marker(value == nullptr ? L"{Nothing}" : Value::kReportName);
-    }
+    requires requires { Value::kReportName; }
+    void Render(Value* value) { m_value.Marker(value == nullptr ? L"{Nothing}" : Value::kReportName); }
     template <class Value>
-        requires requires { Value::kReportName; }
-    void Render(const std::shared_ptr<Value>& value)
-    {
-        Render(value.get());
-    }
+    requires requires { Value::kReportName; }
+    void Render(const std::shared_ptr<Value>& value) { Render(value.get()); }
     template <class Value>
     void Render(const std::vector<Value>& values)
     {
         if (values.empty()) m_value.Marker(L"{UnInitialised Array}");
         for (std::size_t i = 0; i < values.size(); ++i) {
-            if (i == ValueText::kMostElements || m_value.IsFull())
-                return m_value.Marker(TruncatedAt(i, L"elements"));
+            if (i == ValueText::kMostElements || m_value.IsFull()) return m_value.Marker(TruncatedAt(i, L"elements"));
             m_value.BeginElement(std::to_wstring(i));
             Render(values[i]);
             m_value.EndElement();

@@ -46,21 +46,21 @@ int MManipulateMsgBox::MessageBox(WindowHandle hWnd, const std::wstring& lpText,
     return Trapped(*this, L"MessageBox",
                    VARIABLES(hWnd, lpText, wType, lpCaption, lbCentered, lpCheckBoxText, CheckboxReturn),
                    VARIABLES(caption, result), [&](int& line) {
-        line = 1;
-        m_box.m_sCheckboxText = lpCheckBoxText;
-        m_box.m_sPrompt = lpText;
-        line = 2;
-        m_platform.boxTools.RestoreOwner(hWnd);
-        line = 3;
-        caption = lpCaption.empty() ? m_platform.system.ProgramName() : lpCaption;
-        line = 4;
-        m_box.g_MoveCaption = caption;
-        result = ShowWithTimers(hWnd, lpText, wType, lbCentered);
-        line = 5;
-        if (m_box.check) m_box.m_bCheckState = m_box.check->Ticked();
-        CheckboxReturn = m_box.m_bCheckState;
-        return result;
-    });
+                       line = 1;
+                       m_box.m_sCheckboxText = lpCheckBoxText;
+                       m_box.m_sPrompt = lpText;
+                       line = 2;
+                       m_platform.boxTools.RestoreOwner(hWnd);
+                       line = 3;
+                       caption = lpCaption.empty() ? m_platform.system.ProgramName() : lpCaption;
+                       line = 4;
+                       m_box.g_MoveCaption = caption;
+                       result = ShowWithTimers(hWnd, lpText, wType, lbCentered);
+                       line = 5;
+                       if (m_box.check) m_box.m_bCheckState = m_box.check->Ticked();
+                       CheckboxReturn = m_box.m_bCheckState;
+                       return result;
+                   });
 }
 
 int MManipulateMsgBox::ShowWithTimers(WindowHandle hWnd, const std::wstring& lpText, unsigned wType, bool lbCentered)

@@ -17,7 +17,8 @@ GlobalDump g_globalDump = nullptr;
 std::wstring Widen(const char* text)
 {
     std::wstring wide;
-    for (; *text != '\0'; ++text) wide += static_cast<wchar_t>(static_cast<unsigned char>(*text));
+    for (; *text != '\0'; ++text)
+        wide += static_cast<wchar_t>(static_cast<unsigned char>(*text));
     return wide;
 }
 
@@ -49,9 +50,8 @@ std::wstring VariablesReport(const Module& module, const Dump& parameters, const
 std::wstring BoxText(const ErrorReport& report)
 {
     return report.component + L" has encountered a problem. We are sorry for the inconvenience.\r\n\r\nModule: " +
-           report.module + L"\r\nProcedure: " + report.procedure + L"\r\nLine Number: " +
-           std::to_wstring(report.line) + L"\r\n\r\n" + report.description + L" (" + std::to_wstring(report.number) +
-           L")";
+           report.module + L"\r\nProcedure: " + report.procedure + L"\r\nLine Number: " + std::to_wstring(report.line) +
+           L"\r\n\r\n" + report.description + L" (" + std::to_wstring(report.number) + L")";
 }
 
 std::wstring VersionText()

@@ -27,13 +27,20 @@ Operation OperationOf(short Flavor)
 {
     switch (Flavor) {
         case 1:
-        case 2: return {kCopy, 0};
-        case 4: return {kMove, 0};
-        case 8: return {kDelete, 0};
-        case 16: return {kDelete, kToTheBinUnasked};
-        case 64: return {kCopy, kManyTargets};
-        case 128: return {kRename, 0};
-        default: return {kNothing, 0};
+        case 2:
+            return {kCopy, 0};
+        case 4:
+            return {kMove, 0};
+        case 8:
+            return {kDelete, 0};
+        case 16:
+            return {kDelete, kToTheBinUnasked};
+        case 64:
+            return {kCopy, kManyTargets};
+        case 128:
+            return {kRename, 0};
+        default:
+            return {kNothing, 0};
     }
 }
 

@@ -91,15 +91,16 @@ unsigned DragTree::Scrollable(WindowHandle hWnd, int bar, std::uint32_t style, u
 bool DragTree::SetNodeCallbacks(WindowHandle hwndTV, ItemHandle hItem, Node* nod, bool fSet)
 {
     TVITEM tvi;
-    return Trapped(m_instance, L"SetNodeCallbacks", VARIABLES(hwndTV, hItem, nod, fSet), VARIABLES(tvi), [&](int& line) {
-        line = 1;
-        tvi.mask = TVIF_IMAGE;
-        tvi.hItem = hItem;
-        line = 2;
-        tvi.iImage = fSet ? I_IMAGECALLBACK : nod != nullptr ? m_instance.DragImage : 0;
-        line = 3;
-        return TreeView_SetItem(hwndTV, tvi);
-    });
+    return Trapped(m_instance, L"SetNodeCallbacks", VARIABLES(hwndTV, hItem, nod, fSet), VARIABLES(tvi),
+                   [&](int& line) {
+                       line = 1;
+                       tvi.mask = TVIF_IMAGE;
+                       tvi.hItem = hItem;
+                       line = 2;
+                       tvi.iImage = fSet ? I_IMAGECALLBACK : nod != nullptr ? m_instance.DragImage : 0;
+                       line = 3;
+                       return TreeView_SetItem(hwndTV, tvi);
+                   });
 }
 
 bool DragTree::ClientToWindow(WindowHandle hWnd, Point& pt)

@@ -36,7 +36,8 @@ void Rename::AfterLabelEdit(bool& Cancel, const std::wstring& NewString, RenameL
         return;
     }
     if (IsFileName(NewString)) {
-        m_instance.FullPath = m_instance.nodX->Text().empty() ? std::wstring() : m_tree.BuildFullPath(&*m_instance.nodX);
+        m_instance.FullPath =
+            m_instance.nodX->Text().empty() ? std::wstring() : m_tree.BuildFullPath(&*m_instance.nodX);
         line = 3;
         SplitPath(locals);
         line = 5;

@@ -16,7 +16,8 @@ struct RenameLocals {
     long Success = 0;
 };
 
-/// Renames a folder or file on the disk after its label has been edited, and opens a label again whose text was no name.
+/// Renames a folder or file on the disk after its label has been edited, and opens a label again whose text was no
+/// name.
 class Rename {
 public:
     /// The arguments outlive the object.
@@ -35,7 +36,7 @@ private:
     Instance& m_instance;
     FolderTree& m_tree;
     DiskOperations& m_disk;
-    NodeRef m_refused;      // the node whose typed text was no name
+    NodeRef m_refused;  // the node whose typed text was no name
     std::wstring m_typed;
     std::unique_ptr<Timer> Timer2;
 };

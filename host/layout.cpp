@@ -209,7 +209,8 @@ void Layout::MovePanesEdge(int y)
 SIZE Layout::Minimum() const
 {
     int checks = 0;
-    for (const int id : kChecks) checks += CheckWidth(id) + m_metrics.X(kWideGap);
+    for (const int id : kChecks)
+        checks += CheckWidth(id) + m_metrics.X(kWideGap);
     const int buttons = 4 * ButtonWidth() + m_metrics.X(2 * kGap + kWideGap);
     const int width = LabelWidth(IDC_FILE_FILTER_LABEL) + checks + buttons + 2 * m_metrics.X(kMargin);
     return {width, m_metrics.Y(200)};

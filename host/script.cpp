@@ -24,11 +24,13 @@ std::wstring ReadText(const std::wstring& file)
 {
     std::string bytes;
     {
-        const HANDLE opened = CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+        const HANDLE opened =
+            CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
         if (opened == INVALID_HANDLE_VALUE) throw Failure(L"the script cannot be read: " + file);
         char block[4096];
         DWORD read = 0;
-        while (ReadFile(opened, block, sizeof block, &read, nullptr) != 0 && read > 0) bytes.append(block, read);
+        while (ReadFile(opened, block, sizeof block, &read, nullptr) != 0 && read > 0)
+            bytes.append(block, read);
         CloseHandle(opened);
     }
     if (bytes.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
@@ -132,8 +134,8 @@ void Script::Run()
 {
     const std::wstring text = ReadText(m_file);
     EXCEPINFO what{};
-    const HRESULT parsed =
-        m_engine->parser->ParseScriptText(text.c_str(), nullptr, nullptr, nullptr, 0, 0, SCRIPTTEXT_ISVISIBLE, nullptr, &what);
+    const HRESULT parsed = m_engine->parser->ParseScriptText(text.c_str(), nullptr, nullptr, nullptr, 0, 0,
+                                                             SCRIPTTEXT_ISVISIBLE, nullptr, &what);
     const HRESULT run = SUCCEEDED(parsed) ? m_engine->script->SetScriptState(SCRIPTSTATE_CONNECTED) : parsed;
     const std::wstring error = TakeError();
     if (!error.empty()) throw Failure(error);

@@ -1,8 +1,8 @@
 #include "host/script_objects.h"
 
-#include "SylvexControl_h.h"
 #include "host/event_sink.h"
 #include "host/script.h"
+#include "SylvexControl_h.h"
 
 namespace sylvex::host {
 namespace {
@@ -44,7 +44,8 @@ STDMETHODIMP HostObject::GetTypeInfo(UINT, LCID, ITypeInfo** info)
 STDMETHODIMP HostObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* members)
 {
     if (count == 0 || !names || !members) return E_INVALIDARG;
-    for (UINT index = 0; index < count; ++index) members[index] = DISPID_UNKNOWN;
+    for (UINT index = 0; index < count; ++index)
+        members[index] = DISPID_UNKNOWN;
     for (const MemberName& known : kMembers)
         if (lstrcmpiW(names[0], known.name) == 0) members[0] = known.member;
     return count == 1 && members[0] != DISPID_UNKNOWN ? S_OK : DISP_E_UNKNOWNNAME;

@@ -8,8 +8,8 @@
 
 namespace sylvex::host {
 
-/// A script that drives a control: it knows it as `Sylvex`, the list that the control fills as `List` and the program as
-/// `Host`, and hears the control's events until the object goes.
+/// A script that drives a control: it knows it as `Sylvex`, the list that the control fills as `List` and the program
+/// as `Host`, and hears the control's events until the object goes.
 class ScriptSession {
 public:
     /// Throws Failure, also when the control does not let itself be listened to. `failed` hears of errors in handlers.

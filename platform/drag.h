@@ -22,8 +22,8 @@ public:
     virtual ~DragImages() = default;
     /// The size of one picture of a list in pixels; empty when there is no such list.
     virtual Size PictureSize(ImageListHandle list) = 0;
-    /// Starts with a picture (from 0) of a list, which stays the caller's; `hotSpot` is the pointer's place in it. False
-    /// when the list has no such picture.
+    /// Starts with a picture (from 0) of a list, which stays the caller's; `hotSpot` is the pointer's place in it.
+    /// False when the list has no such picture.
     virtual bool BeginDrag(ImageListHandle list, int picture, Point hotSpot) = 0;
     /// Shows the picture over a window and holds back that window's painting.
     virtual void DragEnter(WindowHandle window, Point where) = 0;
@@ -35,7 +35,8 @@ public:
     virtual void EndDrag() noexcept = 0;
 };
 
-/// Where windows lie and what of them shows, and the mouse capture. What is asked of a window that is gone gives nothing.
+/// Where windows lie and what of them shows, and the mouse capture. What is asked of a window that is gone gives
+/// nothing.
 class DragWindows {
 public:
     virtual ~DragWindows() = default;

@@ -28,7 +28,8 @@ public:
     virtual unsigned DriveType(const std::wstring& root) = 0;
     /// The name of the volume's file system, nothing when the volume cannot be asked. An empty root is the current one.
     virtual std::optional<std::wstring> FileSystemName(const std::wstring& root) = 0;
-    /// Starts a listing of `pattern` (a path, the last part may hold wildcards); null when nothing is found or readable.
+    /// Starts a listing of `pattern` (a path, the last part may hold wildcards); null when nothing is found or
+    /// readable.
     virtual std::unique_ptr<FileSearch> Search(const std::wstring& pattern) = 0;
     virtual std::wstring WindowsDirectory() = 0;
     virtual std::wstring SystemDirectory() = 0;

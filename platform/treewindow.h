@@ -32,7 +32,8 @@ struct RowMarks {
     int image = -1;  ///< the picture of the present state (open or closed)
 };
 
-/// A hit test's answer: the item (0 none) and the platform's flags (2 icon, 4 label, 0x10 button, 0x40 state icon, ...).
+/// A hit test's answer: the item (0 none) and the platform's flags (2 icon, 4 label, 0x10 button, 0x40 state icon,
+/// ...).
 struct TreeHit {
     ItemHandle item = 0;
     ItemData data = 0;

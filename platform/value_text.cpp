@@ -42,12 +42,23 @@ void ValueText::Hexadecimal(std::uint32_t value, int digits)
 void ValueText::Character(std::uint32_t code)
 {
     switch (code) {
-        case L'&': m_text += L"&amp;"; return;
-        case L'<': m_text += L"&lt;"; return;
-        case L'>': m_text += L"&gt;"; return;
-        case L'{': m_text += L"&#123;"; return;
-        case L'}': m_text += L"&#125;"; return;
-        default: break;
+        case L'&':
+            m_text += L"&amp;";
+            return;
+        case L'<':
+            m_text += L"&lt;";
+            return;
+        case L'>':
+            m_text += L"&gt;";
+            return;
+        case L'{':
+            m_text += L"&#123;";
+            return;
+        case L'}':
+            m_text += L"&#125;";
+            return;
+        default:
+            break;
     }
     if (!IsInvisible(code) && !IsHighSurrogate(code) && !IsLowSurrogate(code)) {
         m_text += static_cast<wchar_t>(code);
@@ -111,11 +122,11 @@ void ValueText::Moment(Date value)
     const bool isNextDay = time.hours() == hours(24);
     const year_month_day date(first + days(static_cast<int>(day) + (isNextDay ? 1 : 0)));
     wchar_t text[32];
-    const int length = std::swprintf(text, std::size(text), L"%04d-%02u-%02u %02d:%02d:%02d",
-                                     static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
-                                     static_cast<unsigned>(date.day()),
-                                     isNextDay ? 0 : static_cast<int>(time.hours().count()),
-                                     static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
+    const int length =
+        std::swprintf(text, std::size(text), L"%04d-%02u-%02u %02d:%02d:%02d", static_cast<int>(date.year()),
+                      static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
+                      isNextDay ? 0 : static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
+                      static_cast<int>(time.seconds().count()));
     m_text.append(text, static_cast<std::size_t>(length));
 }
 

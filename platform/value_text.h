@@ -32,7 +32,7 @@ public:
     void Moment(Date value);
     /// The shortest decimal that reads back as the same number.
     template <class Value>
-        requires std::is_arithmetic_v<Value>
+    requires std::is_arithmetic_v<Value>
     void Number(Value value)
     {
         std::array<char, 32> digits{};

@@ -50,7 +50,8 @@ std::vector<std::uint32_t> SortedPlaces(Regional& regional, std::size_t count, N
         regional.AppendSortKey(nameAt(i), bytes);
         keys[i] = {0, start, static_cast<std::uint32_t>(bytes.size() - start), static_cast<std::uint32_t>(i)};
         for (std::size_t b = 0; b < sizeof keys[i].head; ++b)
-            keys[i].head = keys[i].head << 8 | (start + b < bytes.size() ? static_cast<unsigned char>(bytes[start + b]) : 0);
+            keys[i].head =
+                keys[i].head << 8 | (start + b < bytes.size() ? static_cast<unsigned char>(bytes[start + b]) : 0);
     }
     const std::string_view all = bytes;
     std::stable_sort(keys.begin(), keys.end(), [all](const Key& left, const Key& right) {
@@ -58,7 +59,8 @@ std::vector<std::uint32_t> SortedPlaces(Regional& regional, std::size_t count, N
         return all.substr(left.start, left.length) < all.substr(right.start, right.length);
     });
     std::vector<std::uint32_t> places(count);
-    for (std::size_t i = 0; i < count; ++i) places[i] = keys[i].place;
+    for (std::size_t i = 0; i < count; ++i)
+        places[i] = keys[i].place;
     return places;
 }
 

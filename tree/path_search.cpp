@@ -125,8 +125,7 @@ Node* PathSearch::First(const std::wstring& path)
     if (parts.empty()) parts.emplace_back(regional, L"");
     // With another separator, or a documents folder whose path would grow together with a name, the texts do not stand
     // in the path as they are.
-    const bool narrowed =
-        nodes.PathSeparator() == L"\\" && m_instance.m_MyDocs.find(L'\\', 2) != std::wstring::npos;
+    const bool narrowed = nodes.PathSeparator() == L"\\" && m_instance.m_MyDocs.find(L'\\', 2) != std::wstring::npos;
     return nodes.FirstOf([&](const Node& node) {
         return (!narrowed || MayBe(node, parts)) && wanted.Equals(m_tree.QualifyPath(m_tree.BuildFullPath(&node)));
     });

@@ -136,7 +136,8 @@ bool LikePattern(Regional& regional, std::wstring_view text, std::wstring_view p
             return false;
         }
     }
-    while (p < lowerPattern.size() && lowerPattern[p] == L'*') ++p;
+    while (p < lowerPattern.size() && lowerPattern[p] == L'*')
+        ++p;
     return p == lowerPattern.size();
 }
 

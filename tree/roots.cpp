@@ -41,13 +41,20 @@ std::wstring DrivePicture(unsigned type, int bit, const std::wstring& previous)
 {
     switch (type) {
         case 0:
-        case 1: return L"dl";
-        case 2: return bit < 2 ? L"f35" : L"rem";
-        case 3: return L"hd";
-        case 4: return L"rte";
-        case 5: return L"cd";
-        case 6: return L"ram";
-        default: return previous;
+        case 1:
+            return L"dl";
+        case 2:
+            return bit < 2 ? L"f35" : L"rem";
+        case 3:
+            return L"hd";
+        case 4:
+            return L"rte";
+        case 5:
+            return L"cd";
+        case 6:
+            return L"ram";
+        default:
+            return previous;
     }
 }
 
@@ -164,9 +171,9 @@ Node& FolderTree::AddBelow(Node& desktop, RootLocals& own, int& line)
     if (hasSubDirectory(documents)) nodes.AddChild(myDocuments, L"", 0);
     line = 7;
     own.MyKey = L"MyComputer";
-    Node& myComputer = nodes.Add(
-        &desktop, Relationship::Child, own.MyKey,
-        OrElse(GetResourceStringFromFile(L"Shell32.Dll", kMyComputerString), L"My Computer"), std::wstring(L"mc"));
+    Node& myComputer = nodes.Add(&desktop, Relationship::Child, own.MyKey,
+                                 OrElse(GetResourceStringFromFile(L"Shell32.Dll", kMyComputerString), L"My Computer"),
+                                 std::wstring(L"mc"));
     own.nod1 = NodeRef(&myComputer);
     return myComputer;
 }

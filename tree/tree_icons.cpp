@@ -10,8 +10,8 @@ struct FixedIcon {
 };
 
 constexpr FixedIcon kFixedIcons[] = {
-    {L"dt", 34}, {L"hd", 8},  {L"ram", 12}, {L"cl", 3},  {L"mc", 15}, {L"cd", 11},
-    {L"f35", 6}, {L"op", 4},  {L"rte", 9},  {L"cp", 21}, {L"new", 0},
+    {L"dt", 34}, {L"hd", 8}, {L"ram", 12}, {L"cl", 3},  {L"mc", 15}, {L"cd", 11},
+    {L"f35", 6}, {L"op", 4}, {L"rte", 9},  {L"cp", 21}, {L"new", 0},
 };
 
 constexpr const wchar_t* kModule = L"modTreeIcons";

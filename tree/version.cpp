@@ -11,10 +11,14 @@ std::wstring NameOf(const SystemVersion& version)
     if (version.platform == 1) return version.minor == 10 ? L"Windows 98" : L"Windows 95";
     if (version.platform != 2) return L"Version Unknown";
     switch (version.major) {
-        case 3: return L"Windows NT 3.51";
-        case 4: return L"Windows NT 4.0";
-        case 5: return L"Windows 2000";
-        default: return {};
+        case 3:
+            return L"Windows NT 3.51";
+        case 4:
+            return L"Windows NT 4.0";
+        case 5:
+            return L"Windows 2000";
+        default:
+            return {};
     }
 }
 

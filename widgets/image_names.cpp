@@ -5,7 +5,8 @@ namespace sylvex {
 void ImageNames::Bind(const ImageList* images)
 {
     m_images = images;
-    for (Entry& entry : m_names) entry.picture = -1;
+    for (Entry& entry : m_names)
+        entry.picture = -1;
 }
 
 int ImageNames::Number(const ImageName& name)

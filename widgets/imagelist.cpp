@@ -8,7 +8,8 @@ bool IsNumeric(const std::wstring& text)
 {
     const auto digits = [&](std::size_t& at) {
         const std::size_t start = at;
-        while (at < text.size() && text[at] >= L'0' && text[at] <= L'9') ++at;
+        while (at < text.size() && text[at] >= L'0' && text[at] <= L'9')
+            ++at;
         return at - start;
     };
     std::size_t at = text.starts_with(L'-') || text.starts_with(L'+') ? 1 : 0;

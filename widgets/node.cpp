@@ -195,7 +195,8 @@ void Node::SetParent(Node& parent)
 Node* Node::Root() const
 {
     const Node* node = this;
-    while (node->m_parent != nullptr) node = node->m_parent;
+    while (node->m_parent != nullptr)
+        node = node->m_parent;
     return m_nodes->m_slots[node->m_slot];
 }
 

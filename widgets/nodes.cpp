@@ -13,7 +13,8 @@ namespace {
 /// The node after `node` in a walk over `top` and all below it that meets children before parents; starts at Deepest.
 Node* Deepest(Node* node)
 {
-    while (node->LoadedChild() != nullptr) node = node->LoadedChild();
+    while (node->LoadedChild() != nullptr)
+        node = node->LoadedChild();
     return node;
 }
 
@@ -79,10 +80,14 @@ Node* Nodes::Place(Node*& parent, Node* relative, Relationship relationship) con
     }
     parent = relative != nullptr ? relative->m_parent : nullptr;
     switch (relationship) {
-        case Relationship::First: return parent != nullptr ? parent->m_child : m_firstRoot;
-        case Relationship::Next: return relative != nullptr ? relative->m_next : nullptr;
-        case Relationship::Previous: return relative;
-        default: return nullptr;
+        case Relationship::First:
+            return parent != nullptr ? parent->m_child : m_firstRoot;
+        case Relationship::Next:
+            return relative != nullptr ? relative->m_next : nullptr;
+        case Relationship::Previous:
+            return relative;
+        default:
+            return nullptr;
     }
 }
 
@@ -301,7 +306,8 @@ void Nodes::InsertSorted(Node& node)
     Node* parent = node.m_parent;
     Unlink(node);
     Node* before = parent->m_child;
-    while (before != nullptr && m_regional.Compare(before->m_text, node.m_text) <= 0) before = before->m_next;
+    while (before != nullptr && m_regional.Compare(before->m_text, node.m_text) <= 0)
+        before = before->m_next;
     Link(node, parent, before);
 }
 

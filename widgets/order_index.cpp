@@ -10,7 +10,8 @@ std::uint32_t OrderIndex::Append(bool filled)
     const std::uint32_t cell = Slots() + 1;
     std::uint32_t sum = filled ? 1 : 0;
     const std::uint32_t span = cell & (~cell + 1);
-    for (std::uint32_t step = 1; step < span; step <<= 1) sum += m_sums[cell - step - 1];
+    for (std::uint32_t step = 1; step < span; step <<= 1)
+        sum += m_sums[cell - step - 1];
     m_sums.push_back(sum);
     m_count += filled ? 1 : 0;
     return cell - 1;
@@ -26,7 +27,8 @@ void OrderIndex::Change(std::uint32_t slot, std::int32_t by)
 std::uint32_t OrderIndex::PositionOf(std::uint32_t slot) const
 {
     std::uint32_t position = 0;
-    for (std::uint32_t cell = slot + 1; cell != 0; cell &= cell - 1) position += m_sums[cell - 1];
+    for (std::uint32_t cell = slot + 1; cell != 0; cell &= cell - 1)
+        position += m_sums[cell - 1];
     return position;
 }
 

@@ -78,12 +78,8 @@ ItemLook TreeView::LookOf(const Node& node) const
 {
     const int image = node.m_expanded && node.m_expandedImage != 0 ? node.m_expandedImage : node.m_image;
     const int selected = node.m_extras ? node.m_extras->selectedImage : 0;
-    return {node.m_text,
-            m_images.Picture(image),
-            m_images.Picture(selected != 0 ? selected : image),
-            ButtonOf(node),
-            node.m_checked,
-            node.m_bold};
+    return {node.m_text,    m_images.Picture(image), m_images.Picture(selected != 0 ? selected : image),
+            ButtonOf(node), node.m_checked,          node.m_bold};
 }
 
 void TreeView::InsertRow(Node& node, ItemHandle after)
@@ -119,7 +115,8 @@ void TreeView::InsertRowsOf(Node* parent)
             if (child->m_expanded) parents.push_back(child);
         }
     }
-    for (auto at = opened.rbegin(); at != opened.rend(); ++at) m_window->Expand((*at)->m_item, true);
+    for (auto at = opened.rbegin(); at != opened.rend(); ++at)
+        m_window->Expand((*at)->m_item, true);
 }
 
 /// Takes the rows below `parent` (null: all) out of the model's books; the window has lost them already.
@@ -135,7 +132,8 @@ void TreeView::Forget(Node* parent)
             continue;
         }
         node->m_realised = false;
-        while (node->m_next == nullptr && node->m_parent != parent) node = node->m_parent;
+        while (node->m_next == nullptr && node->m_parent != parent)
+            node = node->m_parent;
         node = node->m_next;
     }
 }
@@ -265,7 +263,8 @@ bool TreeView::Show(Node& node)
 {
     const NodeRef keep(&node);
     std::vector<NodeRef> ancestors;
-    for (Node* above = node.m_parent; above != nullptr; above = above->m_parent) ancestors.emplace_back(above);
+    for (Node* above = node.m_parent; above != nullptr; above = above->m_parent)
+        ancestors.emplace_back(above);
     bool opened = false;
     for (auto at = ancestors.rbegin(); at != ancestors.rend(); ++at) {
         Node& ancestor = **at;

@@ -154,7 +154,7 @@ private:
     Nodes m_nodes;
     std::unique_ptr<TreeWindow> m_window;
     bool m_rootsRealised = false;
-    bool m_byWindow = false;  // the window is changing the selection by itself
+    bool m_byWindow = false;        // the window is changing the selection by itself
     const Node* m_asked = nullptr;  // the window is asking whether this node has children
     NodeRef m_selected;
     NodeRef m_dropHighlight;

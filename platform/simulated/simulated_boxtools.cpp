@@ -123,9 +123,8 @@ WindowHandle SimulatedBoxTools::TopLevelOf(WindowHandle window)
 WindowHandle SimulatedBoxTools::FindBox(WindowHandle owner, const std::wstring& caption)
 {
     m_gate.Enter("BoxTools::FindBox");
-    const auto found = std::find_if(m_open.rbegin(), m_open.rend(), [&](const Box& open) {
-        return open.owner == owner && open.caption == caption;
-    });
+    const auto found = std::find_if(m_open.rbegin(), m_open.rend(),
+                                    [&](const Box& open) { return open.owner == owner && open.caption == caption; });
     return found == m_open.rend() ? 0 : found->handle;
 }
 

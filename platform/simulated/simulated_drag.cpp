@@ -54,7 +54,10 @@ void SimulatedDrag::DragMove(Point where)
     m_where = where;
 }
 
-void SimulatedDrag::DragLeave(WindowHandle) noexcept { m_shown = false; }
+void SimulatedDrag::DragLeave(WindowHandle) noexcept
+{
+    m_shown = false;
+}
 
 void SimulatedDrag::DragShowNolock(bool show)
 {

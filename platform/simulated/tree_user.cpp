@@ -14,7 +14,16 @@ constexpr unsigned kOnButton = 0x10;
 constexpr unsigned kOnBox = 0x40;
 constexpr unsigned kOnRight = 0x20;
 
-enum Key : short { kSpace = 0x20, kLeft = 0x25, kUp = 0x26, kRight = 0x27, kDown = 0x28, kPlus = 0x6B, kMinus = 0x6D, kF2 = 0x71 };
+enum Key : short {
+    kSpace = 0x20,
+    kLeft = 0x25,
+    kUp = 0x26,
+    kRight = 0x27,
+    kDown = 0x28,
+    kPlus = 0x6B,
+    kMinus = 0x6D,
+    kF2 = 0x71
+};
 
 short CharacterOf(short key, short shift)
 {

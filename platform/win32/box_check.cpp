@@ -142,7 +142,8 @@ LRESULT CALLBACK Win32BoxCheck::Watch(HWND box, UINT message, WPARAM wParam, LPA
             check.Ticked();
             RemoveWindowSubclass(box, &Watch, kIdentifier);
             break;
-        default: break;
+        default:
+            break;
     }
     return DefSubclassProc(box, message, wParam, lParam);
 }

@@ -26,7 +26,8 @@ public:
     {
         KillTimer(m_window, m_identifier);
         auto** link = &First();
-        while (*link != this) link = &(*link)->m_next;
+        while (*link != this)
+            link = &(*link)->m_next;
         *link = m_next;
         // The platform keeps one timer a window and number.
         if (auto* const replaced = Find(m_window, m_identifier)) replaced->Set();
@@ -43,7 +44,8 @@ private:
     static Win32OwnerTimer* Find(HWND window, UINT_PTR identifier)
     {
         auto* timer = First();
-        while (timer && (timer->m_window != window || timer->m_identifier != identifier)) timer = timer->m_next;
+        while (timer && (timer->m_window != window || timer->m_identifier != identifier))
+            timer = timer->m_next;
         return timer;
     }
 

@@ -13,9 +13,15 @@ Rect RectOf(const RECT& rect)
             static_cast<int>(rect.bottom)};
 }
 
-Point PointOf(const POINT& point) { return {static_cast<int>(point.x), static_cast<int>(point.y)}; }
+Point PointOf(const POINT& point)
+{
+    return {static_cast<int>(point.x), static_cast<int>(point.y)};
+}
 
-bool IsRelease(UINT message) { return message == WM_LBUTTONUP || message == WM_RBUTTONUP || message == WM_MBUTTONUP; }
+bool IsRelease(UINT message)
+{
+    return message == WM_LBUTTONUP || message == WM_RBUTTONUP || message == WM_MBUTTONUP;
+}
 
 }  // namespace
 
@@ -66,7 +72,10 @@ private:
     bool m_releasing = false;
 };
 
-Win32Drag::~Win32Drag() { Win32Drag::ReleaseCapture(); }
+Win32Drag::~Win32Drag()
+{
+    Win32Drag::ReleaseCapture();
+}
 
 Size Win32Drag::PictureSize(ImageListHandle list)
 {
@@ -80,15 +89,30 @@ bool Win32Drag::BeginDrag(ImageListHandle list, int picture, Point hotSpot)
     return ImageList_BeginDrag(HandleOf<HIMAGELIST>(list), picture, hotSpot.x, hotSpot.y) != FALSE;
 }
 
-void Win32Drag::DragEnter(WindowHandle window, Point where) { ImageList_DragEnter(WindowOf(window), where.x, where.y); }
+void Win32Drag::DragEnter(WindowHandle window, Point where)
+{
+    ImageList_DragEnter(WindowOf(window), where.x, where.y);
+}
 
-void Win32Drag::DragMove(Point where) { ImageList_DragMove(where.x, where.y); }
+void Win32Drag::DragMove(Point where)
+{
+    ImageList_DragMove(where.x, where.y);
+}
 
-void Win32Drag::DragLeave(WindowHandle window) noexcept { ImageList_DragLeave(WindowOf(window)); }
+void Win32Drag::DragLeave(WindowHandle window) noexcept
+{
+    ImageList_DragLeave(WindowOf(window));
+}
 
-void Win32Drag::DragShowNolock(bool show) { ImageList_DragShowNolock(show ? TRUE : FALSE); }
+void Win32Drag::DragShowNolock(bool show)
+{
+    ImageList_DragShowNolock(show ? TRUE : FALSE);
+}
 
-void Win32Drag::EndDrag() noexcept { ImageList_EndDrag(); }
+void Win32Drag::EndDrag() noexcept
+{
+    ImageList_EndDrag();
+}
 
 std::optional<Rect> Win32Drag::ClientRect(WindowHandle window)
 {
@@ -127,9 +151,15 @@ std::optional<ScrollBar> Win32Drag::GetScrollInfo(WindowHandle window, int bar)
     return ScrollBar{info.nMin, info.nMax, info.nPage, info.nPos};
 }
 
-int Win32Drag::GetScrollPos(WindowHandle window, int bar) { return ::GetScrollPos(WindowOf(window), bar); }
+int Win32Drag::GetScrollPos(WindowHandle window, int bar)
+{
+    return ::GetScrollPos(WindowOf(window), bar);
+}
 
-void Win32Drag::UpdateWindow(WindowHandle window) { ::UpdateWindow(WindowOf(window)); }
+void Win32Drag::UpdateWindow(WindowHandle window)
+{
+    ::UpdateWindow(WindowOf(window));
+}
 
 void Win32Drag::SetCapture(WindowHandle window, std::function<void()> lost)
 {

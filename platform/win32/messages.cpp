@@ -37,8 +37,7 @@ ComPtr<IDispatch> CreateReporter()
     CLSID identifier{};
     ComPtr<IDispatch> reporter;
     if (FAILED(CLSIDFromProgID(L"Quenmark.Error", &identifier))) return reporter;
-    CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,
-                     reporter.PutAny());
+    CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch, reporter.PutAny());
     return reporter;
 }
 

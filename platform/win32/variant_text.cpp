@@ -76,8 +76,7 @@ std::wstring NameOf(ITypeInfo* info)
 std::wstring ClassOf(const ComPtr<IUnknown>& object, const ComPtr<IDispatch>& dispatch)
 {
     ComPtr<ITypeInfo> info;
-    if (const auto provider = object.As<IProvideClassInfo>())
-        provider->GetClassInfo(info.Put());
+    if (const auto provider = object.As<IProvideClassInfo>()) provider->GetClassInfo(info.Put());
     if (!info && dispatch) dispatch->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Put());
     return info ? NameOf(info.Get()) : std::wstring();
 }
@@ -168,17 +167,34 @@ void Renderer::Reference(VARTYPE type, const VARIANT& value)
 bool Renderer::StoredInteger(VARTYPE type, const void* place)
 {
     switch (type) {
-        case VT_I1: m_report.Number(static_cast<int>(As<signed char>(place))); return true;
-        case VT_UI1: m_report.Number(static_cast<int>(As<BYTE>(place))); return true;
-        case VT_I2: m_report.Number(As<SHORT>(place)); return true;
-        case VT_UI2: m_report.Number(As<USHORT>(place)); return true;
+        case VT_I1:
+            m_report.Number(static_cast<int>(As<signed char>(place)));
+            return true;
+        case VT_UI1:
+            m_report.Number(static_cast<int>(As<BYTE>(place)));
+            return true;
+        case VT_I2:
+            m_report.Number(As<SHORT>(place));
+            return true;
+        case VT_UI2:
+            m_report.Number(As<USHORT>(place));
+            return true;
         case VT_INT:
-        case VT_I4: m_report.Number(As<LONG>(place)); return true;
+        case VT_I4:
+            m_report.Number(As<LONG>(place));
+            return true;
         case VT_UINT:
-        case VT_UI4: m_report.Number(As<ULONG>(place)); return true;
-        case VT_I8: m_report.Number(As<LONGLONG>(place)); return true;
-        case VT_UI8: m_report.Number(As<ULONGLONG>(place)); return true;
-        default: return false;
+        case VT_UI4:
+            m_report.Number(As<ULONG>(place));
+            return true;
+        case VT_I8:
+            m_report.Number(As<LONGLONG>(place));
+            return true;
+        case VT_UI8:
+            m_report.Number(As<ULONGLONG>(place));
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -186,21 +202,34 @@ void Renderer::Stored(VARTYPE type, const void* place)
 {
     if (StoredInteger(type, place)) return;
     switch (type) {
-        case VT_EMPTY: return m_report.Marker(L"{Empty}");
-        case VT_NULL: return m_report.Marker(L"{Null}");
-        case VT_R4: return m_report.Number(As<float>(place));
-        case VT_R8: return m_report.Number(As<double>(place));
-        case VT_CY: return m_report.Amount(Currency{As<CY>(place).int64});
-        case VT_DATE: return m_report.Moment(Date{As<DATE>(place)});
-        case VT_BSTR: return m_report.Text(ViewOf(As<BSTR>(place)));
-        case VT_BOOL: return m_report.Boolean(As<VARIANT_BOOL>(place) != VARIANT_FALSE);
-        case VT_DECIMAL: return StoredDecimal(As<DECIMAL>(place));
+        case VT_EMPTY:
+            return m_report.Marker(L"{Empty}");
+        case VT_NULL:
+            return m_report.Marker(L"{Null}");
+        case VT_R4:
+            return m_report.Number(As<float>(place));
+        case VT_R8:
+            return m_report.Number(As<double>(place));
+        case VT_CY:
+            return m_report.Amount(Currency{As<CY>(place).int64});
+        case VT_DATE:
+            return m_report.Moment(Date{As<DATE>(place)});
+        case VT_BSTR:
+            return m_report.Text(ViewOf(As<BSTR>(place)));
+        case VT_BOOL:
+            return m_report.Boolean(As<VARIANT_BOOL>(place) != VARIANT_FALSE);
+        case VT_DECIMAL:
+            return StoredDecimal(As<DECIMAL>(place));
         case VT_HRESULT:
-        case VT_ERROR: return Error(As<SCODE>(place));
-        case VT_VARIANT: return Value(As<VARIANT>(place));
+        case VT_ERROR:
+            return Error(As<SCODE>(place));
+        case VT_VARIANT:
+            return Value(As<VARIANT>(place));
         case VT_DISPATCH:
-        case VT_UNKNOWN: return Object(As<IUnknown*>(place));
-        default: return m_report.Marker(L"{Type " + std::to_wstring(type) + L"}");
+        case VT_UNKNOWN:
+            return Object(As<IUnknown*>(place));
+        default:
+            return m_report.Marker(L"{Type " + std::to_wstring(type) + L"}");
     }
 }
 
@@ -234,8 +263,7 @@ void Renderer::Array(SAFEARRAY* array, VARTYPE declared)
     if (dimensions > kMostDimensions) return m_report.Marker(TruncatedAt(kMostDimensions, L"dimensions"));
     VARTYPE type = VT_EMPTY;
     if (FAILED(SafeArrayGetVartype(array, &type))) type = TypeByFeatures(*array, declared);
-    if (type == VT_RECORD || (array->fFeatures & FADF_RECORD) != 0)
-        return m_report.Marker(L"{Cannot dump UDT arrays}");
+    if (type == VT_RECORD || (array->fFeatures & FADF_RECORD) != 0) return m_report.Marker(L"{Cannot dump UDT arrays}");
     AllBounds bounds{};
     if (!TakeBounds(array, dimensions, bounds)) return;
     const ArrayLock lock(array);
@@ -306,9 +334,9 @@ void Renderer::Members(IDispatch* collection)
 {
     DISPPARAMS none{};
     OwnedVariant made;
-    const HRESULT result = collection->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT,
-                                              DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none, &made.value, nullptr,
-                                              nullptr);
+    const HRESULT result =
+        collection->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none,
+                           &made.value, nullptr, nullptr);
     if (result == DISP_E_MEMBERNOTFOUND || result == E_NOTIMPL) return;
     if (FAILED(result)) return Failed(result);
     const bool isObject = V_VT(&made.value) == VT_UNKNOWN || V_VT(&made.value) == VT_DISPATCH;

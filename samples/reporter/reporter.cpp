@@ -42,10 +42,11 @@ std::wstring Heading(const Report& report)
     SYSTEMTIME now;
     GetSystemTime(&now);
     std::array<wchar_t, 32> time{};
-    std::swprintf(time.data(), time.size(), L"%04d-%02d-%02dT%02d:%02d:%02dZ", now.wYear, now.wMonth, now.wDay, now.wHour,
-                  now.wMinute, now.wSecond);
-    return std::wstring(time.data()) + L" " + report[kComponent] + L" " + report[kVersion] + L" " + report[kModule] + L"." +
-           report[kProcedure] + L", line " + report[kLine] + L": error " + report[kNumber] + L", " + report[kDescription];
+    std::swprintf(time.data(), time.size(), L"%04d-%02d-%02dT%02d:%02d:%02dZ", now.wYear, now.wMonth, now.wDay,
+                  now.wHour, now.wMinute, now.wSecond);
+    return std::wstring(time.data()) + L" " + report[kComponent] + L" " + report[kVersion] + L" " + report[kModule] +
+           L"." + report[kProcedure] + L", line " + report[kLine] + L": error " + report[kNumber] + L", " +
+           report[kDescription];
 }
 
 /// Appends one report; what is written by several processes at once stays whole, since each write goes to the end.
@@ -77,7 +78,8 @@ HRESULT TakeReport(const DISPPARAMS& arguments)
     if (arguments.cArgs != kParts) return DISP_E_BADPARAMCOUNT;
     Report report;
     // Automation hands over the last argument first.
-    for (UINT i = 0; i < kParts; ++i) report[i] = TextOf(arguments.rgvarg[kParts - 1 - i]);
+    for (UINT i = 0; i < kParts; ++i)
+        report[i] = TextOf(arguments.rgvarg[kParts - 1 - i]);
     return Append(report) ? S_OK : E_FAIL;
 }
 
@@ -109,7 +111,8 @@ HRESULT Reporter::GetTypeInfoCount(UINT* count)
 HRESULT Reporter::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* members)
 {
     if (!names || !members || count == 0) return E_INVALIDARG;
-    for (UINT i = 0; i < count; ++i) members[i] = DISPID_UNKNOWN;
+    for (UINT i = 0; i < count; ++i)
+        members[i] = DISPID_UNKNOWN;
     if (_wcsicmp(names[0], L"ErrorHandler") == 0) members[0] = kErrorHandler;
     if (_wcsicmp(names[0], L"Action") == 0) members[0] = kAction;
     return members[0] == DISPID_UNKNOWN || count > 1 ? DISP_E_UNKNOWNNAME : S_OK;

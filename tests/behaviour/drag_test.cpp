@@ -83,7 +83,8 @@ TEST_F(DragTest, FilesAndNamesInOtherScriptsMoveToo)
     Open(L"u/listed.ZIP");
     for (const wchar_t* name : {L"\u4E2D\u6587 \u0394\u0416", L"plain.txt", L"listed.ZIP"}) {
         Node& target = scene.At(L"u/z");
-        EXPECT_EQ(Drop(scene.At(L"u/" + std::wstring(name)), target), MovedMessage(L"u\\" + std::wstring(name), L"u\\z"));
+        EXPECT_EQ(Drop(scene.At(L"u/" + std::wstring(name)), target),
+                  MovedMessage(L"u\\" + std::wstring(name), L"u\\z"));
         EXPECT_TRUE(scene.desk().Has(L"u\\z\\" + std::wstring(name)));
     }
     EXPECT_EQ(scene.control().BuildFullPath(&scene.At(L"u/z/listed.ZIP")), PathOf(L"u\\z\\listed.ZIP"));
@@ -196,9 +197,18 @@ TEST_F(DragTest, ADragEndsCleanlyHoweverItIsInterrupted)
         {"switched off", [&] { scene.control().LetDragDropEnable(false); }},
         {"read anew", [&] { scene.Enumerate(); }},
         {"emptied", [&] { scene.control().Clear(); }},
-        {"emptied behind its back", [&] { scene.nodes().Clear(), tools().MoveTo({10, 10}); }},
-        {"node removed", [&] { scene.nodes().Remove(scene.At(L"t/a")), tools().MoveTo({10, 10}); }},
-        {"node put elsewhere", [&] { scene.At(L"t/a").SetParent(scene.At(L"t/c")), tools().MoveTo({10, 10}); }},
+        {"emptied behind its back",
+         [&] {
+             scene.nodes().Clear(), tools().MoveTo({10, 10});
+         }},
+        {"node removed",
+         [&] {
+             scene.nodes().Remove(scene.At(L"t/a")), tools().MoveTo({10, 10});
+         }},
+        {"node put elsewhere",
+         [&] {
+             scene.At(L"t/a").SetParent(scene.At(L"t/c")), tools().MoveTo({10, 10});
+         }},
     };
     for (const auto& [what, interrupt] : cases) {
         scene.Enumerate();
@@ -282,7 +292,8 @@ TEST_F(DragTest, AHostThatEmptiesTheTreeWhileAFolderOpensEndsTheDrag)
 
 TEST_F(DragTest, HoldingNearAnEdgeScrollsUntilTheEnd)
 {
-    for (int i = 0; i < 25; ++i) scene.desk().MakeFolder(L"many\\n" + std::to_wstring(100 + i));
+    for (int i = 0; i < 25; ++i)
+        scene.desk().MakeFolder(L"many\\n" + std::to_wstring(100 + i));
     scene.Enumerate();
     Node& many = scene.At(L"many");
     many.SetExpanded(true);

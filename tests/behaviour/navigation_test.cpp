@@ -211,7 +211,8 @@ TEST_F(NavigationTest, FilesOfListedTypesAreFoundBesideNamesThatBeginLikeThem)
 TEST_F(NavigationTest, LongPathsInOtherScriptsAreFollowed)
 {
     std::wstring name = L"t";
-    for (int level = 0; level < 5; ++level) name += L"\\" + std::wstring(70, L'\u03B1') + std::to_wstring(level);
+    for (int level = 0; level < 5; ++level)
+        name += L"\\" + std::wstring(70, L'\u03B1') + std::to_wstring(level);
     scene.desk().MakeFolder(name);
     Start();
     EXPECT_EQ(GoTo(PathOf(name)), name + L"\\");
@@ -325,12 +326,12 @@ TEST_F(CheckByPathTest, ChildrenThatLoadTakeRowsAndParentsIntoAccount)
         bool recursive, row, checked, bold;
         const wchar_t* expected;
     } const cases[] = {
-        {true, false, true, false, L"p[-]x(leafx tree[+]x)"},   {true, true, true, false, L"p[-]x(leafx tree[+]x)"},
-        {true, false, false, false, L"p[-](leaf tree[+])"},     {true, true, false, false, L"p[-](leaf tree[+])"},
-        {true, false, false, true, L"p[-]~(leaf tree[+])"},     {true, true, false, true, L"p[-]~(leafx tree[+])"},
-        {false, false, true, false, L"p[-]x(leafx tree[+])"},   {false, true, true, false, L"p[-]x(leafx tree[+])"},
-        {false, false, false, false, L"p[-](leaf tree[+])"},    {false, true, false, false, L"p[-](leaf tree[+])"},
-        {false, false, false, true, L"p[-]~(leaf tree[+])"},    {false, true, false, true, L"p[-]~(leafx tree[+])"},
+        {true, false, true, false, L"p[-]x(leafx tree[+]x)"}, {true, true, true, false, L"p[-]x(leafx tree[+]x)"},
+        {true, false, false, false, L"p[-](leaf tree[+])"},   {true, true, false, false, L"p[-](leaf tree[+])"},
+        {true, false, false, true, L"p[-]~(leaf tree[+])"},   {true, true, false, true, L"p[-]~(leafx tree[+])"},
+        {false, false, true, false, L"p[-]x(leafx tree[+])"}, {false, true, true, false, L"p[-]x(leafx tree[+])"},
+        {false, false, false, false, L"p[-](leaf tree[+])"},  {false, true, false, false, L"p[-](leaf tree[+])"},
+        {false, false, false, true, L"p[-]~(leaf tree[+])"},  {false, true, false, true, L"p[-]~(leafx tree[+])"},
     };
     scene.desk().Make({L"p\\leaf\\", L"p\\tree\\x\\"});
     for (const auto& [recursive, row, checked, bold, expected] : cases) {

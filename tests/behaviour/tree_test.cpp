@@ -18,8 +18,9 @@ TEST_F(TreeTest, ANewControlShowsOnePlaceholderNodeThatNamesIt)
     EXPECT_EQ(node.Text(), L"Sylvex + [ *.zip ]");
     EXPECT_EQ(node.Key(), L"Sylvex");
     EXPECT_EQ(node.Image(), ImageName(L"cl"));
-    EXPECT_EQ(scene.control().State().ImageList1.Keys(),
-              (std::vector<std::wstring>{L"dt", L"hd", L"ram", L"cl", L"mc", L"cd", L"f35", L"op", L"rte", L"cp", L"new"}));
+    EXPECT_EQ(
+        scene.control().State().ImageList1.Keys(),
+        (std::vector<std::wstring>{L"dt", L"hd", L"ram", L"cl", L"mc", L"cd", L"f35", L"op", L"rte", L"cp", L"new"}));
 }
 
 TEST_F(TreeTest, EnumerateLoadsTheRootsOnceAndOpensDownToTheFirstFixedDrive)
@@ -73,7 +74,8 @@ TEST_F(TreeTest, AFolderIsReadWhenFirstOpenedAndAgainOnlyWhileItHoldsOneChildles
         scene.At(name).SetExpanded(false);
     }
     scene.desk().Make({L"one\\new\\", L"two\\new\\"});
-    for (const wchar_t* name : {L"one", L"two"}) scene.At(name).SetExpanded(true);
+    for (const wchar_t* name : {L"one", L"two"})
+        scene.At(name).SetExpanded(true);
     EXPECT_EQ(Scene::Render(scene.At(L"one")), L"one[-](new only)");
     EXPECT_EQ(Scene::Render(scene.At(L"two")), L"two[-](x y)");
 }

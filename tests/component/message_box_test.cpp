@@ -23,9 +23,15 @@ RECT PlaceOf(HWND window)
     return place;
 }
 
-POINT MiddleOf(const RECT& place) { return {(place.left + place.right) / 2, (place.top + place.bottom) / 2}; }
+POINT MiddleOf(const RECT& place)
+{
+    return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+}
 
-HWND CheckIn(HWND box) { return GetDlgItem(box, 0x5001); }
+HWND CheckIn(HWND box)
+{
+    return GetDlgItem(box, 0x5001);
+}
 
 void CALLBACK CloseAtOnce(HWND form, UINT, UINT_PTR timer, DWORD)
 {
@@ -71,8 +77,8 @@ protected:
         });
         hands->SetInterval(80);
         hands->SetEnabled(true);
-        const int result = m_module.MessageBox(reinterpret_cast<WindowHandle>(owner), text, kBoxOk, caption, centred,
-                                               check, m_ticked);
+        const int result =
+            m_module.MessageBox(reinterpret_cast<WindowHandle>(owner), text, kBoxOk, caption, centred, check, m_ticked);
         EXPECT_EQ(step, steps.size());
         return result;
     }
@@ -94,9 +100,10 @@ TEST_F(RealMessageBox, IsCentredOverItsOwnerAndLeavesNoTimer)
 {
     RECT place{};
     EXPECT_EQ(Show(m_form, true, L"", {[&](HWND box) {
-        place = PlaceOf(box);
-        EXPECT_EQ(CheckIn(box), nullptr);
-    }}), IDOK);
+                       place = PlaceOf(box);
+                       EXPECT_EQ(CheckIn(box), nullptr);
+                   }}),
+              IDOK);
     EXPECT_NEAR(MiddleOf(place).x, 500, 1);
     EXPECT_NEAR(MiddleOf(place).y, 375, 1);
     EXPECT_FALSE(m_ticked);
@@ -109,10 +116,10 @@ TEST_F(RealMessageBox, IsCentredOverAChildOfTheFormThatItDisables)
                                        GetModuleHandleW(nullptr), nullptr);
     RECT place{};
     Show(child, true, L"Check", {[&](HWND box) {
-        place = PlaceOf(box);
-        EXPECT_NE(CheckIn(box), nullptr);
-        EXPECT_FALSE(IsWindowEnabled(m_form));
-    }});
+             place = PlaceOf(box);
+             EXPECT_NE(CheckIn(box), nullptr);
+             EXPECT_FALSE(IsWindowEnabled(m_form));
+         }});
     EXPECT_NEAR(MiddleOf(place).x, MiddleOf(PlaceOf(child)).x, 1);
     EXPECT_NEAR(MiddleOf(place).y, MiddleOf(PlaceOf(child)).y, 1);
     EXPECT_FALSE(TimersLeft(child));
@@ -128,42 +135,43 @@ TEST_F(RealMessageBox, StaysOnTheScreenWhereverItsOwnerIs)
     for (const RECT& at : {RECT{-500, -300, -100, -50}, beyond}) {
         const HWND form = MakeForm(at);
         Show(form, true, L"Check", {[&](HWND box) {
-            const RECT place = PlaceOf(box);
-            EXPECT_GE(place.left, area.left);
-            EXPECT_GE(place.top, area.top);
-            EXPECT_LE(place.right, area.right);
-            EXPECT_LE(place.bottom, area.bottom);
-        }});
+                 const RECT place = PlaceOf(box);
+                 EXPECT_GE(place.left, area.left);
+                 EXPECT_GE(place.top, area.top);
+                 EXPECT_LE(place.right, area.right);
+                 EXPECT_LE(place.bottom, area.bottom);
+             }});
         DestroyWindow(form);
     }
     Show(nullptr, true, L"", {[&](HWND box) {
-        EXPECT_NEAR(MiddleOf(PlaceOf(box)).x, MiddleOf(area).x, 1);
-        EXPECT_NEAR(MiddleOf(PlaceOf(box)).y, MiddleOf(area).y, 1);
-    }});
+             EXPECT_NEAR(MiddleOf(PlaceOf(box)).x, MiddleOf(area).x, 1);
+             EXPECT_NEAR(MiddleOf(PlaceOf(box)).y, MiddleOf(area).y, 1);
+         }});
 }
 
 TEST_F(RealMessageBox, TheCheckBoxIsReachedAndTickedByTheKeyboard)
 {
     RECT room{};
-    const int result = Show(m_form, true, L"&Do not tell me again, whatever happens to the folders in this tree", {
-        [&](HWND box) {
-            const HWND check = CheckIn(box);
-            ASSERT_NE(check, nullptr);
-            EXPECT_EQ(GetWindowLongPtrW(check, GWL_STYLE), 0x50010003);
-            EXPECT_EQ(SendMessageW(check, WM_GETFONT, 0, 0), SendMessageW(box, WM_GETFONT, 0, 0));
-            const RECT place = PlaceOf(check);
-            GetClientRect(box, &room);
-            MapWindowPoints(box, nullptr, reinterpret_cast<POINT*>(&room), 2);
-            EXPECT_TRUE(place.left >= room.left && place.right <= room.right && place.bottom <= room.bottom);
-            EXPECT_GE(place.top, PlaceOf(GetDlgItem(box, IDOK)).bottom);
-            Press(VK_TAB);
-        },
-        [&](HWND box) {
-            EXPECT_EQ(GetFocus(), CheckIn(box));
-            // Faster than any timer: the box closes with the tick.
-            Press(VK_SPACE);
-            Press(VK_RETURN);
-        }});
+    const int result =
+        Show(m_form, true, L"&Do not tell me again, whatever happens to the folders in this tree",
+             {[&](HWND box) {
+                  const HWND check = CheckIn(box);
+                  ASSERT_NE(check, nullptr);
+                  EXPECT_EQ(GetWindowLongPtrW(check, GWL_STYLE), 0x50010003);
+                  EXPECT_EQ(SendMessageW(check, WM_GETFONT, 0, 0), SendMessageW(box, WM_GETFONT, 0, 0));
+                  const RECT place = PlaceOf(check);
+                  GetClientRect(box, &room);
+                  MapWindowPoints(box, nullptr, reinterpret_cast<POINT*>(&room), 2);
+                  EXPECT_TRUE(place.left >= room.left && place.right <= room.right && place.bottom <= room.bottom);
+                  EXPECT_GE(place.top, PlaceOf(GetDlgItem(box, IDOK)).bottom);
+                  Press(VK_TAB);
+              },
+              [&](HWND box) {
+                  EXPECT_EQ(GetFocus(), CheckIn(box));
+                  // Faster than any timer: the box closes with the tick.
+                  Press(VK_SPACE);
+                  Press(VK_RETURN);
+              }});
     EXPECT_EQ(result, IDOK);
     EXPECT_TRUE(m_ticked);
     EXPECT_FALSE(TimersLeft(m_form));
@@ -201,7 +209,10 @@ TEST_F(RealMessageBox, NeverMistakesAnotherWindowForTheBox)
     Win32BoxTools tools;
     EXPECT_EQ(tools.FindBox(reinterpret_cast<WindowHandle>(form), kCaption), 0u);
     EXPECT_EQ(tools.FindBox(0, kCaption), 0u);
-    EXPECT_TRUE(EqualRect(&before, [&] { static RECT now; return now = PlaceOf(form), &now; }()));
+    EXPECT_TRUE(EqualRect(&before, [&] {
+        static RECT now;
+        return now = PlaceOf(form), &now;
+    }()));
     DestroyWindow(form);
 }
 
@@ -217,10 +228,11 @@ TEST_F(RealMessageBox, AVeryLongTextStillHasItsButtonInSight)
 {
     for (const std::size_t length : {400u, 40'000u}) {
         Show(m_form, true, L"", {[&](HWND box) {
-            const POINT middle = MiddleOf(PlaceOf(GetDlgItem(box, IDOK)));
-            EXPECT_TRUE(middle.x >= 0 && middle.x < GetSystemMetrics(SM_CXSCREEN)) << middle.x;
-            EXPECT_TRUE(middle.y >= 0 && middle.y < GetSystemMetrics(SM_CYSCREEN)) << middle.y;
-        }}, kCaption, std::wstring(length, L'm'));
+                 const POINT middle = MiddleOf(PlaceOf(GetDlgItem(box, IDOK)));
+                 EXPECT_TRUE(middle.x >= 0 && middle.x < GetSystemMetrics(SM_CXSCREEN)) << middle.x;
+                 EXPECT_TRUE(middle.y >= 0 && middle.y < GetSystemMetrics(SM_CYSCREEN)) << middle.y;
+             }},
+             kCaption, std::wstring(length, L'm'));
     }
 }
 

@@ -81,7 +81,8 @@ public:
         }
         EXPECT_EQ(arguments->cArgs, 8u);
         std::array<std::wstring, 8> report;
-        for (UINT i = 0; i < 8; ++i) report[i] = Value(arguments->rgvarg[7 - i]).Text();
+        for (UINT i = 0; i < 8; ++i)
+            report[i] = Value(arguments->rgvarg[7 - i]).Text();
         reports.push_back(report);
         return onReport ? onReport() : S_OK;
     }
@@ -112,7 +113,8 @@ TEST(Reporter, GetsTheEightValuesOfEachProcedure)
     const auto& inner = reporter.reports.at(0);
     EXPECT_EQ(inner[0] + L" " + inner[1] + L" " + inner[4], L"SylvexControl 1.0.0 3");
     EXPECT_EQ(inner[6], L"Object variable or With block variable not set");
-    EXPECT_TRUE(inner[7].starts_with(L"<Variables>\r\n<LocalVariables>\r\n{None}</LocalVariables>\r\n<ModuleVariables>\r\n"));
+    EXPECT_TRUE(
+        inner[7].starts_with(L"<Variables>\r\n<LocalVariables>\r\n{None}</LocalVariables>\r\n<ModuleVariables>\r\n"));
     EXPECT_TRUE(inner[7].ends_with(L"<Parameters>\r\n<Node>{Node Sylvex + [ *.zip ]}</Node></Parameters>"));
 }
 
@@ -158,7 +160,8 @@ TEST(Reporter, SeesAValueThatAPropertyRefused)
     const Value control = MakeControl();
     EXPECT_EQ(ErrorOf([&] { control.Set(L"ReqListView", L"<my list>"); }), 13);
     EXPECT_EQ(reporter.Trace(), L"Sylvex.ReqListView 13");
-    EXPECT_TRUE(reporter.reports.at(0)[7].ends_with(L"<New_ReqListView>&lt;my list&gt;</New_ReqListView></Parameters>"));
+    EXPECT_TRUE(
+        reporter.reports.at(0)[7].ends_with(L"<New_ReqListView>&lt;my list&gt;</New_ReqListView></Parameters>"));
 }
 
 /// Presses OK in the boxes of this thread, one after another, and keeps their texts.
@@ -200,8 +203,9 @@ TEST(Reporter, WithoutOneEachProcedureShowsItsBox)
     const Value control = MakeControl();
     const BoxHand hand;
     EXPECT_EQ(FailTwoDeep(control), kPassedOn);
-    const std::wstring sorry = L"SylvexControl has encountered a problem. We are sorry for the inconvenience.\r\n\r\n"
-                               L"Module: Sylvex\r\nProcedure: ";
+    const std::wstring sorry =
+        L"SylvexControl has encountered a problem. We are sorry for the inconvenience.\r\n\r\n"
+        L"Module: Sylvex\r\nProcedure: ";
     const std::vector<std::wstring> expected{
         sorry + L"TV_NodeCheck\r\nLine Number: 3\r\n\r\nObject variable or With block variable not set (91)",
         sorry + L"CheckNodeSelective\r\nLine Number: 1\r\n\r\nApplication-defined or object-defined error (65535)"};

@@ -59,7 +59,9 @@ TEST(VariantText, SingleValues)
     EXPECT_EQ(Rendered(Value(L"<a>{Null}\r").Raw()), L"&lt;a&gt;&#123;Null&#125;{U+000D}");
     EXPECT_EQ(Rendered(Made(VT_BSTR, [](VARIANT& v) { V_BSTR(&v) = nullptr; }).Raw()), L"");
     EXPECT_EQ(Rendered(Value(static_cast<IDispatch*>(nullptr)).Raw()), L"{Nothing}");
-    const auto error = [](SCODE code) { return Rendered(Made(VT_ERROR, [&](VARIANT& v) { V_ERROR(&v) = code; }).Raw()); };
+    const auto error = [](SCODE code) {
+        return Rendered(Made(VT_ERROR, [&](VARIANT& v) { V_ERROR(&v) = code; }).Raw());
+    };
     EXPECT_EQ(error(DISP_E_PARAMNOTFOUND), L"{Missing}");
     EXPECT_EQ(error(static_cast<SCODE>(0x800A000D)), L"Error 13");
     EXPECT_EQ(error(E_FAIL), L"Error -2147467259");
@@ -125,12 +127,14 @@ TEST(VariantText, Arrays)
     Array table(VT_I4, {{2, 1}, {2, 5}});
     table.Put({1, 6}, 16);
     table.Put({2, 5}, 25);
-    EXPECT_EQ(table.Text(), L"<Element Index=\"1,5\">0</Element><Element Index=\"1,6\">16</Element>"
-                            L"<Element Index=\"2,5\">25</Element><Element Index=\"2,6\">0</Element>");
+    EXPECT_EQ(table.Text(),
+              L"<Element Index=\"1,5\">0</Element><Element Index=\"1,6\">16</Element>"
+              L"<Element Index=\"2,5\">25</Element><Element Index=\"2,6\">0</Element>");
     Array cube(VT_I4, {{1, 0}, {2, 0}, {2, 3}});
     cube.Put({0, 1, 3}, 9);
-    EXPECT_EQ(cube.Text(), L"<Element Index=\"0,0,3\">0</Element><Element Index=\"0,0,4\">0</Element>"
-                           L"<Element Index=\"0,1,3\">9</Element><Element Index=\"0,1,4\">0</Element>");
+    EXPECT_EQ(cube.Text(),
+              L"<Element Index=\"0,0,3\">0</Element><Element Index=\"0,0,4\">0</Element>"
+              L"<Element Index=\"0,1,3\">9</Element><Element Index=\"0,1,4\">0</Element>");
     EXPECT_EQ(Array(VT_I4, {{1, 0}, {1, 0}, {1, 0}, {1, 0}}).Text(), L"{Dump truncated at 3 dimensions}");
     EXPECT_EQ(Array(VT_I4, {{0, 0}}).Text(), L"{UnInitialised Array}");
     EXPECT_EQ(Array(VT_I4, {{1, 0}, {0, 0}}).Text(), L"{UnInitialised Array Dimension 2}");
@@ -143,8 +147,10 @@ TEST(VariantText, Arrays)
     bytes.Put({2}, 0xFF);
     EXPECT_EQ(bytes.Text(), L"4D 00 FF");
     EXPECT_TRUE(Array(VT_UI1, {{100000, 0}}).Text().ends_with(L"00 00{Dump truncated at 256 bytes}"));
-    EXPECT_TRUE(Array(VT_I4, {{100000, 0}}).Text().ends_with(L"<Element Index=\"199\">0</Element>{Dump truncated at 200 "
-                                                              L"elements}"));
+    EXPECT_TRUE(Array(VT_I4, {{100000, 0}})
+                    .Text()
+                    .ends_with(L"<Element Index=\"199\">0</Element>{Dump truncated at 200 "
+                               L"elements}"));
 }
 
 /// A record's type, by its name only.
@@ -202,7 +208,8 @@ public:
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override
     {
-        if (member != DISPID_NEWENUM || enumerates != S_OK) return enumerates != S_OK ? enumerates : DISP_E_MEMBERNOTFOUND;
+        if (member != DISPID_NEWENUM || enumerates != S_OK)
+            return enumerates != S_OK ? enumerates : DISP_E_MEMBERNOTFOUND;
         m_place = 0;
         V_VT(result) = VT_UNKNOWN;
         V_UNKNOWN(result) = static_cast<IEnumVARIANT*>(this);

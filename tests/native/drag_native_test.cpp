@@ -30,9 +30,11 @@ protected:
     /// How the last drag or rename ended: what the shell was asked, then the boxes.
     std::vector<std::string> Told()
     {
-        std::vector<std::string> told(desktop.shell.Operations().begin() + m_operations, desktop.shell.Operations().end());
+        std::vector<std::string> told(desktop.shell.Operations().begin() + m_operations,
+                                      desktop.shell.Operations().end());
         m_operations += static_cast<int>(told.size());
-        for (const std::string& line : desktop.boxes.TakeLines()) told.push_back(line);
+        for (const std::string& line : desktop.boxes.TakeLines())
+            told.push_back(line);
         return told;
     }
 
@@ -119,10 +121,11 @@ TEST_F(DragNativeTest, EdgesOfARectangleIncludeTheirBounds)
     struct {
         Point pt;
         unsigned sides;
-    } const cases[] = {{{60, 120}, 0},  {{18, 120}, 1}, {{19, 120}, 0}, {{102, 120}, 4}, {{101, 120}, 0}, {{60, 28}, 2},
-                       {{60, 29}, 0},   {{60, 212}, 8}, {{60, 211}, 0}, {{10, 20}, 3},   {{109, 219}, 12}, {{9, 120}, 0},
-                       {{110, 120}, 0}, {{60, 19}, 0},  {{60, 220}, 0}};
-    for (const auto& [pt, sides] : cases) EXPECT_EQ(tree.PtInRectRegion(rc, 8, pt), sides) << pt.x << "," << pt.y;
+    } const cases[] = {{{60, 120}, 0},   {{18, 120}, 1}, {{19, 120}, 0},  {{102, 120}, 4}, {{101, 120}, 0},
+                       {{60, 28}, 2},    {{60, 29}, 0},  {{60, 212}, 8},  {{60, 211}, 0},  {{10, 20}, 3},
+                       {{109, 219}, 12}, {{9, 120}, 0},  {{110, 120}, 0}, {{60, 19}, 0},   {{60, 220}, 0}};
+    for (const auto& [pt, sides] : cases)
+        EXPECT_EQ(tree.PtInRectRegion(rc, 8, pt), sides) << pt.x << "," << pt.y;
     EXPECT_EQ(tree.PtInRectRegion(rc, 500, {60, 120}), 15u) << "a band wider than the rectangle";
     EXPECT_EQ(ErrorOf([&] { tree.PtInRectRegion(rc, 0x7FFFFFFF, {60, 120}); }), 65535);
     EXPECT_EQ(CurrentErrorState().vantorErrorNumber, 6);
@@ -135,7 +138,8 @@ TEST_F(DragNativeTest, AWindowTellsWhereItCanStillScroll)
     scene.control().UserControl_Resize({100, 80});
     desktop.windows.Send(window, 0x114, 1, 0);
     EXPECT_EQ(tree.IsWindowScrollable(window), 1u | 4u | 8u);
-    for (int line = 0; line < 30; ++line) desktop.windows.Send(window, 0x115, 1, 0);
+    for (int line = 0; line < 30; ++line)
+        desktop.windows.Send(window, 0x115, 1, 0);
     EXPECT_EQ(tree.IsWindowScrollable(window), 1u | 2u | 4u);
     EXPECT_EQ(tree.IsWindowScrollable(0), 0u);
     Point point{3, 4};
@@ -160,8 +164,8 @@ TEST_F(DragNativeTest, ThePictureIsHeldWhereItWasGrabbedAndFollowsThePointer)
         hand->MoveTo({start.x + 4, start.y});
         constexpr int kEdge = SimulatedTree::kBorder;
         const auto face = [&](Point at) {
-            return "drag image of " + std::string(picture) + " held at 25,5 shown at " + std::to_string(at.x + kEdge) + "," +
-                   std::to_string(at.y + kEdge);
+            return "drag image of " + std::string(picture) + " held at 25,5 shown at " + std::to_string(at.x + kEdge) +
+                   "," + std::to_string(at.y + kEdge);
         };
         EXPECT_EQ(desktop.drag.Face(), face(start));
         EXPECT_EQ(desktop.drag.Captured(), window);
@@ -275,7 +279,8 @@ TEST_F(DragNativeTest, OnlyWholePathsReachTheShell)
     }
     EXPECT_EQ(disk.WindowsDiskOps(L"C:\\", L"C:\\Temp", 4), 0);
     EXPECT_THAT(Told(), ElementsAre("[Host] 116 (16)"));
-    for (const auto& [dest, box] : {std::pair(L"C:\\Temp", "[Host] 2 (16)"), std::pair(L"C:\\gone", "[Host] 124 (16)")}) {
+    for (const auto& [dest, box] :
+         {std::pair(L"C:\\Temp", "[Host] 2 (16)"), std::pair(L"C:\\gone", "[Host] 124 (16)")}) {
         EXPECT_EQ(disk.WindowsDiskOps(L"C:\\Scratch\\t\\gone", dest, 4), 0);
         EXPECT_THAT(Told(), ElementsAre(box));
     }
@@ -304,8 +309,9 @@ TEST_F(DragNativeTest, TheSameFolderShownTwiceIsKnownForWhatItIs)
                                     "[Host] A folder cannot be dropped onto a subfolder of itself. (0)"));
     // The documents folder itself may move; it becomes a folder like any other.
     hand.Drop(documents, At(L"t/b"));
-    EXPECT_THAT(Told(), ElementsAre("move C:\\My Documents -> C:\\Scratch\\t\\b (0)",
-                                    "[Host] Successful drop of folder C:\\My Documents\\\\ronto C:\\Scratch\\t\\b (0)"));
+    EXPECT_THAT(Told(),
+                ElementsAre("move C:\\My Documents -> C:\\Scratch\\t\\b (0)",
+                            "[Host] Successful drop of folder C:\\My Documents\\\\ronto C:\\Scratch\\t\\b (0)"));
     EXPECT_EQ(scene.control().BuildFullPath(&here), L"C:\\Scratch\\t\\b\\My Documents\\letters\\");
 }
 
@@ -353,7 +359,8 @@ TEST_F(DragNativeTest, WhateverServiceFailsNothingIsLeftBehindAndNothingIsLost)
         const Point start = hand.On(from);
         desktop.gate.FailCall(call);
         hand->Press(start, 1);
-        for (const Point& point : {Point{start.x + 20, start.y}, target, target}) hand->MoveTo(point);
+        for (const Point& point : {Point{start.x + 20, start.y}, target, target})
+            hand->MoveTo(point);
         hand->Wait(1200);
         hand->Release();
         const bool failed = !desktop.gate.Failed().empty();

@@ -48,7 +48,8 @@ public:
     std::string State()
     {
         std::wstring texts;
-        for (const std::wstring& text : m_bound->Texts()) texts += text + L" ";
+        for (const std::wstring& text : m_bound->Texts())
+            texts += text + L" ";
         return Narrow(Scene::Render(scene.At(L"t")) + L" | " + texts);
     }
 
@@ -104,7 +105,8 @@ void Drag(Job& job)
 {
     Hand& hand = job.TheHand();
     hand->Press(job.from, 1);
-    for (const int across : {20, 21}) hand->MoveTo({job.to.x + across, job.to.y});
+    for (const int across : {20, 21})
+        hand->MoveTo({job.to.x + across, job.to.y});
     hand->MoveTo(job.to);
 }
 
@@ -173,7 +175,8 @@ void ExpectReported(const Step& step, const std::string& call, long error, std::
 bool FailIn(std::size_t place, long number, const std::string& wanted)
 {
     Job job;
-    for (std::size_t i = 0; i < place; ++i) Do(job, Steps()[i]);
+    for (std::size_t i = 0; i < place; ++i)
+        Do(job, Steps()[i]);
     const Step& step = Steps()[place];
     step.prepare(job);
     job.Desktop().gate.FailCall(number);
@@ -200,7 +203,8 @@ TEST(FailuresTest, EveryCallOfThePlatformMayFailOnce)
     EXPECT_EQ(wanted, "t[-]~(b[-](b1 g.txt h.7 a[+]) dx) | C:\\Scratch\\t\\d\\* ");
     for (std::size_t place = 0; place < Steps().size(); ++place) {
         long number = 1;
-        while (FailIn(place, number, wanted)) ++number;
+        while (FailIn(place, number, wanted))
+            ++number;
         EXPECT_GT(number, 1) << Steps()[place].name;
     }
 }

@@ -27,8 +27,8 @@ TEST(HostOptions, ReadsEveryOptionAndKeepsTheOrderOfChecks)
 {
     const Options options =
         ParseOptions({L"--open", L"c:\\Docs", L"--check", L"C:\\Docs\\b.txt", L"--check=C:\\Docs\\a.txt", L"--patterns",
-                      L"*.txt|*.doc", L"--file-filter=*.zip;*.txt", L"--recursive", L"off", L"--drag-drop=on", L"--csv", L"-",
-                      L"--ready-file", L"r", L"--exit"});
+                      L"*.txt|*.doc", L"--file-filter=*.zip;*.txt", L"--recursive", L"off", L"--drag-drop=on", L"--csv",
+                      L"-", L"--ready-file", L"r", L"--exit"});
     EXPECT_EQ(options.open->Text(), L"C:\\Docs");
     ASSERT_EQ(options.checks.size(), 2u);
     EXPECT_EQ(options.checks[0].Text(), L"C:\\Docs\\b.txt");

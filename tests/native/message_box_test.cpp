@@ -54,7 +54,8 @@ TEST_F(MessageBoxTest, TheCheckBoxKeepsTheStateThatTheBoxClosedWith)
         desktop.boxes.WhileNextOpen([&] {
             desktop.boxTools.TickTimers();
             EXPECT_EQ(desktop.boxTools.CheckText(), L"&Never again");
-            for (int i = 0; i < clicks; ++i) EXPECT_TRUE(desktop.boxTools.ClickCheck());
+            for (int i = 0; i < clicks; ++i)
+                EXPECT_TRUE(desktop.boxTools.ClickCheck());
             // The last click is closer to the end than any tick.
         });
         Show(true, L"&Never again");

@@ -52,7 +52,8 @@ protected:
     std::wstring Order(Node* first)
     {
         std::wstring texts;
-        for (; first != nullptr; first = first->Next()) texts += first->Text();
+        for (; first != nullptr; first = first->Next())
+            texts += first->Text();
         return texts;
     }
 
@@ -126,7 +127,8 @@ TEST_F(NodesTest, DeferredPlaceholdersLookAsIfTheyHadBeenThereFromTheStart)
         return node.Text() != L"empty";
     });
     Node& root = Add(nullptr, Relationship::Last, L"root");
-    for (const wchar_t* text : {L"x", L"empty", L"y"}) nodes.DeferPlaceholder(nodes.AddChild(root, text, 0));
+    for (const wchar_t* text : {L"x", L"empty", L"y"})
+        nodes.DeferPlaceholder(nodes.AddChild(root, text, 0));
     Node& last = nodes.AddChild(root, L"last", 0);
     EXPECT_EQ(&nodes.Item(1), &root);
     EXPECT_EQ(asked, 0);
@@ -169,7 +171,8 @@ TEST_F(NodesTest, ReferencesOutliveTheirNodeAndAnswerWithAnError)
 TEST_F(NodesTest, SortingIsByTextWithoutLetterCaseAndStable)
 {
     Node& root = Add(nullptr, Relationship::Last, L"root");
-    for (const wchar_t* text : {L"b", L"C", L"a", L"B"}) nodes.AddChild(root, text, 0);
+    for (const wchar_t* text : {L"b", L"C", L"a", L"B"})
+        nodes.AddChild(root, text, 0);
     root.SetSorted(true);
     EXPECT_EQ(Order(root.Child()), L"abBC");
     Add(&root, Relationship::Child, L"bb");
@@ -221,7 +224,8 @@ TEST_F(NodesTest, RowsExistOnlyBelowOpenedNodesAndFollowTheModel)
 TEST_F(NodesTest, VeryDeepBranchesAreTickedAndFreedWithoutTheStack)
 {
     Node* node = &Add(nullptr, Relationship::Last, L"a");
-    for (int depth = 0; depth < 200000; ++depth) node = &nodes.AddChild(*node, L"a", 0);
+    for (int depth = 0; depth < 200000; ++depth)
+        node = &nodes.AddChild(*node, L"a", 0);
     EXPECT_EQ(nodes.Count(), 200001);
     nodes.Remove(*nodes.Item(1).Child());
     EXPECT_EQ(nodes.Count(), 1);

@@ -41,8 +41,8 @@ std::set<std::wstring> PathsOf(Scene& scene, FolderTree& tree)
 /// Nodes as folders give them, and with texts that only a host would choose.
 void Furnish(Scene& scene)
 {
-    scene.desk().Make({L"a\\a\\a\\", L"a\\b.zip", L"b.zip\\a\\", L"Desktop\\My Documents\\a\\",
-                       L"\u0424\\\u0444\u0424\\"});
+    scene.desk().Make(
+        {L"a\\a\\a\\", L"a\\b.zip", L"b.zip\\a\\", L"Desktop\\My Documents\\a\\", L"\u0424\\\u0444\u0424\\"});
     scene.Enumerate();
     scene.OpenBase();
     for (const wchar_t* const name : {L"a", L"a/a", L"b.zip", L"Desktop", L"Desktop/My Documents", L"\u0424"})
@@ -96,7 +96,8 @@ TEST(PathSearchTest, TooManyLevelsAreAnErrorNotACrash)
 {
     Scene scene;
     std::wstring path = scene.desk().PathOf(L"t");
-    for (int level = 0; level < 1100; ++level) path += L"\\a";
+    for (int level = 0; level < 1100; ++level)
+        path += L"\\a";
     static_cast<SimulatedDesk&>(scene.desk()).desktop.disk.AddFolder(path);
     scene.BindList();
     scene.Enumerate();

@@ -22,9 +22,9 @@ std::string Told(const ErrorReport& report)
         EXPECT_EQ(lines[at - 1], L'\r');
         lines.erase(at - 1, 1);
     }
-    return Narrow(report.component + L" " + report.version + L": " + report.module + L"." + report.procedure + L", line " +
-                  std::to_wstring(report.line) + L": " + report.description + L" (" + std::to_wstring(report.number) +
-                  L")\n" + lines + L"\n");
+    return Narrow(report.component + L" " + report.version + L": " + report.module + L"." + report.procedure +
+                  L", line " + std::to_wstring(report.line) + L": " + report.description + L" (" +
+                  std::to_wstring(report.number) + L")\n" + lines + L"\n");
 }
 
 constexpr const char* kModule =
@@ -33,8 +33,10 @@ constexpr const char* kModule =
     "<sExtension></sExtension><sSize></sSize><sType></sType><sModified></sModified><sTime></sTime><sCreated></sCreated>"
     "<sAccessed></sAccessed><sAttribute></sAttribute><sMsDos></sMsDos><sNone></sNone><IsFAT>False</IsFAT>"
     "<TypeNew>{Cannot dump UDT arrays}</TypeNew><DragImage>0</DragImage><Buffer></Buffer><FullPath></FullPath>"
-    "<sNodeText></sNodeText><SylvexFilter><Element Index=\"0\">*.zip</Element><Element Index=\"1\">&lt;&amp;&gt;</Element>"
-    "</SylvexFilter><nodX>{Nothing}</nodX><m_hwndTV>65538</m_hwndTV><m_himlDrag>0</m_himlDrag><m_hitemDrag>0</m_hitemDrag>"
+    "<sNodeText></sNodeText><SylvexFilter><Element Index=\"0\">*.zip</Element><Element "
+    "Index=\"1\">&lt;&amp;&gt;</Element>"
+    "</SylvexFilter><nodX>{Nothing}</nodX><m_hwndTV>65538</m_hwndTV><m_himlDrag>0</m_himlDrag><m_hitemDrag>0</"
+    "m_hitemDrag>"
     "<m_cxyAutoScroll>32</m_cxyAutoScroll><m_iButton>0</m_iButton><m_nodDrag>{Nothing}</m_nodDrag><m_szDrag>{SIZE}"
     "</m_szDrag><m_ptBtnDown>{POINTAPI}</m_ptBtnDown><m_ptHotSpot>{POINTAPI}</m_ptHotSpot>"
     "<m_DragDropEnable>False</m_DragDropEnable><m_FileFilter>*.zip;&lt;&amp;&gt;</m_FileFilter><m_hWnd>0</m_hWnd>"
@@ -88,8 +90,9 @@ std::unique_ptr<Scene> FailAt(const char* call, const Deed& prepare, const Deed&
 
 TEST(ReportTest, AFailureThreeProceduresDeepIsToldLevelByLevel)
 {
-    const auto scene = FailAt("FileSystem::Search", [](Scene& at) { at.control().LetFileFilter(L"*.zip;<&>"); },
-                              [](Scene& at) { at.control().Enumerate(); });
+    const auto scene = FailAt(
+        "FileSystem::Search", [](Scene& at) { at.control().LetFileFilter(L"*.zip;<&>"); },
+        [](Scene& at) { at.control().Enumerate(); });
     const auto& reports = DesktopOf(*scene).reporter.Reports();
     ASSERT_EQ(reports.size(), 3u);
     const std::string passedOn = "Application-defined or object-defined error";
@@ -147,7 +150,8 @@ TEST(ReportTest, ProceduresTellWhatTheyWorkedOn)
               "<RecursiveCall>False</RecursiveCall>");
     scene = FailAt("Regional::LocalFileTime", loadAndOpen, tick);
     EXPECT_TRUE(ToldOf(*scene, L"UTCCurrToVbDate").starts_with("modSylvexDeclares | {None} | <UTC>"));
-    scene = FailAt("Shell::DisplayName", [](Scene&) {}, [](Scene& at) { at.control().Enumerate(); });
+    scene = FailAt(
+        "Shell::DisplayName", [](Scene&) {}, [](Scene& at) { at.control().Enumerate(); });
     EXPECT_EQ(ToldOf(*scene, L"LoadTree6"),
               "Sylvex | <FirstFixed>0</FirstFixed><DrvBitMask>13</DrvBitMask><MaxPwr>3</MaxPwr><Pwr>0</Pwr>"
               "<DriveType>2</DriveType><MyDrive>A:\\</MyDrive><MyPic>f35</MyPic><MyKey>A:\\</MyKey>"
@@ -204,11 +208,14 @@ TEST(DumpTest, IsBounded)
     const std::string text = Rendered(std::wstring(5000, L'<'));
     EXPECT_EQ(text.size(), 4096 * 4 + std::string("{Dump truncated at 4096 characters}").size());
     EXPECT_TRUE(text.ends_with("&lt;{Dump truncated at 4096 characters}"));
-    EXPECT_TRUE(Rendered(std::vector<int>(300, 1)).ends_with("<Element Index=\"199\">1</Element>{Dump truncated at 200 elements}"));
-    EXPECT_TRUE(Rendered(std::vector<std::wstring>(9, std::wstring(5000, L'a'))).ends_with("{Dump truncated at 8 elements}"));
+    EXPECT_TRUE(Rendered(std::vector<int>(300, 1))
+                    .ends_with("<Element Index=\"199\">1</Element>{Dump truncated at 200 elements}"));
+    EXPECT_TRUE(
+        Rendered(std::vector<std::wstring>(9, std::wstring(5000, L'a'))).ends_with("{Dump truncated at 8 elements}"));
     EXPECT_EQ(Rendered(std::vector<int>()), "{UnInitialised Array}");
     Dump dump;
-    for (int i = 0; i < 100; ++i) dump.Add("v", std::wstring(4096, L'a'));
+    for (int i = 0; i < 100; ++i)
+        dump.Add("v", std::wstring(4096, L'a'));
     EXPECT_LT(dump.Text().size(), 300000u);
     EXPECT_TRUE(dump.Text().ends_with(L"<v>{Dump truncated at 262144 characters}</v>"));
 }

@@ -52,8 +52,9 @@ TEST(TrapTest, OneReportForEachActiveProcedureInnermostFirst)
     EXPECT_EQ(reports[1].number, 65535);
     EXPECT_EQ(reports[1].line, 2);
     const std::wstring& text = reports[1].variables;
-    EXPECT_TRUE(text.starts_with(L"<Variables>\r\n<LocalVariables>\r\n<sPath>C:\\x</sPath></LocalVariables>\r\n"
-                                 L"<ModuleVariables>\r\n<m_State>7</m_State></ModuleVariables>\r\n<GlobalVariables>\r\n"))
+    EXPECT_TRUE(
+        text.starts_with(L"<Variables>\r\n<LocalVariables>\r\n<sPath>C:\\x</sPath></LocalVariables>\r\n"
+                         L"<ModuleVariables>\r\n<m_State>7</m_State></ModuleVariables>\r\n<GlobalVariables>\r\n"))
         << std::string(text.begin(), text.end());
     EXPECT_TRUE(text.ends_with(L"</GlobalVariables>\r\n</Variables>\r\n<Parameters>\r\n<depth>3</depth></Parameters>"));
     EXPECT_NE(reports[0].variables.find(L"<Parameters>\r\n{None}</Parameters>"), std::wstring::npos);
@@ -65,7 +66,8 @@ TEST(TrapTest, WithoutAReporterEachLevelShowsItsBox)
     EXPECT_THROW(fixture.Outer(1), RuntimeError);
     const auto& boxes = fixture.desktop.boxes.Lines();
     ASSERT_EQ(boxes.size(), 2u);
-    EXPECT_NE(boxes[0].find("Procedure: Inner\\r\\nLine Number: 5\\r\\n\\r\\nIndex out of bounds (35600)"), std::string::npos)
+    EXPECT_NE(boxes[0].find("Procedure: Inner\\r\\nLine Number: 5\\r\\n\\r\\nIndex out of bounds (35600)"),
+              std::string::npos)
         << boxes[0];
     EXPECT_NE(boxes[1].find("Procedure: Outer\\r\\nLine Number: 2"), std::string::npos);
     EXPECT_NE(boxes[1].find("(65535)"), std::string::npos);

@@ -49,7 +49,8 @@ void RemoveTree(const std::wstring& path)
     std::vector<std::wstring> names;
     const HANDLE search = FindFirstFileW((Extended(path) + L"\\*").c_str(), &entry);
     if (search != INVALID_HANDLE_VALUE) {
-        do names.emplace_back(entry.cFileName);
+        do
+            names.emplace_back(entry.cFileName);
         while (FindNextFileW(search, &entry) != 0);
         FindClose(search);
     }
@@ -70,7 +71,8 @@ public:
     }
     ~RealDesk() override
     {
-        for (const HWND window : m_windows) DestroyWindow(window);
+        for (const HWND window : m_windows)
+            DestroyWindow(window);
         RemoveTree(m_base);
     }
     Platform& Get() override { return m_platform; }
@@ -114,10 +116,9 @@ private:
     Win32Platform m_real;
     QuietReporter m_reporter;
     QuietBoxes m_boxes;
-    Platform m_platform{m_real.Get().files,  m_real.Get().shell,  m_real.Get().regional,
-                        m_real.Get().system, m_real.Get().windows, m_real.Get().images,
-                        m_real.Get().timers, m_boxes,             m_reporter,
-                        m_real.Get().boxTools, m_real.Get().network, m_real.Get().drag};
+    Platform m_platform{m_real.Get().files,   m_real.Get().shell,    m_real.Get().regional, m_real.Get().system,
+                        m_real.Get().windows, m_real.Get().images,   m_real.Get().timers,   m_boxes,
+                        m_reporter,           m_real.Get().boxTools, m_real.Get().network,  m_real.Get().drag};
     std::wstring m_base;
     std::vector<HWND> m_windows;
 };

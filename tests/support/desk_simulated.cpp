@@ -23,7 +23,8 @@ SimulatedDesk::SimulatedDesk()
 std::wstring SimulatedDesk::TakeMessages()
 {
     std::wstring texts;
-    for (const std::wstring& text : desktop.boxes.TakeTexts()) texts += L"[" + text + L"]";
+    for (const std::wstring& text : desktop.boxes.TakeTexts())
+        texts += L"[" + text + L"]";
     return texts;
 }
 

@@ -39,7 +39,8 @@ Node& Scene::OpenBase()
     node->SetExpanded(true);
     for (std::size_t i = 1; i < parts.size(); ++i) {
         Node* child = node->Child();
-        while (child != nullptr && !EqualText(m_desk->Get().regional, child->Text(), parts[i])) child = child->Next();
+        while (child != nullptr && !EqualText(m_desk->Get().regional, child->Text(), parts[i]))
+            child = child->Next();
         if (child == nullptr) throw ElementNotFound();
         node = child;
         node->SetExpanded(true);
@@ -53,7 +54,8 @@ Node& Scene::At(const std::wstring& path)
     for (const std::wstring& part : SplitText(path, L'/')) {
         node->SetExpanded(true);
         Node* child = node->Child();
-        while (child != nullptr && child->Text() != part) child = child->Next();
+        while (child != nullptr && child->Text() != part)
+            child = child->Next();
         if (child == nullptr) throw ElementNotFound();
         node = child;
     }
