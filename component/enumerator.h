@@ -45,4 +45,47 @@ private:
     std::size_t m_at;
 };
 
+/// An enumerator of objects that may come and go meanwhile. `Walk` stands somewhere among them and is copied with the
+/// enumerator: Step() goes on and tells whether there is something, Object() is what it stands on, Restart() goes back
+/// before the first.
+template <class Walk>
+class LiveEnumerator final : public CountedObject<IEnumVARIANT> {
+public:
+    explicit LiveEnumerator(Walk walk) : m_walk(std::move(walk)) {}
+
+    STDMETHODIMP Next(ULONG count, VARIANT* items, ULONG* fetched) override
+    {
+        if (!items || (!fetched && count != 1)) return E_POINTER;
+        ULONG given = 0;
+        const HRESULT result = Border(IID_IEnumVARIANT, [&] {
+            for (; given < count && m_walk.Step(); ++given)
+                items[given] = Variant(m_walk.Object().Get()).Detach();
+            return given == count ? S_OK : S_FALSE;
+        });
+        if (fetched) *fetched = given;
+        return result;
+    }
+    STDMETHODIMP Skip(ULONG count) override
+    {
+        return Border(IID_IEnumVARIANT, [&] {
+            while (count > 0 && m_walk.Step())
+                --count;
+            return count == 0 ? S_OK : S_FALSE;
+        });
+    }
+    STDMETHODIMP Reset() override
+    {
+        m_walk.Restart();
+        return S_OK;
+    }
+    STDMETHODIMP Clone(IEnumVARIANT** copy) override
+    {
+        if (!copy) return E_POINTER;
+        return Border(IID_IEnumVARIANT, [&] { *copy = Make<LiveEnumerator>(m_walk).Detach(); });
+    }
+
+private:
+    Walk m_walk;
+};
+
 }  // namespace sylvex

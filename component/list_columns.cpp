@@ -189,7 +189,7 @@ public:
     {
         return Member([&] {
             Checked(value) = nullptr;
-            *value = Make<PlaceEnumerator<ColumnPlaces>>(ColumnPlaces{Shared()}).Detach();
+            *value = EnumeratorOf(ColumnPlaces{Shared()}).Detach();
         });
     }
 

@@ -195,7 +195,7 @@ public:
     {
         return Member([&] {
             Checked(value) = nullptr;
-            *value = Make<PlaceEnumerator<RowPlaces>>(RowPlaces{Shared()}).Detach();
+            *value = EnumeratorOf(RowPlaces{Shared()}).Detach();
         });
     }
 

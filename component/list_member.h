@@ -3,6 +3,7 @@
 #include <memory>
 #include <unordered_map>
 
+#include "component/enumerator.h"
 #include "component/list_objects.h"
 #include "component/object.h"
 #include "component/values.h"
@@ -47,63 +48,19 @@ protected:
     template <class Body>
     HRESULT Member(Body&& body) noexcept
     {
-        return Border(__uuidof(Interface), [&] {
-            const ComPtr<Interface> self(this);
-            return body();
-        });
+        return Border(static_cast<Interface*>(this), __uuidof(Interface), std::forward<Body>(body));
     }
 
 private:
     std::shared_ptr<WindowListView> m_list;
 };
 
-/// Walks places from 0 on and stands on the thing given last: when that one has been removed, the one that moved to its
-/// place comes next. `Places` tells Count(), Id(place) and Object(place), an IDispatch pointer that the caller owns.
+/// Walks places from 0 on and stands on the thing met last: when that one has been removed, the one that moved to its
+/// place comes next. `Places` tells Count(), Id(place) and the object of a place.
 template <class Places>
-class PlaceEnumerator final : public CountedObject<IEnumVARIANT> {
+class PlaceWalk {
 public:
-    explicit PlaceEnumerator(Places places) : m_places(std::move(places)) {}
-
-    STDMETHODIMP Next(ULONG count, VARIANT* items, ULONG* fetched) override
-    {
-        if (!items || (!fetched && count != 1)) return E_POINTER;
-        ULONG given = 0;
-        const HRESULT result = Border(IID_IEnumVARIANT, [&] {
-            for (; given < count && Step(); ++given)
-                items[given] = Variant(m_places.Object(m_at).Get()).Detach();
-            return given == count ? S_OK : S_FALSE;
-        });
-        if (fetched) *fetched = given;
-        return result;
-    }
-    STDMETHODIMP Skip(ULONG count) override
-    {
-        return Border(IID_IEnumVARIANT, [&] {
-            for (; count > 0; --count) {
-                if (!Step()) return S_FALSE;
-            }
-            return S_OK;
-        });
-    }
-    STDMETHODIMP Reset() override
-    {
-        m_started = false;
-        m_at = 0;
-        return S_OK;
-    }
-    STDMETHODIMP Clone(IEnumVARIANT** copy) override
-    {
-        if (!copy) return E_POINTER;
-        return Border(IID_IEnumVARIANT, [&] {
-            ComPtr<PlaceEnumerator> other = Make<PlaceEnumerator>(m_places);
-            other->m_started = m_started;
-            other->m_at = m_at;
-            other->m_last = m_last;
-            *copy = other.Detach();
-        });
-    }
-
-private:
+    explicit PlaceWalk(Places places) : m_places(std::move(places)) {}
     bool Step()
     {
         const int count = m_places.Count();
@@ -112,12 +69,25 @@ private:
         m_last = m_places.Id(m_at);
         return m_started = true;
     }
+    auto Object() const { return m_places.Object(m_at); }
+    void Restart()
+    {
+        m_started = false;
+        m_at = 0;
+    }
 
+private:
     Places m_places;
     bool m_started = false;
     int m_at = 0;
     std::intptr_t m_last = 0;
 };
+
+template <class Places>
+ComPtr<IUnknown> EnumeratorOf(Places places)
+{
+    return ComPtr<IUnknown>(Make<LiveEnumerator<PlaceWalk<Places>>>(PlaceWalk<Places>(std::move(places))).Get());
+}
 
 /// The object of the row or column at a place from 0.
 ComPtr<IListItem> ItemObject(const std::shared_ptr<WindowListView>& list, int place);

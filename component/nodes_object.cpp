@@ -1,5 +1,6 @@
 #include "component/nodes_object.h"
 
+#include "component/enumerator.h"
 #include "component/node_object.h"
 #include "component/values.h"
 
@@ -29,62 +30,27 @@ Relationship RelationshipOf(const VARIANT& value, const Node* relative)
     return static_cast<Relationship>(number);
 }
 
-/// Walks the nodes by index. The walk stands on the node that it gave last, so nodes may come and go meanwhile: when
-/// that one has gone, the node that moved to its place comes next.
-class NodeEnumerator final : public CountedObject<IEnumVARIANT> {
+/// Walks the nodes by index and stands on the node met last: when that one has gone, the node that moved to its place
+/// comes next.
+class NodeWalk {
 public:
-    explicit NodeEnumerator(std::shared_ptr<TreeLink> link) : m_link(std::move(link)) {}
-
-    STDMETHODIMP Next(ULONG count, VARIANT* items, ULONG* fetched) override
-    {
-        if (!items) return E_POINTER;
-        ULONG given = 0;
-        const HRESULT result = Border(IID_IEnumVARIANT, [&] {
-            for (Node* node = nullptr; given < count && (node = Step()) != nullptr; ++given) {
-                items[given] = Variant(m_link->Objects().ObjectOf(node).Get()).Detach();
-            }
-            return given == count ? S_OK : S_FALSE;
-        });
-        if (fetched) *fetched = given;
-        return result;
-    }
-    STDMETHODIMP Skip(ULONG count) override
-    {
-        return Border(IID_IEnumVARIANT, [&] {
-            for (; count > 0; --count) {
-                if (!Step()) return S_FALSE;
-            }
-            return S_OK;
-        });
-    }
-    STDMETHODIMP Reset() override
-    {
-        m_last = NodeRef();
-        m_at = 1;
-        return S_OK;
-    }
-    STDMETHODIMP Clone(IEnumVARIANT** copy) override
-    {
-        if (!copy) return E_POINTER;
-        return Border(IID_IEnumVARIANT, [&] {
-            ComPtr<NodeEnumerator> other = Make<NodeEnumerator>(m_link);
-            other->m_last = m_last;
-            other->m_at = m_at;
-            *copy = other.Detach();
-        });
-    }
-
-private:
-    Node* Step()
+    explicit NodeWalk(std::shared_ptr<TreeLink> link) : m_link(std::move(link)) {}
+    bool Step()
     {
         Nodes& nodes = m_link->Tree().GetNodes();
         if (const Node* last = m_last.IfAlive()) m_at = last->Index() + 1;
-        if (m_at > nodes.Count()) return nullptr;
-        Node& node = nodes.Item(m_at);
-        m_last = NodeRef(&node);
-        return &node;
+        if (m_at > nodes.Count()) return false;
+        m_last = NodeRef(&nodes.Item(m_at));
+        return true;
+    }
+    auto Object() const { return m_link->Objects().ObjectOf(m_last.IfAlive()); }
+    void Restart()
+    {
+        m_last = NodeRef();
+        m_at = 1;
     }
 
+private:
     std::shared_ptr<TreeLink> m_link;
     NodeRef m_last;
     int m_at = 1;
@@ -148,7 +114,7 @@ STDMETHODIMP NodeCollection::Clear()
 
 STDMETHODIMP NodeCollection::get__NewEnum(IUnknown** value)
 {
-    return Member([&] { Checked(value) = Make<NodeEnumerator>(Link()).Detach(); });
+    return Member([&] { Checked(value) = Make<LiveEnumerator<NodeWalk>>(NodeWalk(Link())).Detach(); });
 }
 
 }  // namespace sylvex

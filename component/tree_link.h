@@ -64,10 +64,9 @@ protected:
     template <class Body>
     HRESULT Member(Body&& body) noexcept
     {
-        return Border(__uuidof(Interface), [&] {
-            const ComPtr<Interface> self(this);
+        return Border(static_cast<Interface*>(this), __uuidof(Interface), [&] {
             const ComPtr<IUnknown> control(&Owner().ControlIdentity());
-            return body();
+            return Guarded(body);
         });
     }
 

@@ -102,6 +102,19 @@ Table ReadList(HWND list, _Sylvex& control)
     return table;
 }
 
+bool SelectRow(HWND list, const std::wstring& text)
+{
+    LVFINDINFOW wanted{};
+    wanted.flags = LVFI_STRING;
+    wanted.psz = text.c_str();
+    const LRESULT row = SendMessageW(list, LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted));
+    if (row < 0) return false;
+    ListView_SetItemState(list, -1, 0, LVIS_SELECTED);
+    ListView_SetItemState(list, static_cast<int>(row), LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    SendMessageW(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+    return true;
+}
+
 int CountRows(HWND list)
 {
     return static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));

@@ -15,6 +15,10 @@ Table ReadList(HWND list, _Sylvex& control);
 
 int CountRows(HWND list);
 
+/// Makes the row with this text in the first column, in any letter case, the only selected one; false when there is
+/// none.
+bool SelectRow(HWND list, const std::wstring& text);
+
 /// Sorts by a column, from 0, through the control's list object; a second time in the opposite direction. Throws
 /// AutomationError.
 void SortByColumn(_Sylvex& control, int column);

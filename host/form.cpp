@@ -31,6 +31,8 @@ constexpr DWORD kList = WS_TABSTOP | LVS_REPORT | LVS_SHAREIMAGELISTS | LVS_SHOW
 constexpr DWORD kLog = WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | LBS_USETABSTOPS | LBS_NOINTEGRALHEIGHT | LBS_NOTIFY;
 
 constexpr Child kSettings[] = {
+    {WC_STATICW, L"&Go to:", kLabel, IDC_PATH_LABEL},
+    {WC_EDITW, L"", kEdit, IDC_PATH, WS_EX_CLIENTEDGE},
     {WC_STATICW, L"&File filter:", kLabel, IDC_FILE_FILTER_LABEL},
     {WC_EDITW, L"", kEdit, IDC_FILE_FILTER, WS_EX_CLIENTEDGE},
     {WC_STATICW, L"List &patterns:", kLabel, IDC_PATTERNS_LABEL},

@@ -33,6 +33,10 @@ public:
     EventLog& Log() { return m_log; }
     /// Loads the tree with the file filter that the form shows; throws AutomationError.
     void Enumerate();
+    /// Selects the node of a path, loading what leads there; throws Failure when there is none.
+    void GoTo(const std::wstring& text);
+    /// Carries out a command on the list's row of that text; throws Failure when there is none.
+    void UseRow(const RowCommand& command);
     /// The list as a table; throws AutomationError.
     Table List() const;
     void ShowRowCount();
@@ -63,6 +67,7 @@ private:
     void OnActivate(bool active);
     void OnMinMax(MINMAXINFO& info) const;
     void OnListNotice(const NMHDR& header);
+    void OnListKey(WORD key);
     void OnCommand(int id, int notification);
     void OnDefaultKey();
     void OnTimer(UINT_PTR timer);
@@ -85,7 +90,7 @@ private:
     void Export();
     void Copy();
     void FindSelected();
-    void UntickSelected();
+    void CheckSelected(bool checked);
     void ShowStatus(const std::wstring& text);
     void HearEvent(const ControlEvent& event);
     void HearProperty(DISPID member);

@@ -7,6 +7,7 @@
 #include "host/console.h"
 #include "host/file_list.h"
 #include "host/form.h"
+#include "host/path_walker.h"
 #include "host/resource.h"
 #include "host/session.h"
 
@@ -159,6 +160,7 @@ void Form::OnCommand(int id, int notification)
 void Form::OnDefaultKey()
 {
     const HWND focus = GetFocus();
+    if (focus == Item(IDC_PATH)) Attempt([this](Form&) { GoTo(WindowText(Item(IDC_PATH))); });
     if (focus == Item(IDC_FILE_FILTER)) Attempt(&Form::Enumerate);
     if (focus == Item(IDC_PATTERNS)) Attempt(&Form::Refresh);
 }
@@ -173,11 +175,34 @@ void Form::OnListNotice(const NMHDR& header)
             Attempt(&Form::FindSelected);
             break;
         case LVN_KEYDOWN:
-            if (reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_DELETE) Attempt(&Form::UntickSelected);
+            OnListKey(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
             break;
         default:
             break;
     }
+}
+
+void Form::OnListKey(WORD key)
+{
+    if (key == VK_DELETE || key == VK_INSERT) Attempt([&](Form&) { CheckSelected(key == VK_INSERT); });
+}
+
+void Form::GoTo(const std::wstring& text)
+{
+    const std::optional<TreePath> path = ParseTreePath(text);
+    if (!path) throw Failure(text + L": not an absolute path with a drive");
+    // The control finds loaded nodes only, and knows no path of a drive.
+    const PathWalker walker(Control());
+    path->names.empty() ? walker.Open(*path) : static_cast<void>(walker.Find(*path));
+    Check(Control().put_Path(Bstr(path->Text()).Get()), L"Path");
+    ShowStatus(path->Text());
+}
+
+void Form::UseRow(const RowCommand& command)
+{
+    if (!SelectRow(Item(IDC_LIST), command.row)) throw Failure(command.row + L": the list has no such row");
+    if (command.what == RowCommand::Find) return FindSelected();
+    CheckSelected(command.what == RowCommand::Tick);
 }
 
 void Form::FindSelected()
@@ -185,9 +210,9 @@ void Form::FindSelected()
     Check(Control().SetNode(), L"SetNode");
 }
 
-void Form::UntickSelected()
+void Form::CheckSelected(bool checked)
 {
-    VARIANT_BOOL tick = VARIANT_FALSE;
+    VARIANT_BOOL tick = FlagOf(checked);
     VARIANT_BOOL buildList = VARIANT_TRUE;
     Check(Control().SetNodeChecked(&tick, &buildList), L"SetNodeChecked");
     ShowRowCount();
@@ -233,8 +258,7 @@ void Form::Enumerate()
     const WaitCursor cursor;
     ApplyFileFilter();
     Check(Control().Enumerate(), L"Enumerate");
-    ShowStatus(
-        L"Tick folders and files. In the list, a double click finds the entry in the tree, and Delete unticks it.");
+    ShowStatus(L"Tick folders and files. In the list, a double click finds the entry in the tree; Delete unticks it.");
     ShowRowCount();
 }
 

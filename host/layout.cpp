@@ -64,7 +64,7 @@ int Metrics::TextWidth(std::wstring_view text) const
 /// Moves children in one go, which saves painting them twice.
 class Layout::Moves {
 public:
-    explicit Moves(HWND form) : m_form(form), m_moves(BeginDeferWindowPos(20)) {}
+    explicit Moves(HWND form) : m_form(form), m_moves(BeginDeferWindowPos(22)) {}
     Moves(const Moves&) = delete;
     Moves& operator=(const Moves&) = delete;
     ~Moves() { EndDeferWindowPos(m_moves); }
@@ -87,9 +87,12 @@ void Layout::Arrange()
     RECT row = ClientArea();
     row.bottom = row.top + m_metrics.RowHeight();
 
+    const int nextRow = m_metrics.RowHeight() + m_metrics.Y(kGap);
     Moves moves(m_form);
+    ArrangePath(moves, row);
+    OffsetRect(&row, 0, nextRow);
     ArrangeFilters(moves, row);
-    OffsetRect(&row, 0, m_metrics.RowHeight() + m_metrics.Y(kGap));
+    OffsetRect(&row, 0, nextRow);
     ArrangeCommands(moves, row);
 
     RECT lower = LowerArea();
@@ -115,7 +118,7 @@ RECT Layout::ClientArea() const
 RECT Layout::LowerArea() const
 {
     RECT area = ClientArea();
-    area.top += 2 * m_metrics.RowHeight() + m_metrics.Y(2 * kGap);
+    area.top += 3 * (m_metrics.RowHeight() + m_metrics.Y(kGap));
     return area;
 }
 
@@ -136,6 +139,13 @@ int Layout::CheckWidth(int id) const
 int Layout::LabelWidth(int id) const
 {
     return m_metrics.TextWidth(WindowText(GetDlgItem(m_form, id))) + m_metrics.X(kGap);
+}
+
+void Layout::ArrangePath(Moves& moves, RECT row) const
+{
+    const int label = LabelWidth(IDC_FILE_FILTER_LABEL);
+    moves.Move(IDC_PATH_LABEL, row.left, row.top, label, HeightOf(row));
+    moves.Move(IDC_PATH, row.left + label, row.top, WidthOf(row) - label, HeightOf(row));
 }
 
 void Layout::ArrangeFilters(Moves& moves, RECT row) const

@@ -52,6 +52,7 @@ private:
     int ButtonWidth() const;
     int CheckWidth(int id) const;
     int LabelWidth(int id) const;
+    void ArrangePath(Moves& moves, RECT row) const;
     void ArrangeFilters(Moves& moves, RECT row) const;
     void ArrangeCommands(Moves& moves, RECT row) const;
     void ArrangePanes(Moves& moves, RECT area) const;

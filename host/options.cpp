@@ -56,6 +56,19 @@ const std::map<std::wstring, ValueReader, std::less<>>& ValueOptions()
     static const std::map<std::wstring, ValueReader, std::less<>> options = {
         {L"--open", [](Options& o, auto name, auto& value) { o.open = RequirePath(name, value); }},
         {L"--check", [](Options& o, auto name, auto& value) { o.checks.push_back(RequirePath(name, value)); }},
+        {L"--find-row",
+         [](Options& o, auto, auto& value) {
+             o.rows.push_back({RowCommand::Find, value});
+         }},
+        {L"--tick-row",
+         [](Options& o, auto, auto& value) {
+             o.rows.push_back({RowCommand::Tick, value});
+         }},
+        {L"--untick-row",
+         [](Options& o, auto, auto& value) {
+             o.rows.push_back({RowCommand::Untick, value});
+         }},
+        {L"--path", [](Options& o, auto name, auto& value) { o.path = RequirePath(name, value); }},
         {L"--patterns", [](Options& o, auto, auto& value) { o.patterns = value; }},
         {L"--file-filter", [](Options& o, auto, auto& value) { o.fileFilter = value; }},
         {L"--recursive", [](Options& o, auto name, auto& value) { o.recursive = RequireSwitch(name, value); }},
@@ -147,6 +160,10 @@ Shows the Sylvex control beside a list view that it fills with what is ticked.
 
   --open PATH          expand the tree down to a file or folder and select it
   --check PATH         tick a file or folder; may be given several times
+  --find-row TEXT      go to the node of the row with this text in its first column, as a double click does
+  --tick-row TEXT      tick that node again, as Insert does in the list
+  --untick-row TEXT    untick it, as Delete does; all three in the order given, and as often as wanted
+  --path PATH          go to a file or folder, as Enter does in the field "Go to"
   --file-filter TEXT   FileFilter: patterns of the files in the tree, "*.zip;*.txt"
   --patterns TEXT      BuildFileListFilter: patterns of a ticked folder, "*.txt|*.doc"
   --recursive on|off   RecursiveCheck: whether a folder is ticked with all below it (on)

@@ -24,10 +24,20 @@ struct TreePath {
 /// empty for anything else, paths of network shares included.
 std::optional<TreePath> ParseTreePath(std::wstring_view text);
 
+/// Something to do with the row of the list that has a text in its first column.
+struct RowCommand {
+    enum What { Find, Tick, Untick };
+    What what;
+    std::wstring row;
+};
+
 /// What the command line asks for.
 struct Options {
     std::optional<TreePath> open;
     std::vector<TreePath> checks;
+    std::vector<RowCommand> rows;
+    /// Where to go last.
+    std::optional<TreePath> path;
     /// Value for BuildFileListFilter; empty when it was not given.
     std::optional<std::wstring> patterns;
     /// Value for FileFilter; empty when it was not given.

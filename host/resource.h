@@ -25,3 +25,5 @@
 #define IDC_STATUS 118
 #define IDC_LEAVE 119
 #define IDC_DRAG_DROP 120
+#define IDC_PATH_LABEL 121
+#define IDC_PATH 122

@@ -43,6 +43,9 @@ void DoAll(Form& form, const Options& options)
     if (options.open) walker.Open(*options.open);
     for (const TreePath& path : options.checks)
         walker.Tick(path);
+    for (const RowCommand& command : options.rows)
+        form.UseRow(command);
+    if (options.path) form.GoTo(options.path->Text());
     if (options.script) form.RunScript(*options.script);
     form.ShowRowCount();
     if (options.csv) WriteList(form, *options.csv);

@@ -35,6 +35,13 @@ std::wstring InSystemFolder(const std::wstring& module)
     return Win32FileSystem().SystemDirectory() + L"\\" + module;
 }
 
+/// The shell's own module numbers its icons from 1; by number they are found also where others stand before them.
+HICON ShellIcon(int number)
+{
+    return static_cast<HICON>(LoadImageW(GetModuleHandleW(L"shell32.dll"), MAKEINTRESOURCEW(number), IMAGE_ICON,
+                                         GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON), 0));
+}
+
 }  // namespace
 
 std::wstring Win32Shell::DisplayName(const std::wstring& path)
@@ -53,11 +60,10 @@ OwnedIcon Win32Shell::FileIcon(const std::wstring& path)
 OwnedIcon Win32Shell::ExtractIcon(const std::wstring& file, int index)
 {
     const QuietDisk quiet;
+    if (_wcsicmp(file.c_str(), L"Shell32.dll") == 0) {
+        if (HICON small = ShellIcon(index + 1)) return {*this, NumberOf(small)};
+    }
     HICON small = nullptr;
-    // The shell's own module numbers its icons from 1; by number they are found also where others stand before them.
-    const bool numbered = _wcsicmp(file.c_str(), L"Shell32.dll") == 0;
-    if (numbered && ExtractIconExW(file.c_str(), -(index + 1), nullptr, &small, 1) == 1 && small)
-        return {*this, NumberOf(small)};
     if (ExtractIconExW(file.c_str(), index, nullptr, &small, 1) == 1 && small) return {*this, NumberOf(small)};
     auto* const large = ExtractIconW(OwnModule(), file.c_str(), static_cast<UINT>(index));
     // 1 says that the file is no module and no icon file.

@@ -25,14 +25,34 @@ std::wstring ErrorOf(const std::vector<std::wstring>& arguments)
 
 TEST(HostOptions, ReadsEveryOptionAndKeepsTheOrderOfChecks)
 {
-    const Options options =
-        ParseOptions({L"--open", L"c:\\Docs", L"--check", L"C:\\Docs\\b.txt", L"--check=C:\\Docs\\a.txt", L"--patterns",
-                      L"*.txt|*.doc", L"--file-filter=*.zip;*.txt", L"--recursive", L"off", L"--drag-drop=on", L"--csv",
-                      L"-", L"--ready-file", L"r", L"--exit"});
+    const Options options = ParseOptions({L"--open",
+                                          L"c:\\Docs",
+                                          L"--check",
+                                          L"C:\\Docs\\b.txt",
+                                          L"--check=C:\\Docs\\a.txt",
+                                          L"--patterns",
+                                          L"*.txt|*.doc",
+                                          L"--file-filter=*.zip;*.txt",
+                                          L"--recursive",
+                                          L"off",
+                                          L"--drag-drop=on",
+                                          L"--csv",
+                                          L"-",
+                                          L"--ready-file",
+                                          L"r",
+                                          L"--exit",
+                                          L"--untick-row",
+                                          L"C:\\Docs\\b.txt",
+                                          L"--find-row=x",
+                                          L"--path=c:/"});
     EXPECT_EQ(options.open->Text(), L"C:\\Docs");
     ASSERT_EQ(options.checks.size(), 2u);
     EXPECT_EQ(options.checks[0].Text(), L"C:\\Docs\\b.txt");
     EXPECT_EQ(options.checks[1].Text(), L"C:\\Docs\\a.txt");
+    ASSERT_EQ(options.rows.size(), 2u);
+    EXPECT_EQ(options.rows[0].what, RowCommand::Untick);
+    EXPECT_EQ(options.rows[1].row, L"x");
+    EXPECT_EQ(options.path->Text(), L"C:\\");
     EXPECT_EQ(options.patterns, L"*.txt|*.doc");
     EXPECT_EQ(options.fileFilter, L"*.zip;*.txt");
     EXPECT_FALSE(options.recursive);
@@ -68,6 +88,7 @@ TEST(HostOptions, SaysWhatIsWrong)
     EXPECT_EQ(ErrorOf({L"--exit=1"}), L"--exit takes no value");
     EXPECT_EQ(ErrorOf({L"--recursive", L"yes"}), L"--recursive: on or off expected, not yes");
     EXPECT_EQ(ErrorOf({L"--csv="}), L"--csv: a file name is missing");
+    EXPECT_EQ(ErrorOf({L"--path", L"a.txt"}), L"--path: not an absolute path with a drive: a.txt");
     EXPECT_EQ(ErrorOf({L"--open", L"Docs\\a.txt"}), L"--open: not an absolute path with a drive: Docs\\a.txt");
 }
 
