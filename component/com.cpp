@@ -4,7 +4,7 @@
 #include <exception>
 #include <new>
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 
 namespace sylvex {
 

@@ -3,7 +3,7 @@
 #include "component/list_objects.h"
 #include "component/object_ref.h"
 #include "component/values.h"
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 
 #include <commctrl.h>
 

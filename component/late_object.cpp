@@ -1,6 +1,6 @@
 #include "component/late_object.h"
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 
 #include <dispex.h>
 

@@ -7,7 +7,7 @@
 #include "component/list_objects.h"
 #include "component/object.h"
 #include "component/values.h"
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 
 #include <ocidl.h>
 

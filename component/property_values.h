@@ -3,7 +3,7 @@
 #include <string>
 
 #include "component/com.h"
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 
 namespace sylvex {
 

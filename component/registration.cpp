@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "component/com.h"
+#include "component/ole_object.h"
 #include "component/resource.h"
 
 #include "SylvexControl_h.h"
@@ -22,8 +23,6 @@ constexpr wchar_t kTitle[] = L"Sylvex Folder and File Selector";
 constexpr WORD kMajorVersion = 1;
 constexpr WORD kMinorVersion = 0;
 constexpr GUID kControlCategory = {0x40FC6ED4, 0x2438, 0x11CF, {0xA3, 0xDB, 0x08, 0x00, 0x36, 0xF1, 0x25, 0x02}};
-constexpr DWORD kMiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
-                              OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
 
 /// A text below the classes key; `name` is empty for the key's default value.
 struct Entry {

@@ -1,10 +1,5 @@
 #include "component/startup.h"
 
-// Before the seam: it has a member of the same name as a macro of this header.
-#include <windows.h>
-
-#include <shellapi.h>
-
 #include "diagnostics/exception_filter.h"
 #include "diagnostics/trap.h"
 #include "instance/instance.h"

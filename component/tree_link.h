@@ -4,7 +4,7 @@
 
 #include "component/object.h"
 #include "component/units.h"
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 #include "widgets/treeview.h"
 
 #include <ocidl.h>

@@ -1,6 +1,6 @@
 #include "component/values.h"
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 
 namespace sylvex {
 

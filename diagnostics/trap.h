@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "diagnostics/dump.h"
-#include "diagnostics/runtime_error.h"
 #include "platform/exception_guard.h"
 #include "platform/messages.h"
+#include "platform/runtime_error.h"
 
 namespace sylvex {
 

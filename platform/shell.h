@@ -40,7 +40,7 @@ public:
     /// The small icon of the file at `path`.
     virtual OwnedIcon FileIcon(const std::wstring& path) = 0;
     /// Icon number `index` (from 0) of a module or icon file; empty when it holds none.
-    virtual OwnedIcon ExtractIcon(const std::wstring& file, int index) = 0;
+    virtual OwnedIcon IconInFile(const std::wstring& file, int index) = 0;
     virtual void DestroyIcon(IconHandle icon) noexcept = 0;
     /// Index of the small icon of `path` in the system image list, 0 when unknown. The path itself is looked at.
     virtual int SystemIconIndex(const std::wstring& path) = 0;

@@ -172,7 +172,7 @@ int FolderTree::ImageOfFile(std::wstring_view name, bool byType, FolderLocals& o
     if (!KeyExists(pictures, sExt)) {
         Shell& shell = m_instance.platform.shell;
         const std::wstring path = own.sPath + std::wstring(name);
-        OwnedIcon icon = extension == L"ico" ? shell.ExtractIcon(path, 0) : shell.FileIcon(path);
+        OwnedIcon icon = extension == L"ico" ? shell.IconInFile(path, 0) : shell.FileIcon(path);
         own.hIcon = icon.Get();
         LoadImageList(m_instance.platform, pictures, std::move(icon), sExt);
         own.hIcon = 0;

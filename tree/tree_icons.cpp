@@ -28,7 +28,7 @@ void LoadSystemIcons(Platform& platform, ImageList& iml)
             line = 1;
             sKey = icon.key;
             line = 2;
-            LoadImageList(platform, iml, platform.shell.ExtractIcon(L"Shell32.dll", icon.number), sKey);
+            LoadImageList(platform, iml, platform.shell.IconInFile(L"Shell32.dll", icon.number), sKey);
         }
     });
 }

@@ -1,6 +1,6 @@
 #include "widgets/imagelist.h"
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 
 namespace sylvex {
 

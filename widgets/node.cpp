@@ -1,6 +1,6 @@
 #include "widgets/node.h"
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 #include "platform/value_text.h"
 #include "widgets/nodes.h"
 

@@ -137,6 +137,7 @@ private:
         int selectedImage = 0;
         NodeRef* watchers = nullptr;
         NodeCompanion* companion = nullptr;
+        std::unique_ptr<Extras> next;  // once the node is gone
     };
 
     Node() = default;

@@ -4,7 +4,7 @@
 #include <new>
 #include <numeric>
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 
 namespace sylvex {
 
@@ -25,10 +25,33 @@ Nodes::Nodes(Regional& regional, ImageNames& images, NodesMirror& mirror)
 {
 }
 
+/// The tags of nodes that have gone, until all is in order again: letting go of one may run code of the host, which may
+/// do anything to the nodes that are left.
+class Nodes::Discarded {
+public:
+    Discarded() = default;
+    Discarded(const Discarded&) = delete;
+    Discarded& operator=(const Discarded&) = delete;
+    ~Discarded()
+    {
+        while (m_first)
+            m_first = std::move(m_first->next);
+    }
+    void Take(std::unique_ptr<Node::Extras> extras)
+    {
+        extras->next = std::move(m_first);
+        m_first = std::move(extras);
+    }
+
+private:
+    std::unique_ptr<Node::Extras> m_first;
+};
+
 Nodes::~Nodes()
 {
+    Discarded discarded;
     for (Node* node : m_slots)
-        if (node != nullptr) Release(*node);
+        if (node != nullptr) Release(*node, discarded);
 }
 
 Node& Nodes::Create(std::wstring_view text)
@@ -115,7 +138,7 @@ void Nodes::Unlink(Node& node)
 }
 
 /// Frees the node's memory and tells those who watch it; the node is linked to nothing any more.
-void Nodes::Release(Node& node)
+void Nodes::Release(Node& node, Discarded& discarded)
 {
     if (node.m_extras) {
         if (!node.m_extras->key.empty()) m_keys.erase(node.m_extras->key);
@@ -124,32 +147,34 @@ void Nodes::Release(Node& node)
             watcher->m_gone = true;
         }
         if (NodeCompanion* companion = node.m_extras->companion) companion->NodeRemoved();
+        if (node.m_extras->tag) discarded.Take(std::move(node.m_extras));
     }
     node.~Node();
     m_pool.Give(&node);
 }
 
-void Nodes::Destroy(Node& node)
+void Nodes::Destroy(Node& node, Discarded& discarded)
 {
     if (node.m_childPending) --m_pending;
     m_order.Empty(node.m_slot);
     m_slots[node.m_slot] = nullptr;
-    Release(node);
+    Release(node, discarded);
 }
 
 void Nodes::Remove(Node& node)
 {
     m_mirror.Removing(node);
+    Discarded discarded;
     Node* parent = node.m_parent;
     Unlink(node);
     // Children first, without recursion: a branch may be deeper than the stack.
     Node* at = Deepest(&node);
     while (at != &node) {
         Node* next = at->m_next != nullptr ? Deepest(at->m_next) : at->m_parent;
-        Destroy(*at);
+        Destroy(*at, discarded);
         at = next;
     }
-    Destroy(node);
+    Destroy(node, discarded);
     if (parent != nullptr && parent->m_children == 0) {
         if (!parent->m_opening) parent->m_expanded = false;
         m_mirror.ChildrenChanged(*parent);
@@ -160,6 +185,7 @@ void Nodes::Remove(Node& node)
 void Nodes::Clear()
 {
     m_mirror.RemovingAll();
+    Discarded discarded;
     std::vector<Node*> doomed;
     doomed.swap(m_slots);
     m_order.Clear();
@@ -167,8 +193,8 @@ void Nodes::Clear()
     m_firstRoot = m_lastRoot = nullptr;
     m_pending = 0;
     for (Node* node : doomed)
-        if (node != nullptr) Release(*node);
-    if (m_slots.empty()) m_pool.Reset();
+        if (node != nullptr) Release(*node, discarded);
+    m_pool.Reset();
 }
 
 int Nodes::Count()

@@ -95,8 +95,9 @@ private:
     Node& Create(std::wstring_view text);
     void Link(Node& node, Node* parent, Node* before);
     void Unlink(Node& node);
-    void Destroy(Node& node);
-    void Release(Node& node);
+    class Discarded;
+    void Destroy(Node& node, Discarded& discarded);
+    void Release(Node& node, Discarded& discarded);
     void InsertSorted(Node& node);
     Node* Place(Node*& parent, Node* relative, Relationship relationship) const;
     void SetKeyOf(Node& node, const std::wstring& key);

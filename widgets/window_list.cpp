@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <utility>
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 #include "widgets/imagelist.h"
 
 namespace sylvex {
@@ -67,7 +68,8 @@ WindowHandle WindowListView::hWnd()
 void WindowListView::ClearItems()
 {
     m_window->ClearRows();
-    m_extras.clear();
+    // Letting go of the tags may run code of the host, which comes after everything else.
+    const auto discarded = std::exchange(m_extras, {});
     m_keys.clear();
     m_places.clear();
     m_inOrder = -1;
@@ -199,7 +201,7 @@ int WindowListView::PlaceOf(const std::wstring& key)
     } catch (const RuntimeError& error) {
         if (error.number != NodeGone().number) throw;
         // The host has removed the row behind our back.
-        m_extras.erase(found->second);
+        const auto discarded = m_extras.extract(found->second);
         m_keys.erase(found);
         throw ElementNotFound();
     }
@@ -241,6 +243,7 @@ void WindowListView::RemoveRow(int place)
     const auto found = m_extras.find(row);
     if (found == m_extras.end()) return;
     m_keys.erase(found->second.key);
+    const ObjectRef discarded = std::move(found->second.tag);
     m_extras.erase(found);
 }
 

@@ -1,7 +1,8 @@
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 #include "widgets/imagelist.h"
 #include "widgets/window_list.h"
 
@@ -81,7 +82,8 @@ ColumnId WindowListView::InsertColumn(int place, const std::wstring& key, const 
 
 void WindowListView::RemoveColumn(int place)
 {
-    ColumnRecord(place);
+    // Letting go of a tag may run code of the host, which comes after everything else.
+    const ObjectRef discarded = ColumnRecord(place).tag;
     m_window->DeleteColumn(place);
     m_columns.erase(m_columns.begin() + place);
 }
@@ -90,7 +92,7 @@ void WindowListView::ClearColumns()
 {
     for (int count = m_window->ColumnCount(); count-- > 0;)
         m_window->DeleteColumn(count);
-    m_columns.clear();
+    const auto discarded = std::exchange(m_columns, {});
 }
 
 const std::wstring& WindowListView::ColumnKey(int place)

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 
 namespace sylvex {
 

@@ -72,9 +72,9 @@ OwnedIcon SimulatedShell::FileIcon(const std::wstring& path)
     return {*this, m_icons.Create("icon of " + Utf8(path))};
 }
 
-OwnedIcon SimulatedShell::ExtractIcon(const std::wstring& file, int index)
+OwnedIcon SimulatedShell::IconInFile(const std::wstring& file, int index)
 {
-    m_gate.Enter("Shell::ExtractIcon");
+    m_gate.Enter("Shell::IconInFile");
     const std::string picture = Utf8(file) + "," + std::to_string(index);
     m_extractAsks.push_back(picture);
     const auto module = m_modules.find(Folded(file));

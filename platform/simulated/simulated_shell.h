@@ -35,7 +35,7 @@ public:
     static constexpr int kFolderIndex = 3;
 
     /// What was asked, in order: paths for FileIcon and SystemIconIndex, names for SystemIconIndexOfType,
-    /// "module,number" for ExtractIcon.
+    /// "module,number" for IconInFile.
     const std::vector<std::string>& FileIconAsks() const { return m_fileIconAsks; }
     const std::vector<std::string>& IconIndexAsks() const { return m_indexAsks; }
     const std::vector<std::string>& TypeIndexAsks() const { return m_typeAsks; }
@@ -45,7 +45,7 @@ public:
 
     std::wstring DisplayName(const std::wstring& path) override;
     OwnedIcon FileIcon(const std::wstring& path) override;
-    OwnedIcon ExtractIcon(const std::wstring& file, int index) override;
+    OwnedIcon IconInFile(const std::wstring& file, int index) override;
     void DestroyIcon(IconHandle icon) noexcept override { m_icons.Destroy(icon); }
     int SystemIconIndex(const std::wstring& path) override;
     int SystemIconIndexOfType(const std::wstring& name, std::uint32_t attributes) override;

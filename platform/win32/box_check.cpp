@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 
 namespace sylvex {
 namespace {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numeric>
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 #include "platform/win32/regional.h"
 
 namespace sylvex {

@@ -9,7 +9,7 @@
 #include <cmath>
 #include <iterator>
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 
 namespace sylvex {
 namespace {

@@ -9,9 +9,6 @@
 #include "platform/win32/filesystem.h"
 #include "platform/win32/handles.h"
 
-// The platform's header turns the name of the seam's function into another.
-#undef ExtractIcon
-
 namespace sylvex {
 namespace {
 
@@ -57,7 +54,7 @@ OwnedIcon Win32Shell::FileIcon(const std::wstring& path)
     return {*this, NumberOf(answer.hIcon)};
 }
 
-OwnedIcon Win32Shell::ExtractIcon(const std::wstring& file, int index)
+OwnedIcon Win32Shell::IconInFile(const std::wstring& file, int index)
 {
     const QuietDisk quiet;
     if (_wcsicmp(file.c_str(), L"Shell32.dll") == 0) {

@@ -9,7 +9,7 @@ class Win32Shell : public Shell {
 public:
     std::wstring DisplayName(const std::wstring& path) override;
     OwnedIcon FileIcon(const std::wstring& path) override;
-    OwnedIcon ExtractIcon(const std::wstring& file, int index) override;
+    OwnedIcon IconInFile(const std::wstring& file, int index) override;
     void DestroyIcon(IconHandle icon) noexcept override;
     int SystemIconIndex(const std::wstring& path) override;
     int SystemIconIndexOfType(const std::wstring& name, std::uint32_t attributes) override;

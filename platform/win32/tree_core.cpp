@@ -1,6 +1,6 @@
 #include "platform/win32/tree_core.h"
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 
 namespace sylvex {
 

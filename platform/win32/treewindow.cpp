@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 #include "platform/win32/tree_core.h"
 
 namespace sylvex {

@@ -5,8 +5,7 @@ Option Explicit
 Const Folder = "C:\SylvexScript"
 Dim files, node, expanded
 Set files = CreateObject("Scripting.FileSystemObject")
-If files.FolderExists(Folder) Then files.DeleteFolder Folder, True
-files.CreateFolder Folder
+files.CreateFolder Folder    ' fails when it is there already: it is somebody's
 files.CreateTextFile(Folder & "\notes.txt").Close
 files.CreateTextFile(Folder & "\letter.txt").Close
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/win32_platform.h"
 #include "tests/component/tree_window_fixture.h"
@@ -181,15 +181,15 @@ TEST_F(Win32PlatformTest, IconsAreGivenBack)
     const auto before = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
     auto* const list = HandleOf<HIMAGELIST>(services.images.Create());
     for (int round = 0; round < 20; ++round) {
-        const auto icon = shell.ExtractIcon(L"Shell32.dll", 3);
+        const auto icon = shell.IconInFile(L"Shell32.dll", 3);
         ASSERT_TRUE(icon);
         EXPECT_EQ(services.images.Add(NumberOf(list), icon.Get()), round);
         EXPECT_FALSE(shell.DisplayName(L"C:\\").empty());
     }
     EXPECT_EQ(services.images.Count(NumberOf(list)), 20);
     EXPECT_EQ(services.images.Add(NumberOf(list), 0), -1);
-    EXPECT_FALSE(shell.ExtractIcon(L"Shell32.dll", 99999));
-    EXPECT_FALSE(shell.ExtractIcon(L"C:\\none.ico", 0));
+    EXPECT_FALSE(shell.IconInFile(L"Shell32.dll", 99999));
+    EXPECT_FALSE(shell.IconInFile(L"C:\\none.ico", 0));
     services.images.Destroy(NumberOf(list));
     EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), before + 2);
 }

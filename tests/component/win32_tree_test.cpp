@@ -2,7 +2,7 @@
 
 #include <tuple>
 
-#include "diagnostics/runtime_error.h"
+#include "platform/runtime_error.h"
 #include "platform/win32/com_object.h"
 #include "platform/win32/handles.h"
 #include "tests/component/tree_window_fixture.h"

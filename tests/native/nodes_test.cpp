@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <random>
 
 #include "platform/simulated/simulated_desktop.h"
@@ -166,6 +167,37 @@ TEST_F(NodesTest, ReferencesOutliveTheirNodeAndAnswerWithAnError)
     EXPECT_EQ(ErrorOf([&] { one.Get(); }), 35605);
     EXPECT_EQ(ErrorOf([&] { (*two).Text(); }), 35605);
     EXPECT_EQ(NodeRef().Get(), nullptr);
+}
+
+/// A host's object that does something when it is let go of.
+struct LastWords final : Object {
+    explicit LastWords(std::function<void()> words) : spoken(std::move(words)) {}
+    ~LastWords() override { spoken(); }
+    std::function<void()> spoken;
+};
+
+// A host may do anything when a tag of its own is let go of.
+TEST_F(NodesTest, TagsAreLetGoOfOnceTheTreeIsInOrder)
+{
+    Node& root = Add(nullptr, Relationship::Last, L"r", L"root");
+    Node& branch = Add(&root, Relationship::Child, L"b");
+    Node& leaf = Add(&branch, Relationship::Child, L"l", L"leaf");
+    int told = 0;
+    const auto addAnother = [&] {
+        ++told;
+        EXPECT_EQ(nodes.Count(), told);
+        Add(&nodes.Item(L"root"), Relationship::Child, L"n");
+    };
+    for (Node* node : {&branch, &leaf})
+        node->SetTag(std::make_shared<LastWords>(addAnother));
+    nodes.Remove(branch);
+    EXPECT_EQ(Order(root.Child()), L"nn");
+    root.SetTag(std::make_shared<LastWords>([&] {
+        EXPECT_EQ(nodes.Count(), 0);
+        Add(nullptr, Relationship::Last, L"new");
+    }));
+    nodes.Clear();
+    EXPECT_EQ(nodes.Item(1).Text() + std::to_wstring(told), L"new2");
 }
 
 TEST_F(NodesTest, SortingIsByTextWithoutLetterCaseAndStable)

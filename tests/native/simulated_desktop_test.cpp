@@ -108,12 +108,12 @@ TEST(SimulatedDesktop, TellsWhatWasNotGivenBack)
     Platform& platform = desktop.Get();
     const ImageListHandle list = platform.images.Create();
     {
-        const OwnedIcon icon = platform.shell.ExtractIcon(L"SHELL32.DLL", 60);
+        const OwnedIcon icon = platform.shell.IconInFile(L"SHELL32.DLL", 60);
         EXPECT_EQ(platform.images.Add(list, icon.Get()), 0);
         EXPECT_EQ(desktop.Leaks(), "icons 1, image lists 1");
         platform.shell.DestroyIcon(icon.Get());
     }
-    EXPECT_FALSE(platform.shell.ExtractIcon(L"Shell32.dll", 61));
+    EXPECT_FALSE(platform.shell.IconInFile(L"Shell32.dll", 61));
     EXPECT_EQ(platform.images.Add(list, 12345), -1);
     EXPECT_THAT(desktop.images.Pictures(list), ElementsAre("SHELL32.DLL,60"));
     platform.images.Destroy(list);
