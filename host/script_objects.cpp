@@ -1,5 +1,8 @@
 #include "host/script_objects.h"
 
+#include <cstring>
+#include <vector>
+
 #include "host/event_sink.h"
 #include "host/script.h"
 #include "SylvexControl_h.h"
@@ -115,6 +118,67 @@ STDMETHODIMP ScriptEvents::GetTypeInfo(UINT, LCID, ITypeInfo** info)
     return NoTypeInfo(info);
 }
 
+namespace {
+
+/// Bytes of a number of that type; 0 for anything else.
+std::size_t SizeOf(VARTYPE type)
+{
+    switch (type) {
+        case VT_I2:
+        case VT_BOOL:
+            return sizeof(SHORT);
+        case VT_I4:
+        case VT_R4:
+            return sizeof(LONG);
+        default:
+            return 0;
+    }
+}
+
+/// An event's arguments as scripts take them: they know references to values of any type only, so what refers to a
+/// number becomes one of those, and gets back what the script has made of it.
+class ScriptArguments {
+public:
+    explicit ScriptArguments(const DISPPARAMS& given)
+        : m_given(given), m_values(given.cArgs), m_passed(given.rgvarg, given.rgvarg + given.cArgs)
+    {
+        for (std::size_t i = 0; i < m_passed.size(); ++i) {
+            if (!IsNumberReference(i) || FAILED(VariantCopyInd(&m_values[i], &m_passed[i]))) continue;
+            V_VT(&m_passed[i]) = VT_BYREF | VT_VARIANT;
+            V_VARIANTREF(&m_passed[i]) = &m_values[i];
+        }
+    }
+    ScriptArguments(const ScriptArguments&) = delete;
+    ScriptArguments& operator=(const ScriptArguments&) = delete;
+    ~ScriptArguments()
+    {
+        for (VARIANT& value : m_values)
+            VariantClear(&value);
+    }
+    DISPPARAMS Get() { return {m_passed.data(), nullptr, m_given.cArgs, 0}; }
+    void WriteBack()
+    {
+        for (std::size_t i = 0; i < m_passed.size(); ++i) {
+            const VARTYPE type = V_VT(&m_given.rgvarg[i]) & VT_TYPEMASK;
+            if (!IsNumberReference(i) || FAILED(VariantChangeType(&m_values[i], &m_values[i], 0, type))) continue;
+            std::memcpy(V_BYREF(&m_given.rgvarg[i]), &V_I4(&m_values[i]), SizeOf(type));
+        }
+    }
+
+private:
+    bool IsNumberReference(std::size_t i) const
+    {
+        const VARTYPE type = V_VT(&m_given.rgvarg[i]);
+        return (type & VT_BYREF) != 0 && SizeOf(type & VT_TYPEMASK) > 0;
+    }
+
+    const DISPPARAMS& m_given;
+    std::vector<VARIANT> m_values;
+    std::vector<VARIANT> m_passed;
+};
+
+}  // namespace
+
 STDMETHODIMP ScriptEvents::Invoke(DISPID event, REFIID, LCID, WORD kind, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*,
                                   UINT*)
 {
@@ -122,7 +186,10 @@ STDMETHODIMP ScriptEvents::Invoke(DISPID event, REFIID, LCID, WORD kind, DISPPAR
     if (!arguments) return E_POINTER;
     try {
         const std::wstring name = L"Sylvex_" + EventName(event);
-        const HRESULT called = m_script.Call(name, *arguments);
+        ScriptArguments passed(*arguments);
+        DISPPARAMS parameters = passed.Get();
+        const HRESULT called = m_script.Call(name, parameters);
+        passed.WriteBack();
         const std::wstring error = m_script.TakeError();
         if (FAILED(called)) m_failed(error.empty() ? name + L" failed" : error);
         return called == S_FALSE ? S_OK : called;

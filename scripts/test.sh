@@ -39,6 +39,8 @@ testWindows() {
     registerComponent
     runTests x64 900 "$buildDir/x64/sylvex_component_tests.exe" "$wine"
     runScripts
+    runHostScript properties.js
+    runHostScript events.vbs
     testPackage
 }
 
@@ -135,4 +137,42 @@ runScript() {
     else
         countFailure "$name" 'it did not print what was expected'
     fi
+}
+
+# A script that the sample host runs; it makes the file "go" in the folder given here when it waits
+# for the hand at its form, and goes on when there is a file "done".
+runHostScript() {
+    local name="$1" script="$root/tests/scripts/host/$1" log="$logDir/host-$1" job
+    local folder="$WINEPREFIX/drive_c/SylvexMembers"
+    say "Running $name in the sample host"
+    rm -rf "$folder"
+    mkdir -p "$folder"
+    (cd "$WINEPREFIX/drive_c" && exec timeout -k 10 120 "$wine" "$buildDir/$arch/SylvexHost.exe" \
+        --script "$(windowsPath "$script")" --exit) >"$log.raw" 2>"$log.err" </dev/null 9>&- &
+    job=$!
+    while kill -0 "$job" 2>/dev/null && [ ! -f "$folder/go" ]; do sleep 0.2; done
+    [ ! -f "$folder/go" ] || useHand
+    touch "$folder/done" 2>/dev/null || true
+    wait "$job" || true
+    tr -d '\r' <"$log.raw" >"$log.out"
+    if diff -u --label expected --label printed "${script%.*}.expected" "$log.out"; then
+        passed=$((passed + 1))
+    else
+        cat "$log.err"
+        countFailure "$name" 'it did not print what was expected'
+    fi
+}
+
+# Clicks the first row of the sample host's tree, clicks it twice, opens it again by key, types, and
+# ticks its box. The form's rows stand where its font puts them.
+useHand() {
+    local X Y window
+    window="$(xdotool search --onlyvisible --name '^Sylvex sample host$' | tail -1)"
+    eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^[XY]=')"
+    local row=$((Y + 144))
+    sleep 0.5
+    xdotool mousemove $((X + 70)) "$row" sleep 0.3 click 1 sleep 1
+    xdotool click --repeat 2 --delay 60 1 sleep 1
+    xdotool key Right sleep 0.3 key x sleep 0.3
+    xdotool mousemove $((X + 23)) "$row" sleep 0.3 click 1 sleep 0.5
 }

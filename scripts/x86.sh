@@ -16,6 +16,8 @@ testX86() {
     registerComponent
     runTests x86 900 "$buildDir/x86/sylvex_component_tests.exe" "$wine"
     runScripts
+    runHostScript properties.js
+    runHostScript events.vbs
     testPackage
 }
 

@@ -49,15 +49,15 @@ struct Registration {
 /// What a walk from the place of an exception to its guard has met.
 struct Walk {
     _Unwind_Ptr guard;
-    bool first = true;
-    bool handled = false;
+    bool arrived = false;
     bool gap = false;
 };
 
 _Unwind_Reason_Code OnFrame(_Unwind_Context* context, void* data)
 {
     Walk& walk = *static_cast<Walk*>(data);
-    if (_Unwind_GetCFA(context) > walk.guard) return _URC_NORMAL_STOP;
+    walk.arrived = _Unwind_GetCFA(context) > walk.guard;
+    if (walk.arrived) return _URC_NORMAL_STOP;
     int exact = 0;
     const _Unwind_Ptr place = _Unwind_GetIPInfo(context, &exact) - (exact ? 0 : 1);
     const auto* const table = static_cast<const std::uint8_t*>(_Unwind_GetLanguageSpecificData(context));
@@ -76,8 +76,8 @@ extern "C" [[noreturn]] void __attribute__((used, fastcall)) SylvexRaiseIfPossib
     Registration* const registration = static_cast<Registration*>(guard);
     Walk walk{reinterpret_cast<_Unwind_Ptr>(guard)};
     // Other modules' frames, which the unwinder cannot pass, end the walk before the guard.
-    const bool arrived = _Unwind_Backtrace(&OnFrame, &walk) == _URC_NORMAL_STOP;
-    if (arrived && !walk.gap && TopOfChain() == registration) SylvexRaise(code);
+    _Unwind_Backtrace(&OnFrame, &walk);
+    if (walk.arrived && !walk.gap && TopOfChain() == registration) SylvexRaise(code);
     registration->code = code;
     RaiseInGuard(registration);
 }
