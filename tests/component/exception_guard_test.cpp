@@ -23,8 +23,7 @@ namespace {
 /// procedure is left as it is.
 bool IsCleanedUp(Fault fault)
 {
-    return sizeof(void*) == 8 ||
-           (fault != Fault::CopyForeign && fault != Fault::RaiseForGood && fault != Fault::RaiseNested);
+    return sizeof(void*) == 8 || (fault != Fault::CopyForeign && fault != Fault::RaiseForGood);
 }
 
 class Procedures : public Module {
