@@ -3,7 +3,7 @@
 Option Explicit
 
 Const Scratch = "C:\SylvexMembers"
-Dim files, nodes, folder, heard, swallowed
+Dim files, nodes, folder, heard, swallowed, patience
 Set files = CreateObject("Scripting.FileSystemObject")
 files.CreateFolder Scratch & "\deep"
 files.CreateTextFile(Scratch & "\a.txt").Close
@@ -46,7 +46,12 @@ files.CreateTextFile(Scratch & "\go").Close
 Do Until files.FileExists(Scratch & "\done")
     Host.Wait 50
 Loop
-Host.Wait 200
+' The last click may still be on its way.
+For patience = 1 To 100
+    If InStr(heard, "NodeCheck") > 0 Then Exit For
+    Host.Wait 100
+Next
+Host.Wait 300
 Host.Echo "Heard:" & heard
 Host.Echo "Swallowed: " & swallowed & ", selected " & Sylvex.SelectedItem.Text
 
