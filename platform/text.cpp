@@ -16,18 +16,25 @@ wchar_t AsciiLower(wchar_t c)
     return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c;
 }
 
+bool EqualAscii(std::wstring_view left, std::wstring_view right)
+{
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](wchar_t a, wchar_t b) { return AsciiLower(a) == AsciiLower(b); });
+}
+
 }  // namespace
 
 bool EqualText(Regional& regional, std::wstring_view left, std::wstring_view right)
 {
     if (!IsAscii(left) || !IsAscii(right)) return regional.Compare(left, right) == 0;
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](wchar_t a, wchar_t b) { return AsciiLower(a) == AsciiLower(b); });
+    return EqualAscii(left, right);
 }
 
 bool EqualName(Regional& regional, std::wstring_view left, std::wstring_view right)
 {
-    return left.size() == right.size() && LowerText(regional, left) == LowerText(regional, right);
+    if (left.size() != right.size()) return false;
+    if (IsAscii(left) && IsAscii(right)) return EqualAscii(left, right);
+    return regional.Lower(left) == regional.Lower(right);
 }
 
 std::wstring LowerText(Regional& regional, std::wstring_view text)
