@@ -284,7 +284,7 @@ double OursLateList(const std::wstring& folder)
 
 void LateListRows()
 {
-    for (const int files : {1000, 10000}) {
+    for (const int files : {1000, 10000, 100000}) {
         const std::wstring folder = FlatFolder(files, 200);
         Print({"late-bound list of " + std::to_string(files) + " ticked files", OursLateList(folder),
                FloorLateList(folder), 1.3});
