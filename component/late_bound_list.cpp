@@ -4,6 +4,8 @@
 #include "component/object_ref.h"
 #include "component/values.h"
 #include "platform/runtime_error.h"
+#include "platform/win32/listwindow.h"
+#include "widgets/frozen.h"
 
 #include <commctrl.h>
 
@@ -46,11 +48,6 @@ VARIANT Single(double value)
     return number;
 }
 
-HWND WindowOf(WindowHandle window)
-{
-    return reinterpret_cast<HWND>(window);
-}
-
 /// A window's handle in an integer of any size; nothing when the value is no integer.
 std::optional<WindowHandle> HandleIn(const VARIANT& value)
 {
@@ -79,30 +76,6 @@ std::optional<WindowHandle> HandleIn(const VARIANT& value)
             return std::nullopt;
     }
 }
-
-/// Stops the painting of a window, if there is one, while rows are added to it in many calls; a list that keeps itself
-/// sorted would paint all of it with each.
-class PaintingStopped {
-public:
-    explicit PaintingStopped(HWND window)
-        : m_window(window), m_wasShown((GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0)
-    {
-        SendMessageW(m_window, WM_SETREDRAW, FALSE, 0);
-    }
-    PaintingStopped(const PaintingStopped&) = delete;
-    PaintingStopped& operator=(const PaintingStopped&) = delete;
-    ~PaintingStopped()
-    {
-        SendMessageW(m_window, WM_SETREDRAW, TRUE, 0);
-        // The platform takes painting again for being shown.
-        if (!m_wasShown) ShowWindow(m_window, SW_HIDE);
-        InvalidateRect(m_window, nullptr, TRUE);
-    }
-
-private:
-    HWND m_window;
-    bool m_wasShown;
-};
 
 }  // namespace
 
@@ -201,7 +174,9 @@ void LateBoundListView::AddRows(RowSource& rows, bool)
     Items();
     m_window = hWnd();
     if (m_window == 0) return AddEachRow(rows);
-    const PaintingStopped stopped(WindowOf(m_window));
+    // A list that keeps itself sorted would paint all of it with each call.
+    Win32ListWindow window(WindowOf(m_window));
+    const Frozen frozen(window);
     AddEachRow(rows);
 }
 

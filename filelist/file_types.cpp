@@ -126,9 +126,10 @@ bool FileTypes::DrawnPerFile(const std::wstring& sExt)
     for (const std::wstring_view own : kOwnPictures)
         if (sExt == own) return true;
     if (sExt.empty()) return false;
-    const auto [known, isNew] = m_drawnPerFile.try_emplace(sExt, false);
-    if (isNew) known->second = RegisteredAsDrawnPerFile(sExt);
-    return known->second;
+    const auto known = m_drawnPerFile.find(sExt);
+    if (known != m_drawnPerFile.end()) return known->second;
+    // Kept only once it has been answered.
+    return m_drawnPerFile[sExt] = RegisteredAsDrawnPerFile(sExt);
 }
 
 /// What is not registered has nothing below it, and most extensions of a long list are not.

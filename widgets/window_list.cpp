@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/runtime_error.h"
+#include "widgets/frozen.h"
 #include "widgets/imagelist.h"
 
 namespace sylvex {
@@ -31,28 +32,6 @@ constexpr std::intptr_t Unmarked(std::intptr_t place)
 {
     return -1 - place;
 }
-
-/// Stops the painting of a window; a hidden one, too, keeps its scroll bars up to date with every row.
-class Frozen {
-public:
-    explicit Frozen(ListWindow& window) : m_window(window), m_visible(window.Visible()) { m_window.SetRedraw(false); }
-    Frozen(const Frozen&) = delete;
-    Frozen& operator=(const Frozen&) = delete;
-    ~Frozen()
-    {
-        try {
-            m_window.SetRedraw(true);
-            // The platform takes painting again for being shown.
-            if (!m_visible) m_window.SetVisible(false);
-        } catch (...) {
-            // The window has gone meanwhile; whoever used it has been told.
-        }
-    }
-
-private:
-    ListWindow& m_window;
-    bool m_visible;
-};
 
 }  // namespace
 

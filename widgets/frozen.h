@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/listwindow.h"
+
+namespace sylvex {
+
+/// Stops the painting of a list while it exists; a hidden one, too, keeps its scroll bars up to date with every row.
+/// Raises 398 when the window has gone.
+class Frozen {
+public:
+    explicit Frozen(ListWindow& window) : m_window(window), m_visible(window.Visible()) { m_window.SetRedraw(false); }
+    Frozen(const Frozen&) = delete;
+    Frozen& operator=(const Frozen&) = delete;
+    ~Frozen()
+    {
+        try {
+            m_window.SetRedraw(true);
+            // The platform takes painting again for being shown.
+            if (!m_visible) m_window.SetVisible(false);
+        } catch (...) {
+            // The window has gone meanwhile; whoever used it has been told.
+        }
+    }
+
+private:
+    ListWindow& m_window;
+    bool m_visible;
+};
+
+}  // namespace sylvex
