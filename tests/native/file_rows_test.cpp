@@ -181,7 +181,9 @@ TEST_F(FileRowsTest, TypesThatTheRegistryDrawsPerFileAreAskedFileByFile)
     desktop.system.SetClassRoot(L"docfile", L"Letter");
     desktop.system.SetClassRoot(L"docfile\\shellex\\IconHandler", L"");
     FileTypes types(state);
-    EXPECT_TRUE(types.DrawnPerFile(L"pic"));
+    desktop.gate.FailCall(1);
+    EXPECT_THROW(types.DrawnPerFile(L"pic"), RuntimeError);
+    EXPECT_TRUE(types.DrawnPerFile(L"pic"));  // what failed is asked again
     EXPECT_TRUE(types.DrawnPerFile(L"doc"));
     EXPECT_TRUE(types.DrawnPerFile(L"lnk"));
     EXPECT_FALSE(types.DrawnPerFile(L"txt"));
