@@ -5,7 +5,6 @@
 #include "component/values.h"
 #include "platform/runtime_error.h"
 #include "platform/win32/listwindow.h"
-#include "widgets/frozen.h"
 
 #include <commctrl.h>
 
@@ -120,6 +119,13 @@ WindowHandle LateBoundListView::hWnd()
     return *handle;
 }
 
+std::unique_ptr<Frozen> LateBoundListView::Freeze()
+{
+    const WindowHandle window = hWnd();
+    if (window == 0) return nullptr;
+    return std::make_unique<Frozen>(std::make_shared<Win32ListWindow>(WindowOf(window)));
+}
+
 void LateBoundListView::SetVisible(bool visible)
 {
     // The property may belong to the container's wrapping of the object, which not every host hands over.
@@ -173,15 +179,6 @@ void LateBoundListView::AddRows(RowSource& rows, bool)
 {
     Items();
     m_window = hWnd();
-    if (m_window == 0) return AddEachRow(rows);
-    // A list that keeps itself sorted would paint all of it with each call.
-    Win32ListWindow window(WindowOf(m_window));
-    const Frozen frozen(window);
-    AddEachRow(rows);
-}
-
-void LateBoundListView::AddEachRow(RowSource& rows)
-{
     for (std::size_t place = 0; place < rows.Count(); ++place)
         AddRow(rows.Row(place));
 }

@@ -15,6 +15,7 @@ public:
     explicit LateBoundListView(const ComPtr<IDispatch>& object);
 
     WindowHandle hWnd() override;
+    std::unique_ptr<Frozen> Freeze() override;
     void SetVisible(bool visible) override;
     void Refresh() override;
     void ClearItems() override;
@@ -33,7 +34,6 @@ public:
 
 private:
     ComPtr<IDispatch> AddItem();
-    void AddEachRow(RowSource& rows);
     void AddRow(const ListRow& row);
     void SetIcon(const ComPtr<IDispatch>& item, int image);
     LateCaller& ItemCaller(const ComPtr<IDispatch>& item);

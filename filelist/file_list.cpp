@@ -99,7 +99,13 @@ void FileList::BuildFileList(Node* pNode, bool RecursiveCall)
         line = 2;
         ListRows rows(m_instance, m_binding, m_types, ticked, sPath);
         line = 3;
-        if (rows.Count() > 0) m_instance.BoundList()->AddRows(rows, !RecursiveCall);
+        // Until the rows are in order: a list that keeps itself sorted would paint all of it with each cell.
+        std::unique_ptr<Frozen> frozen;
+        if (rows.Count() > 0) {
+            const std::shared_ptr<ListView> list = m_instance.BoundList();
+            frozen = list->Freeze();
+            list->AddRows(rows, !RecursiveCall);
+        }
         if (RecursiveCall) return;
         line = 4;
         m_binding.HideSortColumns();

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+#include <utility>
+
 #include "platform/listwindow.h"
 
 namespace sylvex {
@@ -8,22 +11,25 @@ namespace sylvex {
 /// Raises 398 when the window has gone.
 class Frozen {
 public:
-    explicit Frozen(ListWindow& window) : m_window(window), m_visible(window.Visible()) { m_window.SetRedraw(false); }
+    explicit Frozen(std::shared_ptr<ListWindow> window) : m_window(std::move(window)), m_visible(m_window->Visible())
+    {
+        m_window->SetRedraw(false);
+    }
     Frozen(const Frozen&) = delete;
     Frozen& operator=(const Frozen&) = delete;
     ~Frozen()
     {
         try {
-            m_window.SetRedraw(true);
+            m_window->SetRedraw(true);
             // The platform takes painting again for being shown.
-            if (!m_visible) m_window.SetVisible(false);
+            if (!m_visible) m_window->SetVisible(false);
         } catch (...) {
             // The window has gone meanwhile; whoever used it has been told.
         }
     }
 
 private:
-    ListWindow& m_window;
+    std::shared_ptr<ListWindow> m_window;
     bool m_visible;
 };
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/listwindow.h"
+#include "widgets/frozen.h"
 
 namespace sylvex {
 
@@ -44,6 +45,8 @@ public:
 
     virtual ~ListView() = default;
     virtual WindowHandle hWnd() = 0;
+    /// Stops the painting until the answer is destroyed; null for a list without a window.
+    virtual std::unique_ptr<Frozen> Freeze() = 0;
     virtual void SetVisible(bool visible) = 0;
     virtual void Refresh() = 0;
     virtual void ClearItems() = 0;
@@ -52,7 +55,8 @@ public:
     /// Sub-item index of the column with this key (0: the item text). Raises 35601 when there is none.
     virtual int SubItemIndex(const std::wstring& key) = 0;
     virtual void SetColumnWidth(const std::wstring& key, double twips) = 0;
-    /// Adds rows in this order behind the present ones. Empty cells are not written. `sortFollows`: SortBy(0) comes
+    /// Adds rows in this order behind the present ones. Empty cells are not written; a list that paints would
+    /// paint with each cell. `sortFollows`: SortBy(0) comes
     /// next, so that an empty list may take the rows in that order at once.
     virtual void AddRows(RowSource& rows, bool sortFollows) = 0;
     /// Sets the sort column (sub-item index) and switches sorting on: the rows are in order from now on.

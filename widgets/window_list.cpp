@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "platform/runtime_error.h"
-#include "widgets/frozen.h"
 #include "widgets/imagelist.h"
 
 namespace sylvex {
@@ -61,12 +60,9 @@ void WindowListView::AddRows(RowSource& rows, bool sortFollows)
     const std::vector<std::uint32_t> order = inOrder ? rows.SortedPlaces(m_descending) : std::vector<std::uint32_t>();
     const int count = static_cast<int>(rows.Count());
     m_inOrder = -1;
-    {
-        const Frozen frozen(*m_window);
-        for (int i = 0; i < count; ++i) {
-            const auto place = static_cast<std::size_t>(i);
-            WriteRow(before + i, rows.Row(inOrder ? order[place] : place));
-        }
+    for (int i = 0; i < count; ++i) {
+        const auto place = static_cast<std::size_t>(i);
+        WriteRow(before + i, rows.Row(inOrder ? order[place] : place));
     }
     if (inOrder) m_inOrder = count;
     if (!inOrder && m_sorted && !sortFollows) SortNow();
@@ -90,7 +86,7 @@ void WindowListView::SortBy(int column)
 void WindowListView::SortNow()
 {
     // A window that paints looks at its rows anew with each that is written to.
-    const Frozen frozen(*m_window);
+    const Frozen frozen(m_window);
     m_window->Sort(m_sortKey, m_descending);
 }
 

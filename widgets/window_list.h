@@ -32,6 +32,7 @@ public:
 
     // ListView
     WindowHandle hWnd() override;
+    std::unique_ptr<Frozen> Freeze() override { return std::make_unique<Frozen>(m_window); }
     void SetVisible(bool visible) override { m_window->SetVisible(visible); }
     void Refresh() override { m_window->Refresh(); }
     void ClearItems() override;
@@ -120,7 +121,7 @@ private:
     Column& ColumnRecord(int place);
     void MatchColumns();
 
-    std::unique_ptr<ListWindow> m_window;
+    std::shared_ptr<ListWindow> m_window;
     std::vector<Column> m_columns;
     ColumnId m_lastColumn = 0;
     std::unordered_map<RowId, Extras> m_extras;
