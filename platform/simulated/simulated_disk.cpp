@@ -86,11 +86,6 @@ void SimulatedDisk::AddDrive(wchar_t letter, DriveKind kind, const std::wstring&
     m_drives[FoldCase(letter)] = {kind, label, fileSystem, std::move(root)};
 }
 
-void SimulatedDisk::RemoveDrive(wchar_t letter)
-{
-    m_drives.erase(FoldCase(letter));
-}
-
 DiskEntry& SimulatedDisk::AddFolder(const std::wstring& path)
 {
     const auto [above, name] = Split(WithoutEnd(path));
@@ -192,11 +187,6 @@ int SimulatedDisk::Listings(const std::wstring& folder) const
     return CountIn(m_listings, WithoutEnd(folder));
 }
 
-int SimulatedDisk::Searches(const std::wstring& pattern) const
-{
-    return CountIn(m_patterns, pattern);
-}
-
 std::uint32_t SimulatedDisk::LogicalDrives()
 {
     m_gate.Enter("FileSystem::LogicalDrives");
@@ -225,7 +215,6 @@ std::unique_ptr<FileSearch> SimulatedDisk::Search(const std::wstring& pattern)
 {
     m_gate.Enter("FileSystem::Search");
     ++m_searches;
-    ++m_patterns[Folded(pattern)];
     const auto [above, name] = Split(pattern);
     const Drive* const drive = DriveOf(pattern);
     const std::shared_ptr<DiskEntry> folder = FindShared(above);

@@ -44,7 +44,6 @@ public:
 
     /// A drive by its letter; `label` is what the shell shows. Without a file system there is no volume in it.
     void AddDrive(wchar_t letter, DriveKind kind, const std::wstring& label, const std::wstring& fileSystem);
-    void RemoveDrive(wchar_t letter);
     /// Makes a folder and those above it; gives the one that is there already. The drive must exist.
     DiskEntry& AddFolder(const std::wstring& path);
     /// Makes a file, and the folders above it.
@@ -63,8 +62,6 @@ public:
 
     /// How often the folder was listed (a search with wildcards in it).
     int Listings(const std::wstring& folder) const;
-    /// How often a search was started with exactly this pattern.
-    int Searches(const std::wstring& pattern) const;
     /// All searches since the beginning.
     int Searches() const { return m_searches; }
     /// Searches that nobody has closed.
@@ -97,7 +94,6 @@ private:
     CallGate& m_gate;
     std::map<wchar_t, Drive> m_drives;
     std::unordered_map<std::wstring, int> m_listings;
-    std::unordered_map<std::wstring, int> m_patterns;
     std::shared_ptr<int> m_open = std::make_shared<int>(0);
     int m_searches = 0;
     wchar_t m_current = L'C';

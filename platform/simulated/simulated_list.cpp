@@ -83,14 +83,6 @@ std::string SimulatedList::RenderColumns() const
     return text;
 }
 
-void SimulatedList::ClickRow(int row)
-{
-    for (ListState::Row& other : m_state->rows)
-        other.selected = false;
-    m_state->focused = row;
-    if (row >= 0) At(m_state->rows, row, "ClickRow").selected = true;
-}
-
 std::intptr_t SimulatedList::OnMessage(unsigned message, std::uintptr_t wParam, std::intptr_t lParam)
 {
     constexpr unsigned kSetRedraw = 11;
@@ -247,7 +239,7 @@ void SimulatedList::SetColumnWidth(int column, int width)
 
 void SimulatedList::Sort(int column, bool descending)
 {
-    auto& rows = Enter("ListWindow::Sort").rows;
+    auto& rows = Change("ListWindow::Sort").rows;
     const auto place = static_cast<std::size_t>(column);
     const ListState::Row* const focused =
         m_state->focused >= 0 ? &At(rows, m_state->focused, "ListWindow::Sort") : nullptr;

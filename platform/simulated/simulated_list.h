@@ -30,7 +30,7 @@ struct ListState {
     bool redraw = true;
     int focused = -1;
     int refreshes = 0;
-    int exposedChanges = 0;  ///< rows and cells written while the window was visible and redrew
+    int exposedChanges = 0;  ///< what was written or sorted while the window was visible and redrew
     std::vector<Row> rows;
     std::vector<Column> columns;
     std::array<ImageListHandle, 2> imageLists{};
@@ -47,8 +47,6 @@ public:
     std::string Render() const;
     /// One line: captions with widths, such as "Name(240) | Size(73,right)"; columns of width 0 included.
     std::string RenderColumns() const;
-    /// Selects this row alone and focuses it, as a click does; -1 selects none.
-    void ClickRow(int row);
     const ListState& State() const { return *m_state; }
     /// The raw messages that the control sends to list windows.
     std::intptr_t OnMessage(unsigned message, std::uintptr_t wParam, std::intptr_t lParam);

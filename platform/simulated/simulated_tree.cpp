@@ -44,7 +44,6 @@ TreeRow& SimulatedTree::RowOf(ItemHandle item, const char* call)
 TreeRow& SimulatedTree::Change(ItemHandle item, const char* call)
 {
     TreeRow& row = RowOf(item, call);
-    if (m_visible && m_redraw) ++m_exposedChanges;
     row.paintedWhen = 0;
     return row;
 }
@@ -89,7 +88,6 @@ ItemHandle SimulatedTree::Insert(ItemHandle parent, ItemHandle after, ItemData d
     row->selectedImage = look.selectedImage;
     row->button = look.button;
     Link(*row, *above, after == 0 ? above->lastChild : before);
-    if (m_visible && m_redraw) ++m_exposedChanges;
     return m_rows.emplace(row->handle, std::move(row)).first->first;
 }
 
@@ -107,7 +105,6 @@ void SimulatedTree::Delete(ItemHandle item)
         m_rows.clear();
         m_top.firstChild = m_top.lastChild = nullptr;
         m_firstLine = 0;
-        if (m_visible && m_redraw) ++m_exposedChanges;
         return;
     }
     TreeRow& row = Change(item, "TreeWindow::Delete");

@@ -57,13 +57,6 @@ public:
     SimulatedTree& operator=(const SimulatedTree&) = delete;
     ~SimulatedTree() override;
 
-    /// What the window shows, one line a row, two blanks a level: "[+] " or "[-] " for an expand button, with check
-    /// boxes "[x] ", "[ ] " or "*mixed* " (an empty box with a bold label), the text (between stars when bold
-    /// otherwise), " #n" for picture n, " <selected>", " <drop>", " <editing>". A hidden or frozen window says so in a
-    /// first line. Marks are asked for a row that was not painted since they changed.
-    std::string Render() { return Paint(true); }
-    /// The same without the numbers of the pictures.
-    std::string Outline() { return Paint(false); }
     /// The first row with this text, depth first, whether shown or not; 0 when there is none.
     ItemHandle Row(std::wstring_view text) const;
     /// Row n of those shown, from 0; 0 when there is none.
@@ -89,10 +82,6 @@ public:
     int Refreshes() const { return m_refreshes; }
     /// Times that InstallCheckPictures found check boxes.
     int CheckPictures() const { return m_checkPictures; }
-    /// How often the listener was asked for marks.
-    int MarksAsked() const { return m_marksAsked; }
-    /// Rows inserted, deleted or changed while the window was visible and redrew.
-    int ExposedChanges() const { return m_exposedChanges; }
     const ObjectRef& Font() const { return m_font; }
     const ObjectRef& MouseIcon() const { return m_mouseIcon; }
     /// How many shown rows lie above a row, which must be shown itself.
@@ -161,9 +150,6 @@ private:
     int LeftOf(const TreeRow& row, RowPart part) const;
     unsigned FlagsAt(const TreeRow& row, int x) const;
     const RowMarks& Marks(TreeRow& row);
-    RowMarks AskMarks(const TreeRow& row);
-    std::string Paint(bool pictures);
-    std::string PaintRow(TreeRow& row, bool pictures);
     int ImageOf(TreeRow& row);
 
     std::intptr_t NextItem(std::uintptr_t flag, const TreeRow* row);
@@ -200,8 +186,6 @@ private:
     int m_scrolledRight = 0;  // pixels
     int m_refreshes = 0;
     int m_checkPictures = 0;
-    int m_marksAsked = 0;
-    int m_exposedChanges = 0;
 };
 
 }  // namespace sylvex

@@ -178,16 +178,10 @@ std::uint32_t SimulatedTree::BarStyle() const
     return (overflows(0) ? kHorizontalBar : 0) | (overflows(1) ? kVerticalBar : 0);
 }
 
-RowMarks SimulatedTree::AskMarks(const TreeRow& row)
-{
-    ++m_marksAsked;
-    return m_listener.Marks(row.data);
-}
-
 const RowMarks& SimulatedTree::Marks(TreeRow& row)
 {
     if (row.paintedWhen != m_generation) {
-        row.painted = AskMarks(row);
+        row.painted = m_listener.Marks(row.data);
         row.paintedWhen = m_generation;
     }
     return row.painted;
@@ -205,32 +199,6 @@ std::string SimulatedTree::PictureOf(ItemHandle item)
 {
     TreeRow* const row = FindRow(item);
     return row == nullptr ? std::string() : m_windows.ImageLists().Picture(m_images, ImageOf(*row));
-}
-
-std::string SimulatedTree::Paint(bool pictures)
-{
-    std::string text = !m_visible ? "(hidden)\n" : !m_redraw ? "(frozen)\n" : "";
-    for (TreeRow* row = m_top.firstChild; row != nullptr; row = NextShown(*row))
-        text += PaintRow(*row, pictures);
-    return text;
-}
-
-std::string SimulatedTree::PaintRow(TreeRow& row, bool pictures)
-{
-    std::string line(static_cast<std::size_t>(LevelOf(row)) * 2, ' ');
-    if (ShowsButton(row)) line += row.expanded ? "[-] " : "[+] ";
-    const RowMarks marks = Marks(row);
-    const bool boxes = Setting(TreeSetting::Checkboxes) != 0;
-    const bool mixed = boxes && marks.bold && !marks.checked;
-    if (boxes) line += mixed ? "*mixed* " : marks.checked ? "[x] " : "[ ] ";
-    const std::string bold = marks.bold && !mixed ? "*" : "";
-    line += bold + OneLine(row.text) + bold;
-    const int image = ImageOf(row);
-    if (pictures && image >= 0) line += " #" + std::to_string(image);
-    if (row.handle == m_selected) line += " <selected>";
-    if (row.handle == m_dropTarget) line += " <drop>";
-    if (row.handle == m_editing) line += " <editing>";
-    return line + "\n";
 }
 
 }  // namespace sylvex

@@ -117,7 +117,7 @@ std::intptr_t SimulatedTree::NextItem(std::uintptr_t flag, const TreeRow* row)
 
 std::uint32_t SimulatedTree::StateOf(const TreeRow& row)
 {
-    const RowMarks marks = AskMarks(row);
+    const RowMarks marks = m_listener.Marks(row.data);
     std::uint32_t state = marks.bold ? TVIS_BOLD : 0;
     if (row.handle == m_selected) state |= TVIS_SELECTED;
     if (row.handle == m_dropTarget) state |= TVIS_DROPHILITED;

@@ -64,12 +64,6 @@ WindowHandle SimulatedWindows::TopLevelOf(WindowHandle window) const
     return found->second.parent == 0 ? window : TopLevelOf(found->second.parent);
 }
 
-int SimulatedWindows::CountSent(unsigned message) const
-{
-    return static_cast<int>(
-        std::count_if(m_sent.begin(), m_sent.end(), [=](const auto& sent) { return sent.message == message; }));
-}
-
 void SimulatedWindows::Forget(const SimulatedTree& tree)
 {
     std::erase(m_trees, &tree);

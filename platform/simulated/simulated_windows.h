@@ -43,8 +43,6 @@ public:
     const std::vector<SentMessage>& Sent() const { return m_sent; }
     /// Forgets the messages sent so far.
     void ForgetSent() { m_sent.clear(); }
-    /// How often this message was sent to any window.
-    int CountSent(unsigned message) const;
     /// From now on CreateTree raises 7.
     void RefuseTrees() { m_refuseTrees = true; }
 

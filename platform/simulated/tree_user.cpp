@@ -52,15 +52,6 @@ void TreeUser::Click(ItemHandle item, RowPart part, short shift)
     Release(shift);
 }
 
-void TreeUser::DoubleClick(ItemHandle item)
-{
-    ClickRow(item);
-    if (Ignored()) return;
-    m_tree.Listener().DoubleClicked();
-    if (const TreeRow* const row = m_tree.Find(item)) m_tree.OpenOrClose(item, !row->expanded);
-    m_tree.Listener().MouseUp(1, 0, m_at);
-}
-
 void TreeUser::Press(Point where, short button, short shift)
 {
     m_tree.Machine().SetCursor(m_tree.ToScreen(where));
@@ -106,29 +97,14 @@ void TreeUser::Release(short shift)
     m_tree.Listener().MouseUp(button, shift, m_at);
 }
 
-void TreeUser::DragTo(ItemHandle from, ItemHandle to)
-{
-    const Point start = MiddleOf(from);
-    Press(start);
-    MoveTo({start.x + m_tree.Machine().MetricValue(68), start.y});
-    for (int move = 0; move < 2; ++move)
-        MoveTo(MiddleOf(to));
-}
-
 void TreeUser::PressKey(short key, short shift)
 {
     if (Ignored()) return;
     TreeWindowListener& listener = m_tree.Listener();
     short down = key;
     listener.KeyDown(down, shift);
-    if (down != 0) {
-        m_received.push_back("key " + std::to_string(down));
-        ActOnKey(down);
-    }
-    if (short character = CharacterOf(key, shift); character != 0) {
-        listener.KeyPress(character);
-        if (character != 0) m_received.push_back("char " + std::to_string(character));
-    }
+    if (down != 0) ActOnKey(down);
+    if (short character = CharacterOf(key, shift); character != 0) listener.KeyPress(character);
     short up = key;
     listener.KeyUp(up, shift);
 }

@@ -18,7 +18,6 @@ public:
     void ClickRow(ItemHandle item, short shift = 0) { Click(item, RowPart::Label, shift); }
     void ClickButton(ItemHandle item) { Click(item, RowPart::Button, 0); }
     void ClickCheck(ItemHandle item) { Click(item, RowPart::Box, 0); }
-    void DoubleClick(ItemHandle item);
 
     /// The pointer in client pixels; the desktop's cursor goes with it.
     void Press(Point where, short button = 1, short shift = 0);
@@ -26,14 +25,10 @@ public:
     void Release(short shift = 0);
     /// The middle of a part of a row.
     Point MiddleOf(ItemHandle item, RowPart part = RowPart::Label) const;
-    /// Presses on a row's label and moves past the drag threshold, then on to the other row, twice; no release.
-    void DragTo(ItemHandle from, ItemHandle to);
 
     /// Presses and releases a key by its virtual code; letters, digits, space, Esc, Enter, Tab and Backspace also give
     /// their character. Arrows, + and - of the number pad, F2 and the space bar act on the tree unless swallowed.
     void PressKey(short key, short shift = 0);
-    /// What keys and characters reached the tree itself, such as "key 27" and "char 27".
-    const std::vector<std::string>& Received() const { return m_received; }
 
     /// Clicks a label that is selected: opens label editing when the tree's setting allows it.
     void BeginLabel(ItemHandle item);
@@ -48,7 +43,6 @@ private:
     void SelectByKey(ItemHandle item);
     bool Ignored() const;
     SimulatedTree& m_tree;
-    std::vector<std::string> m_received;
     Point m_pressed;
     Point m_at;
     short m_button = 0;

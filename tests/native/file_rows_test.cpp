@@ -157,11 +157,14 @@ TEST_F(FileRowsTest, AFolderIsListedOnceAndTypesAreAskedForOnce)
     const int searches = desktop.disk.Searches();
     const std::size_t types = desktop.shell.TypeIndexAsks().size();
     const std::size_t files = desktop.shell.IconIndexAsks().size();
+    const ListState& shown = static_cast<SimulatedList&>(scene.list()).State();
+    const int painted = shown.exposedChanges;
     Build();
     ASSERT_EQ(scene.list().RowCount(), 45);
     EXPECT_EQ(desktop.disk.Listings(L"C:\\Scratch\\t"), listings + 1);
     EXPECT_EQ(desktop.disk.Searches(), searches + 1);
     EXPECT_EQ(desktop.disk.OpenSearches(), 0);
+    EXPECT_EQ(shown.exposedChanges, painted) << "on the way";
     // Once for txt, odd and folders; programs show pictures of their own.
     EXPECT_EQ(desktop.shell.TypeIndexAsks().size() - types, 3u);
     std::vector<std::string> asked = desktop.shell.IconIndexAsks();
