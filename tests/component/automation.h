@@ -118,20 +118,4 @@ private:
 /// The connection point of a control for an outgoing interface; null when it has none. The caller releases it.
 IConnectionPoint* PointOf(const Value& control, const IID& outgoing);
 
-/// Takes the error reports of this process while it lives, in place of boxes that nobody would close.
-class ReportLog {
-public:
-    ReportLog();
-    ~ReportLog();
-    ReportLog(const ReportLog&) = delete;
-    ReportLog& operator=(const ReportLog&) = delete;
-    /// "Module.Procedure number" of each report so far, joined by "; ", which it forgets.
-    std::wstring Take();
-
-private:
-    class Factory;
-    Factory* m_factory;
-    DWORD m_registration = 0;
-};
-
 }  // namespace sylvex::test

@@ -11,6 +11,7 @@
 #include "tests/component/component_file.h"
 #include "tests/component/faults.h"
 #include "tests/component/test_control.h"
+#include "tests/component/test_reporter.h"
 
 namespace sylvex::test {
 namespace {
@@ -84,7 +85,7 @@ protected:
     }
 
     FaultyList list;
-    ReportLog reports;
+    TestReporter reports;
     Value control = MakeControl();
     Value other = MakeControl();
     Value root;

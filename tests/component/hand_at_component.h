@@ -13,6 +13,7 @@
 
 #include "tests/component/automation.h"
 #include "tests/component/test_container.h"
+#include "tests/component/test_reporter.h"
 
 namespace sylvex::test {
 
@@ -86,7 +87,7 @@ protected:
     TestContainer container;
     Embedded embedded{container};
     Value control{static_cast<IDispatch*>(embedded.control.Get())};
-    ReportLog reports;
+    TestReporter reports;
     BoxReader boxes;
 
 private:

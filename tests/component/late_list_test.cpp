@@ -6,6 +6,7 @@
 #include <set>
 
 #include "tests/component/automation.h"
+#include "tests/component/test_reporter.h"
 
 #include <commctrl.h>
 
@@ -147,7 +148,7 @@ protected:
         return index == 0 ? item.Get(L"Text") : item.Get(L"SubItems", {index});
     }
 
-    ReportLog reports;
+    TestReporter reports;
     Journal journal;
     HWND window = CreateWindowExW(0, WC_LISTVIEWW, L"List", WS_OVERLAPPEDWINDOW | LVS_REPORT, 0, 0, 400, 300, nullptr,
                                   nullptr, GetModuleHandleW(nullptr), nullptr);

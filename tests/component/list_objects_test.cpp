@@ -2,6 +2,7 @@
 
 #include "SylvexControl_h.h"
 #include "tests/component/automation.h"
+#include "tests/component/test_reporter.h"
 
 #include <commctrl.h>
 
@@ -69,7 +70,7 @@ protected:
         own->Release();
     }
 
-    ReportLog reports;
+    TestReporter reports;
     ListViewWindow window;
     Value control = MakeControl();
     Value list, items, columns;

@@ -4,94 +4,17 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <functional>
 #include <iterator>
 #include <vector>
 
 #include "tests/component/automation.h"
 #include "tests/component/component_file.h"
+#include "tests/component/test_reporter.h"
 
 namespace sylvex::test {
 namespace {
 
 constexpr long kPassedOn = 65535;
-constexpr CLSID kClass = {0x9b0d1a44, 0x06c5, 0x4f5c, {0xb1, 0x7a, 0x3e, 0x90, 0x55, 0x12, 0xd8, 0x6f}};
-constexpr wchar_t kName[] = L"Quenmark.Error";
-
-/// A reporting object that is registered while it lives, and does with reports what a test tells it.
-class TestReporter final : public IClassFactory, public IDispatch {
-public:
-    std::vector<std::array<std::wstring, 8>> reports;
-    std::function<HRESULT()> onReport;
-    HRESULT asked = S_OK;  ///< what a question for a name answers
-    int actionsRead = 0;
-
-    TestReporter()
-    {
-        wchar_t id[39];
-        StringFromGUID2(kClass, id, static_cast<int>(std::size(id)));
-        const std::wstring key = std::wstring(kName) + L"\\CLSID";
-        RegSetKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, REG_SZ, id, sizeof id);
-        CoRegisterClassObject(kClass, static_cast<IClassFactory*>(this), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
-                              &m_registration);
-    }
-    ~TestReporter()
-    {
-        CoRevokeClassObject(m_registration);
-        RegDeleteTreeW(HKEY_CLASSES_ROOT, kName);
-        EXPECT_EQ(m_references, 0);
-    }
-    /// "Module.Procedure number", joined.
-    std::wstring Trace() const
-    {
-        std::wstring trace;
-        for (const auto& report : reports)
-            trace += (trace.empty() ? L"" : L"; ") + report[2] + L"." + report[3] + L" " + report[5];
-        return trace;
-    }
-
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override
-    {
-        *found = nullptr;
-        if (id == IID_IUnknown || id == IID_IClassFactory) *found = static_cast<IClassFactory*>(this);
-        if (id == IID_IDispatch) *found = static_cast<IDispatch*>(this);
-        if (*found) ++m_references;
-        return *found ? S_OK : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++m_references); }
-    STDMETHODIMP_(ULONG) Release() override { return static_cast<ULONG>(--m_references); }
-    STDMETHODIMP CreateInstance(IUnknown*, REFIID id, void** object) override { return QueryInterface(id, object); }
-    STDMETHODIMP LockServer(BOOL) override { return S_OK; }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* members) override
-    {
-        *members = lstrcmpW(names[0], L"ErrorHandler") == 0 ? 1 : 2;
-        return asked;
-    }
-    STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO*,
-                        UINT*) override
-    {
-        if (member == 2) {
-            EXPECT_EQ(flags, DISPATCH_PROPERTYGET);
-            ++actionsRead;
-            V_VT(result) = VT_I4, V_I4(result) = 5;  // any value that has a text will do
-            return S_OK;
-        }
-        EXPECT_EQ(arguments->cArgs, 8u);
-        std::array<std::wstring, 8> report;
-        for (UINT i = 0; i < 8; ++i)
-            report[i] = Value(arguments->rgvarg[7 - i]).Text();
-        reports.push_back(report);
-        return onReport ? onReport() : S_OK;
-    }
-
-private:
-    DWORD m_registration = 0;
-    int m_references = 0;
-};
-
 /// A failure two procedures deep: a tick without a list.
 long FailTwoDeep(const Value& control)
 {

@@ -5,6 +5,7 @@
 #include "SylvexControl_h.h"
 #include "tests/component/automation.h"
 #include "tests/component/test_control.h"
+#include "tests/component/test_reporter.h"
 
 namespace sylvex::test {
 namespace {
@@ -41,7 +42,7 @@ protected:
     }
     void Type(wchar_t character) { SendMessageW(WindowOf(control), WM_CHAR, static_cast<WPARAM>(character), 1); }
 
-    ReportLog reports;
+    TestReporter reports;
     Value control = MakeControl();
 };
 

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "tests/component/automation.h"
+#include "tests/component/test_reporter.h"
 
 namespace sylvex::test {
 namespace {
@@ -49,7 +50,7 @@ protected:
         return Branches(nodes.Get(L"Item", {1}).Get(L"Root").Get(L"FirstSibling"));
     }
 
-    ReportLog reports;
+    TestReporter reports;
     Value control = MakeControl();
     Value tree = control.Get(L"TreeView");
     Value nodes = tree.Get(L"Nodes");
