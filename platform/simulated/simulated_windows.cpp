@@ -99,7 +99,6 @@ bool SimulatedWindows::Exists(WindowHandle window)
 std::intptr_t SimulatedWindows::Send(WindowHandle window, unsigned message, std::uintptr_t wParam, std::intptr_t lParam)
 {
     m_gate.Enter("Windows::Send");
-    m_sent.push_back({window, message, wParam, lParam});
     const auto found = m_windows.find(window);
     if (found == m_windows.end()) return 0;
     if (found->second.tree != nullptr) return found->second.tree->OnMessage(message, wParam, lParam);

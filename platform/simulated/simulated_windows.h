@@ -14,14 +14,6 @@ namespace sylvex {
 
 class SimulatedTree;
 
-/// One message that went through Windows::Send.
-struct SentMessage {
-    WindowHandle window = 0;
-    unsigned message = 0;
-    std::uintptr_t wParam = 0;
-    std::intptr_t lParam = 0;
-};
-
 /// The windows of the simulated desktop: hosts' own, their list views, and the control's trees.
 class SimulatedWindows final : public Windows {
 public:
@@ -39,10 +31,6 @@ public:
     WindowHandle TopLevelOf(WindowHandle window) const;
     /// The trees that exist, in the order of their making. They belong to who called CreateTree.
     const std::vector<SimulatedTree*>& Trees() const { return m_trees; }
-    /// Every message that was sent, in order.
-    const std::vector<SentMessage>& Sent() const { return m_sent; }
-    /// Forgets the messages sent so far.
-    void ForgetSent() { m_sent.clear(); }
     /// From now on CreateTree raises 7.
     void RefuseTrees() { m_refuseTrees = true; }
 
@@ -78,7 +66,6 @@ private:
     SimulatedSystem& m_system;
     std::map<WindowHandle, Window> m_windows;
     std::vector<SimulatedTree*> m_trees;
-    std::vector<SentMessage> m_sent;
     std::function<void(WindowHandle)> m_whenDestroyed;
     WindowHandle m_last = 0x10000;
     bool m_refuseTrees = false;

@@ -23,7 +23,6 @@ protected:
         scene.Enumerate();
         scene.control().LetDragDropEnable(true);
         scene.control().LetSelectedItem(&scene.At(L"t/a/a1"));
-        desktop.windows.ForgetSent();
     }
     Node& At(const wchar_t* path) { return scene.At(path); }
     ItemHandle ItemOf(const wchar_t* path) { return state.TV.ItemOf(At(path)); }
@@ -48,57 +47,6 @@ protected:
 private:
     int m_operations = 0;
 };
-
-TEST_F(DragNativeTest, EachWrapperSendsItsOneMessage)
-{
-    const ItemHandle item = ItemOf(L"t/a");
-    const auto itemWord = static_cast<std::intptr_t>(item);
-    Rect rect;
-    TVITEM record;
-    record.hItem = item;
-    TVHITTESTINFO hit;
-    hit.pt = hand.On(At(L"t/a"));
-    const auto address = [](auto& value) { return reinterpret_cast<std::intptr_t>(&value); };
-    struct {
-        std::function<std::uintptr_t()> call;
-        unsigned message;
-        std::uintptr_t wParam;
-        std::intptr_t lParam;
-        std::uintptr_t answer;
-    } const cases[] = {
-        {[&] { return tree.TreeView_Expand(window, item, 1); }, 4354, 1, itemWord, 1},
-        {[&] { return tree.TreeView_Expand(window, item, 2); }, 4354, 2, itemWord, 1},
-        {[&] { return tree.TreeView_GetItemRect(window, item, rect, false); }, 4356, 0, address(rect), 1},
-        {[&] { return tree.TreeView_GetItemRect(window, item, rect, true); }, 4356, 1, address(rect), 1},
-        {[&] { return tree.TreeView_GetNextItem(window, item, 1); }, 4362, 1, itemWord, ItemOf(L"t/b")},
-        {[&] { return tree.TreeView_GetParent(window, item); }, 4362, 3, itemWord, ItemOf(L"t")},
-        {[&] { return tree.TreeView_SelectDropTarget(window, item); }, 4363, 8, itemWord, 1},
-        {[&] { return tree.TreeView_GetDropHilight(window); }, 4362, 8, 0, item},
-        {[&] { return tree.TreeView_GetRoot(window); }, 4362, 0, 0, state.TV.ItemOf(scene.nodes().Item(1))},
-        {[&] { return tree.TreeView_Select(window, item, 9); }, 4363, 9, itemWord, 1},
-        {[&] { return tree.TreeView_GetItem(window, record); }, 4364, 0, address(record), 1},
-        {[&] { return tree.TreeView_SetItem(window, record); }, 4365, 0, address(record), 1},
-        {[&] { return tree.TreeView_HitTest(window, hit); }, 4369, 0, address(hit), item},
-    };
-    for (const auto& [call, message, wParam, lParam, answer] : cases) {
-        desktop.windows.ForgetSent();
-        EXPECT_EQ(call(), answer) << message;
-        ASSERT_EQ(desktop.windows.Sent().size(), 1u) << message;
-        const SentMessage& sent = desktop.windows.Sent()[0];
-        EXPECT_EQ(sent.window, window);
-        EXPECT_EQ(sent.message, message);
-        EXPECT_EQ(sent.wParam, wParam) << message;
-        EXPECT_EQ(sent.lParam, lParam) << message;
-    }
-    EXPECT_EQ(rect, hand.LabelOf(At(L"t/a")));
-    desktop.windows.ForgetSent();
-    const ImageListHandle picture = tree.TreeView_CreateDragImage(window, item);
-    EXPECT_EQ(desktop.windows.Sent()[0].message, 4370u);
-    desktop.images.Destroy(picture);
-    EXPECT_FALSE(tree.TreeView_Expand(window, 7, 2));
-    EXPECT_EQ(tree.TreeView_CreateDragImage(window, 7), 0u);
-    EXPECT_EQ(tree.TreeView_GetRoot(0), 0u);
-}
 
 TEST_F(DragNativeTest, ItemsKnowTheirAncestorsAndWhetherTheyCanOpen)
 {
