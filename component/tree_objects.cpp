@@ -18,9 +18,12 @@ Variant HandleProperty(const VARIANT& object)
     LPOLESTR name = nameText;
     DISPID member = DISPID_UNKNOWN;
     DISPPARAMS none{};
-    if (FAILED(list->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &member))) ThrowTypeMismatch();
-    const HRESULT asked = list->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, handle.Put(),
-                                       nullptr, nullptr);
+    const HRESULT asked = Guarded([&] {
+        const HRESULT found = list->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &member);
+        if (FAILED(found)) return found;
+        return list->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, handle.Put(), nullptr,
+                            nullptr);
+    });
     if (FAILED(asked)) ThrowTypeMismatch();
     return handle;
 }

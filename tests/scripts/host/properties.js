@@ -44,6 +44,16 @@ Sylvex.Font.Bold = true;
 Host.Echo("Font: " + Sylvex.Font.Bold);
 Sylvex.Font = Sylvex.Font;
 Host.Echo("Pictures: " + Sylvex.MouseIcon + ", " + Sylvex.Picture);
+function takesImages(images) {
+    try {
+        Sylvex.ImageList = images;
+        return "taken " + (Sylvex.TreeView.ImageList === images);
+    } catch (error) {
+        return "refused " + (error.number & 0xFFFF);
+    }
+}
+var own = Sylvex.TreeView.ImageList;
+Host.Echo("ImageList: " + [takesImages({ hImageList: 0 }), takesImages({}), takesImages("none"), takesImages(own)]);
 Sylvex.SelectedItem = Sylvex.TreeView.Nodes(1);
 Host.Echo("SelectedItem: " + Sylvex.SelectedItem.Key);
 Host.Echo("ReqListView: " + Sylvex.ReqListView.ColumnHeaders.Count + " columns");
