@@ -161,7 +161,6 @@ void Sylvex::FreezeCtl(bool bFreeze)
     constexpr unsigned kSetRedraw = 11;
     Trapped(m_instance, L"FreezeCtl", VARIABLES(bFreeze), kNone, [&](int& line) {
         const NamedModule modTools(L"modTools", m_instance.platform);
-        m_instance.TV.SetFrozen(bFreeze);
         if (bFreeze) {
             line = 1;
             Trapped(modTools, L"FreezeCtl", Variables("Ctl", m_instance), kNone, [&](int& inner) {

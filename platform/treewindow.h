@@ -108,7 +108,8 @@ public:
     virtual void EditLabel(ItemHandle item) = 0;
     /// Ends a label edit without taking its text; nothing when none is open.
     virtual void CancelEdit() = 0;
-    /// Off: nothing repaints, and many rows may be inserted cheaply.
+    /// Off: nothing repaints, and many rows may be inserted cheaply. A WM_SETREDRAW from outside is kept apart: the
+    /// window repaints when both are on.
     virtual void SetRedraw(bool redraw) = 0;
     /// The marks of any row may have changed: rows are asked anew before they are painted.
     virtual void MarksChanged() = 0;

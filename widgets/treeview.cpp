@@ -370,7 +370,7 @@ TreeView::Updating::~Updating()
 void TreeView::Updating::End()
 {
     TreeView* const tree = std::exchange(m_tree, nullptr);
-    if (tree == nullptr || --tree->m_updates > 0 || tree->m_window == nullptr || tree->m_frozen) return;
+    if (tree == nullptr || --tree->m_updates > 0 || tree->m_window == nullptr) return;
     tree->m_window->SetRedraw(true);
 }
 

@@ -74,7 +74,8 @@ public:
     void SetVisible(bool visible);
     /// Pixels in the parent window.
     void Move(const Rect& place);
-    /// Between its beginning and End, or its own end, nothing is painted; they nest.
+    /// Between its beginning and End, or its own end, nothing is painted; they nest. A host that has stopped the
+    /// painting by message keeps it stopped beyond that.
     class Updating {
     public:
         explicit Updating(TreeView& tree);
@@ -86,8 +87,6 @@ public:
     private:
         TreeView* m_tree;
     };
-    /// While frozen, the end of an update does not resume painting: the host has stopped it.
-    void SetFrozen(bool frozen) { m_frozen = frozen; }
 
     /// A setting as its property holds it. Writing raises 380 outside the setting's values.
     int Setting(TreeSetting setting) const { return m_settings[static_cast<std::size_t>(setting)]; }
@@ -166,7 +165,6 @@ private:
     ImageListHandle m_imageList = 0;
     bool m_visible = true;
     int m_updates = 0;
-    bool m_frozen = false;
     Rect m_place;
 };
 

@@ -72,7 +72,7 @@ public:
     const std::wstring& EditText() const { return m_editText; }
     int Setting(TreeSetting setting) const;
     const Rect& Place() const { return m_place; }
-    bool Redraws() const { return m_redraw; }
+    bool Redraws() const { return m_redraw && !m_frozen; }
     /// A scroll bar, 0 the horizontal, 1 the vertical one; there whether it shows or not.
     ScrollBar BarOf(int bar) const;
     /// The bits of the window's style that its scroll bars set.
@@ -181,6 +181,7 @@ private:
     bool m_gone = false;
     bool m_visible = true;
     bool m_redraw = true;
+    bool m_frozen = false;  // by a message of the host
     unsigned m_generation = 1;
     int m_firstLine = 0;
     int m_scrolledRight = 0;  // pixels

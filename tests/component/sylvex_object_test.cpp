@@ -414,14 +414,23 @@ TEST_F(SylvexObject, PathTakesWhatExistsOnly)
     EXPECT_EQ(control.Get(L"Path").Text(), L"C:\\windows");
 }
 
+TEST_F(SylvexObject, AThawShowsWhatWasLoadedMeanwhile)
+{
+    const auto repaints = [&] { return (GetWindowLongW(WindowOf(control), GWL_STYLE) & WS_VISIBLE) != 0; };
+    EXPECT_TRUE(repaints());
+    EXPECT_EQ(V_VT(&control.Call(L"FreezeCtl", {true}).Raw()), VT_EMPTY);
+    control.Call(L"Enumerate");
+    EXPECT_FALSE(repaints());
+    control.Call(L"FreezeCtl", {false});
+    EXPECT_TRUE(repaints());
+}
+
 TEST_F(SylvexObject, ArgumentsMayBeLeftOut)
 {
     control.Call(L"BuildFileList");
     EXPECT_EQ(reports.Take(), L"") << "without a node nothing happens";
     EXPECT_EQ(ErrorOf([&] { control.Call(L"SetNodeChecked", {true}); }), kPassedOn);
     EXPECT_EQ(reports.Take(), L"Sylvex.SetNodeChecked 91") << "there is no list to take the node from";
-    EXPECT_EQ(V_VT(&control.Call(L"FreezeCtl", {true}).Raw()), VT_EMPTY);
-    control.Call(L"FreezeCtl", {false});
 }
 
 }  // namespace
