@@ -82,11 +82,19 @@ Node* TreeObjects::NodeOf(IUnknown* object)
     return &node;
 }
 
+const Variant& TreeObjects::ImageList() const
+{
+    static const Variant own;
+    return m_link->Tree().ShownImages() == m_imageListHandle ? m_imageList : own;
+}
+
 ImageListHandle TreeObjects::TakeImageList(const VARIANT& given)
 {
-    const ImageListHandle handle = ImageListOf(given);
-    m_imageList = Variant(given);
-    return handle;
+    const Variant value(given);
+    if (value.Type() == VT_EMPTY) return m_link->Tree().BoundImages();
+    m_imageListHandle = ImageListOf(given);
+    m_imageList = value;
+    return m_imageListHandle;
 }
 
 }  // namespace sylvex

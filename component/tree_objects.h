@@ -29,10 +29,10 @@ public:
     /// has been removed, 35601 when it belongs to another tree.
     Node* NodeOf(IUnknown* object);
 
-    /// What a host gave as the tree's image list, empty when it gave none.
-    const Variant& ImageList() const { return m_imageList; }
-    /// Keeps what a host gives as the tree's image list, and answers its handle: 0 for nothing, a number is the handle
-    /// itself, an object tells it as hImageList. Raises 13 for anything else.
+    /// What a host gave as the image list that the tree shows; empty while that is the control's own.
+    const Variant& ImageList() const;
+    /// Keeps what a host gives as the tree's image list, and answers its handle: 0 for nothing, the control's own for
+    /// Empty, a number is the handle itself, an object tells it as hImageList. Raises 13 for anything else.
     ImageListHandle TakeImageList(const VARIANT& given);
 
     /// Whether the roots are kept in order of their texts.
@@ -44,6 +44,7 @@ private:
     ComPtr<ITreeView> m_tree;
     ComPtr<INodes> m_nodes;
     Variant m_imageList;
+    ImageListHandle m_imageListHandle = 0;
     bool m_rootsSorted = false;
 };
 

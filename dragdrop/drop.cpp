@@ -125,7 +125,7 @@ void Drop::Move(DropLocals& locals, const NodeRef& moved, const NodeRef& target,
     PutUnder(node, target);
     line = 7;
     {
-        const auto to = m_tree.BuildFullPath(node->Parent()) + node->Text() + L"\\";
+        const auto to = m_tree.QualifyPath(m_tree.BuildFullPath(node->Parent())) + node->Text() + L"\\";
         m_tree.SetMoving(m_tree.QualifyPath(locals.DropSource), to);
         const AtEnd arrived([this] { m_tree.SetMoving({}, {}); });
         m_disk.WindowsDiskOps(locals.DropSource, locals.DropDestin, kMoveFlavor);

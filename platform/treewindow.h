@@ -99,7 +99,8 @@ public:
     virtual void SetButton(ItemHandle item, ExpandButton button) = 0;
     /// Opens or closes a row; the listener is not asked.
     virtual void Expand(ItemHandle item, bool expand) = 0;
-    virtual void EnsureVisible(ItemHandle item) = 0;
+    /// Scrolls a row into view, the rows above it opened; true when the view has moved.
+    virtual bool EnsureVisible(ItemHandle item) = 0;
     /// Selects a row (0: none); the listener is told with `byUser` false.
     virtual void Select(ItemHandle item) = 0;
     virtual void SelectDropTarget(ItemHandle item) = 0;

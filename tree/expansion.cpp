@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -69,8 +70,10 @@ std::vector<std::uint32_t> SortedPlaces(Regional& regional, std::size_t count, N
 void FolderTree::LoadChildren(Node& node)
 {
     if (node.Children() != 1 || node.Child()->Children() != 0) return;
+    const NodeRef kept(&node);
+    // Letting go of the child's tag may run code of the host.
     node.Collection().Remove(*node.Child());
-    EnumFilesUnder(node);
+    if (kept) EnumFilesUnder(node);
 }
 
 /// The variables of one reading of a folder.
@@ -92,9 +95,10 @@ void FolderTree::EnumFilesUnder(Node& n)
     own.n = NodeRef(&n);
     const auto locals = VARIABLES(own.sPath, own.sExt, own.hFind, own.oldPath, own.W32FD, si, own.hIcon, FolderPic,
                                   TempNode, own.n2, own.L4, own.n);
+    std::optional<TreeView::Updating> hidden;
     Trapped(m_instance, L"EnumFilesUnder", VARIABLES(own.n), locals, [&](int& line) {
         line = 1;
-        TreeView::Updating hidden(m_instance.TV);
+        hidden.emplace(m_instance.TV);
         line = 2;
         // A folder whose own name has a listed extension is a folder all the same.
         own.sPath = QualifyPath(BuildFullPath(&n));
@@ -102,10 +106,14 @@ void FolderTree::EnumFilesUnder(Node& n)
         const Listing listing = ReadFolder(own);
         line = 4;
         AddFolders(n, listing, own);
+        line = 5;
+        n.SetSorted(true);
+        n.SetSorted(false);
         line = 6;
         AddFiles(n, listing, own);
         line = 8;
-        hidden.End();
+        hidden->End();
+        if (!m_instance.TV.Visible()) m_instance.TV.SetVisible(true);
     });
 }
 
@@ -135,9 +143,8 @@ void FolderTree::AddFolders(Node& n, const Listing& listing, FolderLocals& own)
     Nodes& nodes = n.Collection();
     const int closed = nodes.Images().NumberOfKey(L"cl");
     const int open = nodes.Images().NumberOfKey(L"op");
-    const auto nameAt = [&](std::size_t place) { return listing.NameOf(listing.folders[place]); };
-    for (const std::uint32_t place : SortedPlaces(m_instance.platform.regional, listing.folders.size(), nameAt)) {
-        own.n2 = &nodes.AddChild(n, nameAt(place), closed, open);
+    for (const Listing::Entry& folder : listing.folders) {
+        own.n2 = &nodes.AddChild(n, listing.NameOf(folder), closed, open);
         nodes.DeferPlaceholder(*own.n2);
         ++own.L4;
     }

@@ -36,7 +36,7 @@ void Navigation::SetNodeVisible()
         line = 2;
         NodeRef node = m_search.First(qPath);
         if (!node) return;
-        L4 = node->Index();
+        L4 = node->KnownIndex();
         sFullPath = qPath;
         if (const NodeRef parent = node->Parent(); parent) {
             line = 3;

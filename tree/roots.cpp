@@ -1,4 +1,5 @@
 #include <bit>
+#include <optional>
 
 #include "platform/text.h"
 #include "tree/folder_tree.h"
@@ -63,8 +64,8 @@ std::wstring DrivePicture(unsigned type, int bit, const std::wstring& previous)
 FolderTree::FolderTree(Instance& instance) : m_instance(instance)
 {
     instance.TV.GetNodes().SetPlaceholderQuestion([this](Node& node) {
-        // Asked by the name under its folder, whatever the file filter makes of a folder's own path.
-        const std::wstring path = BuildFullPath(node.Parent()) + node.Text() + L"\\";
+        // Asked by the name under its folder, whatever the file filter makes of the paths of folders.
+        const std::wstring path = QualifyPath(BuildFullPath(node.Parent())) + node.Text() + L"\\";
         if (hasSubDirectory(path)) return true;
         const bool onItsWay = !m_movingTo.empty() && path.starts_with(m_movingTo);
         return onItsWay && hasSubDirectory(m_movingFrom + path.substr(m_movingTo.size()));
@@ -78,14 +79,17 @@ void FolderTree::LoadSystemIcons()
 
 void FolderTree::Clear()
 {
+    std::optional<Clearing> clearing;
+    std::optional<TreeView::Updating> hidden;
     Trapped(m_instance, L"Clear", kNone, kNone, [&](int& line) {
         line = 1;
-        const Clearing clearing(m_instance.InClear);
+        clearing.emplace(m_instance.InClear);
         line = 2;
-        TreeView::Updating hidden(m_instance.TV);
+        hidden.emplace(m_instance.TV);
         m_instance.TV.GetNodes().Clear();
         line = 3;
-        hidden.End();
+        hidden->End();
+        if (!m_instance.TV.Visible()) m_instance.TV.SetVisible(true);
     });
 }
 

@@ -1,10 +1,13 @@
 #include "widgets/image_names.h"
 
+#include <algorithm>
+
 namespace sylvex {
 
 void ImageNames::Bind(const ImageList* images)
 {
     m_images = images;
+    m_shownInstead = 0;
     for (Entry& entry : m_names)
         entry.picture = -1;
 }
@@ -33,7 +36,7 @@ int ImageNames::Picture(int number) const
     // A picture may join the list after its name was first used, so only what was found is kept.
     if (const auto* key = std::get_if<std::wstring>(&entry.name))
         entry.picture = m_images->IndexOf(*key);
-    else if (std::get<int>(entry.name) <= m_images->Count())
+    else if (std::get<int>(entry.name) <= std::max(m_images->Count(), m_shownInstead))
         entry.picture = std::get<int>(entry.name) - 1;
     return entry.picture;
 }

@@ -15,6 +15,11 @@ class ImageNames {
 public:
     /// Binds the list whose keys the names refer to; null: nothing has a picture. It must outlive the binding.
     void Bind(const ImageList* images);
+    /// How many pictures another list holds that is shown in place of the bound one: names that are numbers may go so
+    /// far.
+    void ShowInstead(int pictures) { m_shownInstead = pictures; }
+    /// The bound list; 0 when there is none.
+    ImageListHandle Handle() const { return m_images != nullptr ? m_images->Handle() : 0; }
     /// The number of a name; a new name gets the next one.
     int Number(const ImageName& name);
     int NumberOfKey(const std::wstring& key);
@@ -28,6 +33,7 @@ private:
         mutable int picture = -1;
     };
     const ImageList* m_images = nullptr;
+    int m_shownInstead = 0;
     std::vector<Entry> m_names{Entry{}};
     std::unordered_map<std::wstring, int> m_keys;
 };

@@ -175,6 +175,11 @@ int Node::Index() const
     return static_cast<int>(m_nodes->m_order.PositionOf(m_slot));
 }
 
+int Node::KnownIndex() const
+{
+    return static_cast<int>(m_nodes->m_order.PositionOf(m_slot));
+}
+
 int Node::ResolvedChildren() const
 {
     m_nodes->Resolve(*m_nodes->m_slots[m_slot]);

@@ -98,6 +98,8 @@ public:
 
     /// Position in the collection, from 1.
     int Index() const;
+    /// The same as far as it is known: placeholders that are still in question are not counted, and no disk is read.
+    int KnownIndex() const;
     int Children() const { return m_childPending ? ResolvedChildren() : m_children; }
     Node* Child() const { return m_childPending ? ResolvedChild() : m_child; }
     Node* Next() const { return m_next; }

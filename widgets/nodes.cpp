@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <new>
 #include <numeric>
+#include <utility>
 
 #include "platform/runtime_error.h"
 
@@ -286,11 +287,12 @@ void Nodes::CompactIfSparse()
         if (node != nullptr) nodes.push_back(node);
     m_slots.clear();
     m_order.Clear();
-    m_lowestPending = 0;
+    bool anyPending = false;
     for (Node* node : nodes) {
         node->m_slot = m_order.Append(true);
         m_slots.push_back(node);
         if (!node->m_childPending) continue;
+        if (!std::exchange(anyPending, true)) m_lowestPending = node->m_slot;
         m_order.Append(false);
         m_slots.push_back(nullptr);
     }
@@ -310,10 +312,12 @@ void Nodes::Sort(Node* parent)
         m_regional.AppendSortKey(node->m_text, keys);
         order.push_back({start, keys.size() - start, node});
     }
-    const std::string_view all = keys;
-    std::stable_sort(order.begin(), order.end(), [all](const Keyed& left, const Keyed& right) {
+    const auto before = [all = std::string_view(keys)](const Keyed& left, const Keyed& right) {
         return all.substr(left.start, left.length) < all.substr(right.start, right.length);
-    });
+    };
+    // A directory often lists its names in this order.
+    if (std::is_sorted(order.begin(), order.end(), before)) return;
+    std::stable_sort(order.begin(), order.end(), before);
     Node* previous = nullptr;
     Node*& first = parent != nullptr ? parent->m_child : m_firstRoot;
     for (const Keyed& keyed : order) {

@@ -38,7 +38,7 @@ void TreeView::AttachWindow(WindowHandle parent)
     WriteSettings();
     m_window->SetRedraw(false);
     InsertRowsOf(nullptr);
-    m_window->SetRedraw(true);
+    if (m_updates == 0) m_window->SetRedraw(true);
     if (Node* selected = m_selected.IfAlive(); selected != nullptr && selected->m_item != 0)
         m_window->Select(selected->m_item);
 }
@@ -46,7 +46,6 @@ void TreeView::AttachWindow(WindowHandle parent)
 void TreeView::DetachWindow()
 {
     m_window.reset();
-    m_updates = 0;
     Forget(nullptr);
 }
 
@@ -59,6 +58,7 @@ void TreeView::WriteSettings()
     m_window->SetMouseIcon(m_mouseIcon);
     m_window->SetVisible(m_visible);
     m_window->Move(m_place);
+    if (m_hasCheckPictures) m_window->InstallCheckPictures();
 }
 
 // ---- rows of the window, written from the model
@@ -259,9 +259,25 @@ void TreeView::Open(Node& node, bool expanded)
     ImagesChanged(node);
 }
 
+namespace {
+
+/// A node whose parent has been opened meanwhile. A folder with one childless child is read again by that: then it is
+/// the child that bears the name now. Raises 35605 when there is none.
+Node& AsItIsNow(const NodeRef& node, const NodeRef& parent, const std::wstring& text)
+{
+    if (node.IfAlive() != nullptr || parent.IfAlive() == nullptr) return *node;
+    for (Node* child = parent->Child(); child != nullptr; child = child->Next())
+        if (child->Text() == text) return *child;
+    return *node;
+}
+
+}  // namespace
+
 bool TreeView::Show(Node& node)
 {
     const NodeRef keep(&node);
+    const NodeRef parent(node.m_parent);
+    const std::wstring text = node.m_text;
     std::vector<NodeRef> ancestors;
     for (Node* above = node.m_parent; above != nullptr; above = above->m_parent)
         ancestors.emplace_back(above);
@@ -271,9 +287,9 @@ bool TreeView::Show(Node& node)
         opened = opened || !ancestor.m_expanded;
         ancestor.SetExpanded(true);
     }
-    Node& alive = *keep;
-    if (HasRow(alive)) m_window->EnsureVisible(alive.m_item);
-    return opened;
+    Node& alive = AsItIsNow(keep, parent, text);
+    const bool scrolled = HasRow(alive) && m_window->EnsureVisible(alive.m_item);
+    return opened || scrolled;
 }
 
 // ---- what hosts ask
@@ -286,13 +302,15 @@ void TreeView::SetSelectedItem(Node* node)
         return;
     }
     const NodeRef keep(node);
-    if (node->m_parent != nullptr) {
-        const NodeRef parent(node->m_parent);
-        Show(*node->m_parent);
-        (*parent).SetExpanded(true);
+    const NodeRef parent(node->m_parent);
+    const std::wstring text = node->m_text;
+    if (parent.IfAlive() != nullptr) {
+        Show(*parent);
+        parent->SetExpanded(true);
     }
-    m_selected = NodeRef(&*keep);
-    if (HasRow(*node)) m_window->Select(node->m_item);
+    Node& selected = AsItIsNow(keep, parent, text);
+    m_selected = NodeRef(&selected);
+    if (HasRow(selected)) m_window->Select(selected.m_item);
 }
 
 void TreeView::SetDropHighlight(Node* node)
@@ -331,13 +349,14 @@ int TreeView::VisibleCount()
 
 void TreeView::SetImageList(const ImageList* images)
 {
-    m_images.Bind(images);
     SetImageListHandle(images != nullptr ? images->Handle() : 0);
+    m_images.Bind(images);
 }
 
 void TreeView::SetImageListHandle(ImageListHandle images)
 {
     m_imageList = images;
+    m_images.ShowInstead(images != 0 ? m_platform.images.Count(images) : 0);
     if (m_window != nullptr) m_window->SetImageList(images);
 }
 
@@ -380,6 +399,7 @@ void TreeView::SetSetting(TreeSetting setting, int value)
     const bool valid = pointer ? (value >= 0 && value <= 15) || value == 99 : value == 0 || value == 1;
     if (!valid) throw InvalidPropertyValue();
     m_settings[static_cast<std::size_t>(setting)] = value;
+    if (setting == TreeSetting::Checkboxes && value == 0) m_hasCheckPictures = false;
     if (m_window != nullptr) m_window->Apply(setting, value);
 }
 
@@ -397,6 +417,7 @@ void TreeView::SetMouseIcon(const ObjectRef& picture)
 
 void TreeView::InstallCheckPictures()
 {
+    m_hasCheckPictures = Setting(TreeSetting::Checkboxes) != 0;
     if (m_window != nullptr) m_window->InstallCheckPictures();
 }
 

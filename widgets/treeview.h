@@ -44,8 +44,11 @@ public:
     ImageNames& Images() { return m_images; }
     /// Binds the pictures; the list outlives the binding.
     void SetImageList(const ImageList* images);
-    /// Binds a foreign image list; keys of nodes then name nothing.
+    /// Shows the pictures of a foreign image list (0: none) in place of the bound one's: each node that at its place.
     void SetImageListHandle(ImageListHandle images);
+    ImageListHandle ShownImages() const { return m_imageList; }
+    /// The bound list; 0 when there is none.
+    ImageListHandle BoundImages() const { return m_images.Handle(); }
 
     Node* SelectedItem() const { return m_selected.IfAlive(); }
     /// Null: no selection. Opens the ancestors.
@@ -95,6 +98,7 @@ public:
     void SetFont(const ObjectRef& font);
     const ObjectRef& MouseIcon() const { return m_mouseIcon; }
     void SetMouseIcon(const ObjectRef& picture);
+    /// Draws the boxes with the control's own pictures, for as long as there are boxes.
     void InstallCheckPictures();
 
     /// The window has gone or goes; the model stays. Everything that needs the window does nothing until AttachWindow.
@@ -164,6 +168,7 @@ private:
     ObjectRef m_mouseIcon;
     ImageListHandle m_imageList = 0;
     bool m_visible = true;
+    bool m_hasCheckPictures = false;
     int m_updates = 0;
     Rect m_place;
 };

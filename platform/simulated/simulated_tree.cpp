@@ -209,10 +209,12 @@ void SimulatedTree::Reveal(ItemHandle item)
     if (line >= m_firstLine + lines) m_firstLine = line - lines + 1;
 }
 
-void SimulatedTree::EnsureVisible(ItemHandle item)
+bool SimulatedTree::EnsureVisible(ItemHandle item)
 {
     RowOf(item, "TreeWindow::EnsureVisible");
+    const int before = m_firstLine;
     Reveal(item);
+    return m_firstLine != before;
 }
 
 void SimulatedTree::SelectRow(ItemHandle item, bool byUser)

@@ -57,11 +57,14 @@ void Win32TreeWindow::Expand(ItemHandle item, bool expand)
     Core()->rows.Expand(ItemOf(item), expand);
 }
 
-void Win32TreeWindow::EnsureVisible(ItemHandle item)
+bool Win32TreeWindow::EnsureVisible(ItemHandle item)
 {
     const auto core = Core();
+    const auto firstInView = [&] { return core->Send(TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE); };
     core->rows.Reveal(ItemOf(item));
+    const auto before = firstInView();
     core->Send(TVM_ENSUREVISIBLE, 0, ItemOf(item));
+    return firstInView() != before;
 }
 
 void Win32TreeWindow::Select(ItemHandle item)

@@ -22,7 +22,7 @@ public:
     void SetImages(ItemHandle item, int image, int selectedImage) override;
     void SetButton(ItemHandle item, ExpandButton button) override;
     void Expand(ItemHandle item, bool expand) override;
-    void EnsureVisible(ItemHandle item) override;
+    bool EnsureVisible(ItemHandle item) override;
     void Select(ItemHandle item) override;
     void SelectDropTarget(ItemHandle item) override;
     TreeHit HitTest(Point where) override;

@@ -143,6 +143,12 @@ TEST_F(NavigationTest, TheOnlyChildOfAClosedFolderIsFoundAlthoughOpeningReadsItA
     control.LetPath(PathOf(L"one\\only"));
     EXPECT_EQ(Selected(), L"one\\only\\");
     EXPECT_EQ(control.SelectedItem(), one.Child());
+    one.SetExpanded(false);
+    EXPECT_TRUE(one.Child()->EnsureVisible());
+    EXPECT_TRUE(one.Expanded());
+    one.SetExpanded(false);
+    control.LetSelectedItem(one.Child());
+    EXPECT_EQ(Selected(), L"one\\only\\");
 }
 
 TEST_F(NavigationTest, SetNodeFollowsTheRowOfAFileAndOfAFolder)

@@ -114,11 +114,13 @@ TEST_F(TreeTest, PathsOfFoldersEndInASeparatorAndThoseOfListedFilesDoNot)
 
 TEST_F(TreeTest, AFolderOfAListedTypeShowsWhatIsInIt)
 {
-    scene.desk().Make({L"d.zip\\a\\", L"d.zip\\b.txt", L"d.zip.other.txt"});
+    scene.desk().Make({L"d.zip\\a\\deep\\", L"d.zip\\b.txt", L"d.zip.other.txt"});
     scene.control().LetFileFilter(L"*.zip");
     scene.Enumerate();
     scene.At(L"d.zip").SetExpanded(true);
-    EXPECT_EQ(Scene::Render(scene.At(L"d.zip")), L"d.zip[-](a b.txt)");
+    EXPECT_EQ(Scene::Render(scene.At(L"d.zip")), L"d.zip[-](a[+] b.txt)");
+    scene.At(L"d.zip/a").SetExpanded(true);
+    EXPECT_EQ(Scene::Render(scene.At(L"d.zip/a")), L"a[-](deep)");
 }
 
 // To the user's language some of these are the same.

@@ -1,3 +1,7 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -277,6 +281,32 @@ TEST_F(TreeObjects, RootsStaySortedWhileTheTreeSaysSo)
     tree.Put(L"Sorted", true);
     Root(L"B2");
     EXPECT_EQ(Tree(), L"a b B2 c");
+}
+
+TEST_F(TreeObjects, TheHostsPicturesAreShownUntilTheTreeIsLoadedAgain)
+{
+    const HIMAGELIST pictures = ImageList_Create(16, 16, ILC_COLOR32, 0, 1);
+    ImageList_SetImageCount(pictures, 20);
+    const Value own = tree.Get(L"ImageList");
+    const Value node = Root(L"a");
+    const auto take = [&](int picture) { return ErrorOf([&] { node.Put(L"Image", picture); }); };
+    EXPECT_EQ(take(20), kElementNotFound);
+    tree.Put(L"ImageList", static_cast<int>(reinterpret_cast<LONG_PTR>(pictures)));
+    EXPECT_EQ(take(20), 0);
+    EXPECT_EQ(take(21), kElementNotFound);
+    const auto shown = [&] {
+        return reinterpret_cast<HIMAGELIST>(
+            SendMessageW(reinterpret_cast<HWND>(static_cast<LONG_PTR>(control.Get(L"hWnd").Number())), TVM_GETIMAGELIST,
+                         TVSIL_NORMAL, 0));
+    };
+    EXPECT_EQ(shown(), pictures);
+    tree.Put(L"ImageList", own);
+    EXPECT_NE(shown(), pictures);
+    EXPECT_NE(shown(), nullptr);
+    tree.Put(L"ImageList", static_cast<int>(reinterpret_cast<LONG_PTR>(pictures)));
+    control.Call(L"Enumerate");
+    EXPECT_EQ(V_VT(&tree.Get(L"ImageList").Raw()), VT_EMPTY);
+    ImageList_Destroy(pictures);
 }
 
 TEST_F(TreeObjects, HitTestTakesTheUnitsOfTheEvents)
