@@ -93,21 +93,21 @@ Variant::Variant(IDispatch* object) : Variant()
 Variant::Variant(const VARIANT& source) : Variant()
 {
     // Some SDK headers leave out the const of the source, which is only read.
-    const HRESULT copied = VariantCopyInd(&m_value, const_cast<VARIANT*>(&source));
+    const HRESULT copied = Guarded([&] { return VariantCopyInd(&m_value, const_cast<VARIANT*>(&source)); });
     if (FAILED(copied)) throw ComError{copied};
 }
 
 VARIANT* Variant::Put()
 {
     VariantClear(&m_value);
+    // Whoever sets the type first must find no old value below it.
+    m_value = {};
     return &m_value;
 }
 
 VARIANT Variant::Detach()
 {
-    const VARIANT value = m_value;
-    VariantInit(&m_value);
-    return value;
+    return std::exchange(m_value, VARIANT{});
 }
 
 bool IsMissing(const VARIANT& argument)

@@ -50,7 +50,7 @@ std::wstring_view ViewOf(BSTR text);
 /// Owns a VARIANT.
 class Variant {
 public:
-    Variant() { VariantInit(&m_value); }
+    Variant() = default;
     explicit Variant(bool value);
     explicit Variant(long value);
     /// Copies the text; throws std::bad_alloc.
@@ -77,7 +77,7 @@ public:
     [[nodiscard]] VARIANT Detach();
 
 private:
-    VARIANT m_value;
+    VARIANT m_value{};
 };
 
 /// Whether an optional argument was left out.
@@ -157,7 +157,8 @@ ComPtr<Interface> Incoming(IUnknown* object)
 {
     ComPtr<Interface> result;
     if (!object) return result;
-    if (FAILED(object->QueryInterface(__uuidof(Interface), result.PutAny()))) ThrowTypeMismatch();
+    const HRESULT asked = Guarded([&] { return object->QueryInterface(__uuidof(Interface), result.PutAny()); });
+    if (FAILED(asked)) ThrowTypeMismatch();
     return result;
 }
 

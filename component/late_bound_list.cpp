@@ -8,6 +8,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <array>
 
 namespace sylvex {
@@ -47,33 +48,15 @@ VARIANT Single(double value)
     return number;
 }
 
-/// A window's handle in an integer of any size; nothing when the value is no integer.
+/// A window's handle in a number of any type; nothing when the value is no number.
 std::optional<WindowHandle> HandleIn(const VARIANT& value)
 {
-    switch (V_VT(&value)) {
-        case VT_I1:
-            return static_cast<WindowHandle>(V_I1(&value));
-        case VT_UI1:
-            return V_UI1(&value);
-        case VT_I2:
-            return static_cast<WindowHandle>(V_I2(&value));
-        case VT_UI2:
-            return V_UI2(&value);
-        case VT_I4:
-            return static_cast<WindowHandle>(V_I4(&value));
-        case VT_UI4:
-            return V_UI4(&value);
-        case VT_INT:
-            return static_cast<WindowHandle>(V_INT(&value));
-        case VT_UINT:
-            return V_UINT(&value);
-        case VT_I8:
-            return static_cast<WindowHandle>(V_I8(&value));
-        case VT_UI8:
-            return static_cast<WindowHandle>(V_UI8(&value));
-        default:
-            return std::nullopt;
-    }
+    constexpr std::array kNumbers{VT_I1,   VT_UI1, VT_I2,  VT_UI2, VT_I4, VT_UI4, VT_INT,
+                                  VT_UINT, VT_I8,  VT_UI8, VT_R4,  VT_R8, VT_CY,  VT_DECIMAL};
+    if (std::find(kNumbers.begin(), kNumbers.end(), V_VT(&value)) == kNumbers.end()) return std::nullopt;
+    Variant number(value);
+    if (FAILED(VariantChangeType(&number.Get(), &number.Get(), 0, VT_I8))) return std::nullopt;
+    return static_cast<WindowHandle>(V_I8(&number.Get()));
 }
 
 }  // namespace
@@ -86,7 +69,8 @@ LateBoundListView::LateBoundListView(const ComPtr<IDispatch>& object)
       m_column{L"SubItemIndex", L"Width"}
 {
     m_list.TakeUp(object);
-    if (!m_list.Knows(list::ListItems) || !m_list.Knows(list::ColumnHeaders)) ThrowTypeMismatch();
+    for (const list::Name member : {list::ListItems, list::ColumnHeaders, list::hWnd, list::SortKey, list::Sorted})
+        if (!m_list.Knows(member)) ThrowTypeMismatch();
 }
 
 LateCaller& LateBoundListView::Items()

@@ -11,7 +11,7 @@ namespace sylvex {
 /// A list view that is an automation object of the host, called by name as a script would call it.
 class LateBoundListView final : public ListView {
 public:
-    /// Raises 13 when the object does not know ListItems and ColumnHeaders.
+    /// Raises 13 when the object lacks ListItems, ColumnHeaders, hWnd, SortKey or Sorted.
     explicit LateBoundListView(const ComPtr<IDispatch>& object);
 
     WindowHandle hWnd() override;

@@ -78,7 +78,8 @@ void LateCaller::TakeUp(const ComPtr<IDispatch>& object)
     if (!object) throw ObjectNotSet();
     if (object == m_object) return;
     m_object = object;
-    ComPtr<ITypeInfo> itsClass = ClassOf(*m_object, m_class);
+    ComPtr<ITypeInfo> itsClass;
+    Guarded([&] { itsClass = ClassOf(*m_object, m_class); });
     if (itsClass && itsClass == m_class) return;
     m_class = std::move(itsClass);
     std::fill(m_members.begin(), m_members.end(), kNotAsked);

@@ -8,6 +8,7 @@
 #include "component/object.h"
 #include "component/values.h"
 #include "platform/runtime_error.h"
+#include "platform/win32/regional.h"
 
 #include <ocidl.h>
 
@@ -18,14 +19,27 @@ class HeldObjects final : public ListCompanion {
 public:
     /// Those of a list; made when first asked for.
     static HeldObjects& Of(WindowListView& list);
+    HeldObjects() = default;
+    /// Puts the window's own font back: the host's goes.
+    ~HeldObjects() override;
+    HeldObjects(const HeldObjects&) = delete;
+    HeldObjects& operator=(const HeldObjects&) = delete;
 
     IListView* view = nullptr;
     IListItems* items = nullptr;
     IColumnHeaders* columns = nullptr;
     std::unordered_map<RowId, IListItem*> item;
     std::unordered_map<ColumnId, IColumnHeader*> column;
-    /// The font that the host gave, which owns the window's.
-    ComPtr<IFont> font;
+    /// The font that the host gave; null when it gave none.
+    const ComPtr<IFont>& Font() const { return m_font; }
+    /// Gives the window a host's font, null for the system's, and keeps it for as long as the window shows it. Raises
+    /// 380 for a font without a handle, 398 when the window is gone.
+    void SetFont(HWND window, const ComPtr<IFont>& font);
+
+private:
+    ComPtr<IFont> m_font;
+    HWND m_window = nullptr;  // that shows it
+    LRESULT m_before = 0;     // what it showed before
 };
 
 /// An automation object of a list: answers `Interface`, as the class `Class` of the type library.
@@ -101,8 +115,6 @@ int RowNamed(WindowListView& list, const VARIANT& index);
 /// Place of the row behind an item object that a host handed in. Raises 13 when it is none of ours, 35601 when it
 /// belongs to another list, 35605 when the row has been removed.
 int RowBehind(WindowListView& list, IUnknown* item);
-/// Compares as the list sorts: below 0, 0 or above 0.
-int CompareTexts(std::wstring_view left, std::wstring_view right);
 /// A picture's place in the image list as a host names it by number from 1; -1 for none. Raises 35601 for a key, since
 /// the system's image list has none.
 int PictureNamed(const VARIANT& picture);

@@ -186,7 +186,7 @@ STDMETHODIMP ListViewObject::get_Font(IFontDisp** value)
         Checked(value) = nullptr;
         const auto shown = reinterpret_cast<HFONT>(Send(WM_GETFONT));
         HFONT given = nullptr;
-        const ComPtr<IFont>& font = Held().font;
+        const ComPtr<IFont>& font = Held().Font();
         const bool isGiven = font && SUCCEEDED(font->get_hFont(&given)) && given == shown;
         *value = isGiven ? font.As<IFontDisp>().Detach() : FontLike(shown).Detach();
     });
@@ -195,29 +195,36 @@ STDMETHODIMP ListViewObject::get_Font(IFontDisp** value)
 STDMETHODIMP ListViewObject::putref_Font(IFontDisp* value)
 {
     return Member([&] {
-        const ComPtr<IFont> font = Incoming<IFont>(value);
-        HFONT handle = nullptr;
-        if (font && FAILED(font->get_hFont(&handle))) throw InvalidPropertyValue();
-        // The window draws with the old one until it has the new one.
-        Send(WM_SETFONT, reinterpret_cast<WPARAM>(handle), TRUE);
-        Held().font = font;
+        Held().SetFont(Handle(), Incoming<IFont>(value));
     });
 }
 
 }  // namespace
+
+HeldObjects::~HeldObjects()
+{
+    HFONT given = nullptr;
+    if (!m_font || !IsWindow(m_window) || FAILED(m_font->get_hFont(&given))) return;
+    if (SendMessageW(m_window, WM_GETFONT, 0, 0) == reinterpret_cast<LRESULT>(given))
+        SendMessageW(m_window, WM_SETFONT, static_cast<WPARAM>(m_before), TRUE);
+}
+
+void HeldObjects::SetFont(HWND window, const ComPtr<IFont>& font)
+{
+    HFONT handle = nullptr;
+    if (font && FAILED(font->get_hFont(&handle))) throw InvalidPropertyValue();
+    if (!m_font) m_before = SendMessageW(window, WM_GETFONT, 0, 0);
+    m_window = window;
+    // The window draws with the old one until it has the new one.
+    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(handle), TRUE);
+    m_font = font;
+}
 
 HeldObjects& HeldObjects::Of(WindowListView& list)
 {
     // Nothing else becomes the companion of a list.
     if (!list.companion) list.companion = std::make_unique<HeldObjects>();
     return static_cast<HeldObjects&>(*list.companion);
-}
-
-int CompareTexts(std::wstring_view left, std::wstring_view right)
-{
-    return CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, left.data(), static_cast<int>(left.size()),
-                          right.data(), static_cast<int>(right.size())) -
-           CSTR_EQUAL;
 }
 
 ComPtr<IListView> ListObject(const std::shared_ptr<WindowListView>& list)

@@ -33,6 +33,8 @@ auto Converted(const Module& module, const wchar_t* property, const char* parame
             }
         });
     } catch (...) {
+        // A processor exception in another module ends the conversion past its handler.
+        if (!failure) throw;
         std::rethrow_exception(failure);
     }
 }

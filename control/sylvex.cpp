@@ -95,7 +95,13 @@ void Sylvex::Enumerate()
         line = 2;
         m_instance.SylvexFilter = SplitText(m_instance.m_FileFilter, L';');
         line = 3;
-        m_tree.LoadTree6();
+        try {
+            m_tree.LoadTree6();
+        } catch (...) {
+            // A drive without a picture is told of at the end of loading; the boxes are the same all the same.
+            m_instance.TV.InstallCheckPictures();
+            throw;
+        }
         line = 4;
         m_instance.TV.InstallCheckPictures();
     });

@@ -91,6 +91,7 @@ void FileList::BuildFileList(Node* pNode, bool RecursiveCall)
     const NodeRef node(pNode);
     std::wstring sPath;
     const auto parameters = Variables("pNode,RecursiveCall", node, RecursiveCall);
+    std::unique_ptr<Frozen> frozen;
     Trapped(m_instance, L"BuildFileList", parameters, VARIABLES(sPath), [&](int& line) {
         line = 1;
         if (pNode == nullptr) return;
@@ -100,7 +101,6 @@ void FileList::BuildFileList(Node* pNode, bool RecursiveCall)
         ListRows rows(m_instance, m_binding, m_types, ticked, sPath);
         line = 3;
         // Until the rows are in order: a list that keeps itself sorted would paint all of it with each cell.
-        std::unique_ptr<Frozen> frozen;
         if (rows.Count() > 0) {
             const std::shared_ptr<ListView> list = m_instance.BoundList();
             frozen = list->Freeze();

@@ -1,5 +1,8 @@
 #include "filelist/list_binding.h"
 
+#include <limits>
+
+#include "platform/runtime_error.h"
 #include "platform/text.h"
 
 namespace sylvex {
@@ -124,7 +127,9 @@ short ListBinding::LVIdx(const std::wstring& sKey)
 {
     return Trapped(m_instance, L"LVIdx", VARIABLES(sKey), kNone, [&](int& line) {
         line = 1;
-        return static_cast<short>(m_instance.BoundList()->SubItemIndex(sKey));
+        const int index = m_instance.BoundList()->SubItemIndex(sKey);
+        if (index < 0 || index > std::numeric_limits<short>::max()) throw IndexOutOfBounds();
+        return static_cast<short>(index);
     });
 }
 

@@ -12,9 +12,23 @@ constexpr std::int32_t kFile = -1;
 /// Attributes without which no folder has a picture of its own: read-only, system, reparse point.
 constexpr std::uint32_t kMayHavePicture = 1 | 4 | 1024;
 
-bool OnDrive(std::wstring_view path)
+/// A path's drive, or server and share; empty for a path without one.
+std::wstring_view VolumeOf(std::wstring_view path)
 {
-    return path.size() >= 2 && path[1] == L':';
+    if (path.size() >= 2 && path[1] == L':') return path.substr(0, 2);
+    if (!path.starts_with(L"\\\\")) return {};
+    const std::size_t server = path.find(L'\\', 2);
+    return server == path.npos ? std::wstring_view() : path.substr(0, path.find(L'\\', server + 1));
+}
+
+/// Whether the platform can show the time as a date: the last such day is the last of the year 9999. Damaged records
+/// hold later ones.
+bool CanBeShown(std::int64_t fileTime)
+{
+    constexpr std::int64_t kDay = 864'000'000'000;
+    constexpr std::int64_t kYear10000 = 2'650'467'744'000'000'000;
+    // To the user's time it is a day at most.
+    return fileTime >= 0 && fileTime < kYear10000 - kDay;
 }
 
 /// The extension as spelt, with the rule that a full stop at the end begins none.
@@ -68,19 +82,20 @@ void ListRows::FindColumns()
         count = std::max(count, place + 1);
         return place;
     };
-    m_columns = {find(L"nam"),  find(L"ext"),  find(L"siz"),  find(L"typ"),  find(L"mod"),
-                 find(L"tim"),  find(L"cre"),  find(L"acc"),  find(L"atr"),  find(L"dos"),
-                 find(L"cre2"), find(L"acc2"), find(L"siz2"), find(L"mod2"), find(L"tim2")};
+    find(L"nam");
+    m_columns = {find(L"ext"), find(L"siz"), find(L"typ"),  find(L"mod"),  find(L"tim"),  find(L"cre"),  find(L"acc"),
+                 find(L"atr"), find(L"dos"), find(L"cre2"), find(L"acc2"), find(L"siz2"), find(L"mod2"), find(L"tim2")};
     m_row.cells.resize(count);
 }
 
 /// Whether the path's volume counts as FAT; asked once a volume. A path without one leaves the answer as it was.
 bool ListRows::IsFat(std::wstring_view path)
 {
-    if (!OnDrive(path)) return m_instance.IsFAT;
-    const auto found = m_fatVolumes.find(path[0]);
+    const std::wstring_view volume = VolumeOf(path);
+    if (volume.empty()) return m_instance.IsFAT;
+    const auto found = m_fatVolumes.find(volume);
     if (found != m_fatVolumes.end()) return found->second;
-    return m_fatVolumes[path[0]] = m_binding.IsFatVolume(std::wstring(path.substr(0, 2)) + L'\\');
+    return m_fatVolumes.emplace(volume, m_binding.IsFatVolume(std::wstring(volume) + L'\\')).first->second;
 }
 
 void ListRows::AddFolder(std::uint32_t Item, const std::wstring& sPath)
@@ -144,7 +159,7 @@ const ListRow& ListRows::Row(std::size_t place)
     m_row.image = row.image;
     m_sPath.clear();
     m_ticked.AppendPath(row.entry, m_sPath);
-    m_row.cells[m_columns.nam] = ItemText(row);
+    m_row.cells.front() = ItemText(row);
     if (row.pattern == kFile) {
         FillFile(row, record);
     } else {
@@ -203,18 +218,25 @@ Date ListRows::LocalDate(std::int64_t fileTime)
 void ListRows::FillDates(const LaidOut& row, const DirectoryRecord& record)
 {
     std::vector<std::wstring>& cells = m_row.cells;
-    const Date written = LocalDate(record.lastWriteTime);
-    cells[m_columns.mod] = m_regional.ShortDate(written);
-    cells[m_columns.mod2] = m_regional.Stamp(written);
-    cells[m_columns.tim] = m_regional.LongTime(written);
-    cells[m_columns.tim2] = cells[m_columns.mod2].substr(kStampDateLength);
-    const Date created = LocalDate(record.creationTime);
-    cells[m_columns.cre] = FormGenDatTim(m_instance, m_regional, created);
-    cells[m_columns.cre2] = m_regional.Stamp(created);
-    const Date accessed = LocalDate(record.lastAccessTime);
-    // Such volumes keep no access time.
-    cells[m_columns.acc] = row.isFat ? m_regional.ShortDate(accessed) : FormGenDatTim(m_instance, m_regional, accessed);
-    cells[m_columns.acc2] = m_regional.Stamp(accessed);
+    if (CanBeShown(record.lastWriteTime)) {
+        const Date written = LocalDate(record.lastWriteTime);
+        cells[m_columns.mod] = m_regional.ShortDate(written);
+        cells[m_columns.mod2] = m_regional.Stamp(written);
+        cells[m_columns.tim] = m_regional.LongTime(written);
+        cells[m_columns.tim2] = cells[m_columns.mod2].substr(kStampDateLength);
+    }
+    if (CanBeShown(record.creationTime)) {
+        const Date created = LocalDate(record.creationTime);
+        cells[m_columns.cre] = FormGenDatTim(m_instance, m_regional, created);
+        cells[m_columns.cre2] = m_regional.Stamp(created);
+    }
+    if (CanBeShown(record.lastAccessTime)) {
+        const Date accessed = LocalDate(record.lastAccessTime);
+        // Such volumes keep no access time.
+        cells[m_columns.acc] =
+            row.isFat ? m_regional.ShortDate(accessed) : FormGenDatTim(m_instance, m_regional, accessed);
+        cells[m_columns.acc2] = m_regional.Stamp(accessed);
+    }
 }
 
 std::vector<std::uint32_t> ListRows::SortedPlaces(bool descending) const

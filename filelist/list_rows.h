@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -44,7 +46,7 @@ private:
         bool isFat;
     };
     struct Columns {
-        std::size_t nam, ext, siz, typ, mod, tim, cre, acc, atr, dos, cre2, acc2, siz2, mod2, tim2;
+        std::size_t ext, siz, typ, mod, tim, cre, acc, atr, dos, cre2, acc2, siz2, mod2, tim2;
     };
     /// Finds an extension as it is spelt without making a text of it.
     struct TextHash {
@@ -78,7 +80,7 @@ private:
     std::vector<LaidOut> m_rows;
     std::vector<Type> m_types;
     std::unordered_map<std::wstring, std::uint32_t, TextHash, std::equal_to<>> m_typePlaces;  // by extension as spelt
-    std::unordered_map<wchar_t, bool> m_fatVolumes;
+    std::map<std::wstring, bool, std::less<>> m_fatVolumes;
     std::optional<int> m_folderIcon;
     ListRow m_row;
 };

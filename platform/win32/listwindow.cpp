@@ -282,7 +282,11 @@ bool Win32ListWindow::Visible()
 void Win32ListWindow::SetVisible(bool visible)
 {
     RequireWindow();
+    if (!visible) m_hadFocus = GetFocus() == m_window;
     ShowWindow(m_window, visible ? SW_SHOWNA : SW_HIDE);
+    const auto* const focus = GetFocus();
+    const bool free = focus == nullptr || focus == GetParent(m_window);
+    if (visible && std::exchange(m_hadFocus, false) && free) SetFocus(m_window);
 }
 
 void Win32ListWindow::SetRedraw(bool redraw)

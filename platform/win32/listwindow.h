@@ -50,6 +50,7 @@ private:
     void SetRowData(int row, LPARAM data) const;
 
     HWND m_window;
+    bool m_hadFocus = false;  // when it was hidden
 };
 
 }  // namespace sylvex

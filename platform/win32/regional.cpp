@@ -122,11 +122,18 @@ void AppendSortKeyOf(std::wstring_view text, std::string& key)
     MapToBytes(text, key.data() + before, length);
 }
 
+int CompareTexts(std::wstring_view left, std::wstring_view right)
+{
+    // The platform takes no null, also not for a text without characters.
+    const auto characters = [](std::wstring_view text) { return text.data() != nullptr ? text.data() : L""; };
+    const auto result = CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, characters(left), LengthOf(left),
+                                       characters(right), LengthOf(right));
+    return result - CSTR_EQUAL;
+}
+
 int Win32Regional::Compare(std::wstring_view left, std::wstring_view right)
 {
-    const auto result = CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, left.data(), LengthOf(left), right.data(),
-                                       LengthOf(right));
-    return result - CSTR_EQUAL;
+    return CompareTexts(left, right);
 }
 
 void Win32Regional::AppendSortKey(std::wstring_view text, std::string& key)

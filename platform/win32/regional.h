@@ -21,5 +21,7 @@ public:
 
 /// As Regional::AppendSortKey, for other parts of this back end.
 void AppendSortKeyOf(std::wstring_view text, std::string& key);
+/// As Regional::Compare; a text of nothing at all counts as an empty one.
+int CompareTexts(std::wstring_view left, std::wstring_view right);
 
 }  // namespace sylvex

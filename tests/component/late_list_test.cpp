@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <optional>
 #include <set>
 
 #include "tests/component/automation.h"
@@ -20,6 +21,7 @@ struct Journal {
     std::wstring calls;
     int names = 0;  ///< how often the number of a name was asked for
     std::set<std::wstring> unknown;
+    std::optional<short> columnPlace;  ///< what every column tells as its SubItemIndex
     std::wstring Take() { return std::exchange(calls, {}); }
 };
 
@@ -67,6 +69,8 @@ public:
     {
         Note(member, kind, *arguments);
         const HRESULT done = m_inner.Object()->Invoke(member, id, locale, kind, arguments, result, exception, bad);
+        if (m_journal.columnPlace && Known()[{TypeOf(), member}] == L"SubItemIndex")
+            V_I2(result) = *m_journal.columnPlace;
         if (SUCCEEDED(done) && result && V_VT(result) == VT_DISPATCH && V_DISPATCH(result)) {
             const Value wrapped = Wrap(Value(*result), m_journal);
             VariantClear(result);
@@ -207,6 +211,9 @@ TEST_F(LateList, WhatTheHostsObjectRaisesGoesToTheErrorTrap)
     reports.Take();
     EXPECT_EQ(ErrorOf([&] { control.Call(L"BuildFileList", {folder, false}); }), 65535);
     EXPECT_EQ(reports.Take(), L"Sylvex.LVIdx 35601; Sylvex.BuildFileList 65535");
+    journal.columnPlace = short{-1};
+    EXPECT_EQ(ErrorOf([&] { control.Call(L"BuildFileList", {folder, false}); }), 65535);
+    EXPECT_EQ(reports.Take(), L"Sylvex.LVIdx 35600; Sylvex.BuildFileList 65535");
 }
 
 TEST_F(LateList, AnObjectWithoutAFaceOfItsOwnIsShownByItsWindow)
@@ -218,8 +225,10 @@ TEST_F(LateList, AnObjectWithoutAFaceOfItsOwnIsShownByItsWindow)
 
 TEST_F(LateList, AnObjectThatIsNoListIsRefused)
 {
-    journal.unknown = {L"ColumnHeaders"};
-    EXPECT_EQ(ErrorOf([&] { control.Set(L"ReqListView", list); }), kTypeMismatch);
+    for (const wchar_t* const member : {L"ColumnHeaders", L"hWnd", L"Sorted"}) {
+        journal.unknown = {member};
+        EXPECT_EQ(ErrorOf([&] { control.Set(L"ReqListView", list); }), kTypeMismatch) << member;
+    }
 }
 
 }  // namespace

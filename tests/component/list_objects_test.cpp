@@ -292,6 +292,30 @@ TEST_F(ListObjects, ColumnsAreAddedFoundAndRemoved)
     EXPECT_EQ(size.Get(L"SubItemIndex").Number(), 2);
 }
 
+TEST_F(ListObjects, ARowOfASortedListGoesWhereItsCellBelongs)
+{
+    PutSubItem(Add(L"b"), 1, L"x");
+    list.Put(L"SortKey", 1);
+    list.Put(L"Sorted", true);
+    Add(L"a");
+    EXPECT_EQ(Rows(), L"a b") << "an empty cell comes first";
+}
+
+TEST_F(ListObjects, AnyNumberIsAHandleAndTheFontGoesWithTheList)
+{
+    const auto font = [&] { return SendMessageW(window.Window(), WM_GETFONT, 0, 0); };
+    const LRESULT before = font();
+    const int handle = window.Handle().Number();
+    control.Set(L"ReqListView", Value(static_cast<double>(handle)));
+    list = control.Get(L"ReqListView");
+    EXPECT_EQ(list.Get(L"hWnd").Number(), handle);
+    list.Set(L"Font", control.Get(L"Font"));
+    EXPECT_NE(font(), before);
+    list = items = columns = Value();
+    control = Value();
+    EXPECT_EQ(font(), before);
+}
+
 TEST_F(ListObjects, TheListsFaceIsThatOfItsWindow)
 {
     EXPECT_EQ(list.Get(L"View").Number(), 3);

@@ -123,6 +123,20 @@ TEST_F(FileRowsTest, ARowTellsWhatTheDirectorySays)
     EXPECT_EQ(scene.Cell(0, L"dos"), L"Long name.TXT");
 }
 
+TEST_F(FileRowsTest, TimesBeyondTheCalendarAreLeftOut)
+{
+    DiskEntry& file = desktop.disk.AddFile(L"C:\\Scratch\\t\\a.txt");
+    file.creationTime = 2'650'467'744'000'000'000;
+    file.lastAccessTime = -1;
+    desktop.disk.AddFile(L"C:\\Scratch\\t\\b.txt");
+    Load();
+    TickAll(L"t");
+    Build();
+    EXPECT_THAT(Column(L"cre"), ElementsAre(L"", L"02/01/2026 03:04:05"));
+    EXPECT_THAT(Column(L"acc2"), ElementsAre(L"", L"20260102030405"));
+    EXPECT_THAT(Column(L"mod"), ElementsAre(L"02/01/2026", L"02/01/2026"));
+}
+
 TEST_F(FileRowsTest, VolumesWithFatShowTheAccessDateOnlyEachRowByItsOwnVolume)
 {
     desktop.disk.AddDrive(L'F', DriveKind::Fixed, L"Stick (F:)", L"fat32");
