@@ -194,9 +194,7 @@ STDMETHODIMP ListViewObject::get_Font(IFontDisp** value)
 
 STDMETHODIMP ListViewObject::putref_Font(IFontDisp* value)
 {
-    return Member([&] {
-        Held().SetFont(Handle(), Incoming<IFont>(value));
-    });
+    return Member([&] { Held().SetFont(Handle(), Incoming<IFont>(value)); });
 }
 
 }  // namespace

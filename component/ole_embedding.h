@@ -29,14 +29,14 @@ public:
     void SetFontInherited(bool inherited);
     /// An ambient property has changed; DISPID_UNKNOWN: several may have.
     void AmbientChanged(DISPID property);
+    /// Takes over the container's font, unless the control has one of its own.
+    void FollowAmbientFont();
 
 private:
     // CoreObserver
     bool WindowMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
     void WindowGone() override;
     void ViewChanged() override;
-
-    void FollowAmbientFont();
 
     ControlCore& m_core;
     Activation m_activation;

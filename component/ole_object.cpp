@@ -14,6 +14,8 @@ HRESULT OleObjectPart::SetClientSite(IOleClientSite* site)
     return Border(Identity(), IID_IOleObject, [&] {
         if (!site) Embedded().Place().LeaveInPlace();
         Core().SetSite(site);
+        // A control may have been loaded before it knew its container.
+        if (site) Embedded().FollowAmbientFont();
     });
 }
 
@@ -162,6 +164,7 @@ HRESULT OleControlPart::QuickActivate(QACONTAINER* container, QACONTROL* control
         answer.dwViewStatus = VIEWSTATUS_OPAQUE;
         const ComPtr<IUnknown> alive(Identity());
         Core().SetSite(offer.pClientSite);
+        if (offer.pClientSite) Embedded().FollowAmbientFont();
         if (offer.pAdviseSink) Embedded().View().Set(DVASPECT_CONTENT, 0, offer.pAdviseSink);
         if (offer.pUnkEventSink) answer.dwEventCookie = Connect(__uuidof(::__Sylvex), offer.pUnkEventSink);
         if (offer.pPropertyNotifySink) {

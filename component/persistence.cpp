@@ -52,7 +52,8 @@ HRESULT PersistencePart::InitNew()
 {
     return Border(Identity(), IID_IPersistStreamInit, [&] {
         Core().InitNew();
-        Core().SetDirty(false);
+        // What a container has not saved it would load with other values: those of a new control are not the defaults.
+        Core().SetDirty(true);
     });
 }
 

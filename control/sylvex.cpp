@@ -40,9 +40,21 @@ Sylvex::Sylvex(Platform& platform, Container& container, SylvexEvents& events, W
 
 Sylvex::~Sylvex()
 {
-    m_drag.Cancel();
+    UserControl_Terminate();
+}
+
+void Sylvex::UserControl_Terminate() noexcept
+{
     sylvex::m_Sylvex() = nullptr;
-    m_instance.m_ReqListView.reset();
+    try {
+        Trapped(m_instance, L"Usercontrol_Terminate", kNone, kNone, [&](int& line) {
+            line = 1;
+            m_drag.Cancel();
+            line = 2;
+            m_instance.m_ReqListView.reset();
+        });
+    } catch (...) {  // has been reported, and nobody is there to hear it
+    }
 }
 
 void Sylvex::UserControl_Initialize()

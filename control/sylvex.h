@@ -134,6 +134,7 @@ private:
     void TV_AfterLabelEdit(bool& Cancel, const std::wstring& NewString) override;
 
     void UserControl_Initialize();
+    void UserControl_Terminate() noexcept;
     void RebuildList();
     void RebuildBoundList() override;
     void MarkListed(const NodeRef& node, std::wstring& SearchString);

@@ -59,6 +59,14 @@ bool IsRoot(std::wstring_view path)
     return HasDrive(path) && path.size() == 3;
 }
 
+/// The share itself, which has no entry of its own either.
+bool IsShare(std::wstring_view path)
+{
+    if (!path.starts_with(L"\\\\")) return false;
+    if (path.ends_with(L'\\')) path.remove_suffix(1);
+    return std::count(path.begin(), path.end(), L'\\') == 3;
+}
+
 /// The last part of a path that does not end in a separator.
 std::wstring NameOf(const std::wstring& path)
 {
@@ -103,8 +111,9 @@ std::wstring WithoutSeparator(const std::wstring& path)
 std::optional<bool> DiskOperations::IsFolder(const std::wstring& path)
 {
     FileSystem& files = m_instance.platform.files;
-    if (IsRoot(path)) {  // which has no entry of its own
-        const bool there = files.Search(path + L"*.*") != nullptr || files.FileSystemName(path).has_value();
+    if (IsRoot(path) || IsShare(path)) {  // which have no entry of their own
+        const std::wstring root = path.ends_with(L'\\') ? path : path + L"\\";
+        const bool there = files.Search(root + L"*.*") != nullptr || files.FileSystemName(root).has_value();
         return there ? std::optional(true) : std::nullopt;
     }
     const auto entry = files.Search(WithoutSeparator(path));
@@ -115,7 +124,7 @@ std::optional<bool> DiskOperations::IsFolder(const std::wstring& path)
 int DiskOperations::Obstacle(unsigned wFunc, const std::wstring& Source, const std::wstring& dest)
 {
     if (!IsWholePath(Source) || !IsWholePath(dest)) return kInvalidPath;
-    if (IsRoot(Source)) return kRootFolder;
+    if (IsRoot(Source) || IsShare(Source)) return kRootFolder;
     if (wFunc != kMove) return 0;
     // Into a folder that has gone the shell would move under that folder's name.
     if (!IsFolder(dest).value_or(false)) return kInvalidPath;

@@ -99,11 +99,11 @@ const wchar_t* Drop::RefusalByPath(const std::wstring& source, const std::wstrin
     Regional& regional = m_instance.platform.regional;
     const std::wstring from = WithoutSeparator(source);
     const std::wstring to = WithoutSeparator(target);
-    if (EqualText(regional, from, to)) return kOntoItself;
+    if (EqualName(regional, from, to)) return kOntoItself;
     const std::wstring above = from.substr(0, from.rfind(L'\\') + 1);
-    if (EqualText(regional, WithoutSeparator(above), to)) return kOntoParent;
+    if (EqualName(regional, WithoutSeparator(above), to)) return kOntoParent;
     const std::wstring below = from + L"\\";
-    return EqualText(regional, std::wstring_view(to).substr(0, below.size()), below) ? kOntoSubfolder : nullptr;
+    return EqualName(regional, std::wstring_view(to).substr(0, below.size()), below) ? kOntoSubfolder : nullptr;
 }
 
 /// The node's key when that is a path, otherwise its path without the separator at its end; empty for a node without a
@@ -131,9 +131,9 @@ void Drop::Move(DropLocals& locals, const NodeRef& moved, const NodeRef& target,
         m_disk.WindowsDiskOps(locals.DropSource, locals.DropDestin, kMoveFlavor);
     }
     line = 8;
-    Settle(node.IfAlive(), oldParent.IfAlive(), locals.DropSource);
-    line = 9;
     Say(L"Successful drop of folder " + locals.DropSource + L"\ronto " + locals.DropDestin);
+    line = 9;
+    Settle(node.IfAlive(), oldParent.IfAlive(), locals.DropSource);
 }
 
 /// Moves the node in the tree, and shows it there.
@@ -155,16 +155,18 @@ void Drop::Say(const std::wstring& text)
     m_instance.platform.boxes.Show(m_instance.TV.hWnd(), text, {}, kBoxOk);
 }
 
-// ---- what a move leaves behind. The disk may have taken a while: any node may be gone.
+// ---- what a move leaves behind. Disk and message may have taken a while: any node may be gone.
 
 void Drop::Settle(Node* moved, Node* oldParent, const std::wstring& source)
 {
-    if (moved != nullptr && m_disk.Done() && !moved->Key().empty()) {
+    if (moved != nullptr && m_disk.Done() && IsWholePath(moved->Key())) {
         // A root of the tree has become a folder like any other.
         const std::wstring path = WithoutSeparator(source);
         moved->SetKey({});
         moved->SetText(std::wstring_view(path).substr(path.rfind(L'\\') + 1));
     }
+    const auto isMarked = [](const Node* node) { return node != nullptr && IsMarked(*node); };
+    const bool changesList = isMarked(moved) || isMarked(oldParent) || (moved && isMarked(moved->Parent()));
     if (oldParent != nullptr) {
         RestoreButton(*oldParent);
         m_instance.m_RecursiveCheck ? FollowChildren(*oldParent) : ClearEmptied(*oldParent);
@@ -172,7 +174,7 @@ void Drop::Settle(Node* moved, Node* oldParent, const std::wstring& source)
     if (moved != nullptr && (m_instance.m_RecursiveCheck || IsMarked(*moved)))
         m_checks.TreeSetParents(*moved, m_instance.m_RecursiveCheck ? StateOfRow(*moved) : kMixed);
     m_instance.TV.GetNodes().MarksWritten();
-    m_owner.RebuildBoundList();
+    if (changesList) m_owner.RebuildBoundList();
 }
 
 /// A folder that looks empty now but is not, since the move failed, can be opened again.

@@ -36,19 +36,28 @@ void Rename::AfterLabelEdit(bool& Cancel, const std::wstring& NewString, RenameL
         return;
     }
     if (IsFileName(NewString)) {
+        const std::wstring name = NewString.substr(0, NewString.find_last_not_of(L". ") + 1);
         m_instance.FullPath =
             m_instance.nodX->Text().empty() ? std::wstring() : m_tree.BuildFullPath(&*m_instance.nodX);
         line = 3;
         SplitPath(locals);
         line = 5;
-        locals.Success = m_disk.WindowsDiskOps(m_instance.FullPath, locals.Temp + NewString, kRenameFlavor);
+        locals.Success = m_disk.WindowsDiskOps(m_instance.FullPath, locals.Temp + name, kRenameFlavor);
         line = 6;
-        if (locals.Success != kCancelled) return;
+        if (locals.Success != kCancelled) return Keep(name, NewString, Cancel);
     }
     line = 7;
     // The disk has the old name still; under the typed one the node would stand for another folder.
     Cancel = true;
     EditAgain(NewString);
+}
+
+/// The disk takes no blanks and full stops at the end of a name, so the node has none either.
+void Rename::Keep(const std::wstring& name, const std::wstring& typed, bool& Cancel)
+{
+    if (name == typed) return;
+    Cancel = true;
+    if (m_instance.nodX) m_instance.nodX->SetText(name);
 }
 
 /// The folder's part of the path, with its separator, and the path without the separator at its end.

@@ -30,6 +30,7 @@ public:
 
 private:
     void Timer2_Timer();
+    void Keep(const std::wstring& name, const std::wstring& typed, bool& Cancel);
     void SplitPath(RenameLocals& locals);
     void EditAgain(const std::wstring& typed);
 

@@ -81,7 +81,9 @@ int Win32MessageBoxes::Show(WindowHandle owner, const std::wstring& text, const 
 {
     auto* const window = IsWindow(WindowOf(owner)) ? WindowOf(owner) : nullptr;
     const auto title = caption.empty() ? Win32System().ProgramName() : caption;
-    return MessageBoxW(window, text.c_str(), title.c_str(), style);
+    // Without an owner it would leave the host's windows in use.
+    const UINT modality = window == nullptr ? MB_TASKMODAL : MB_APPLMODAL;
+    return MessageBoxW(window, text.c_str(), title.c_str(), style | modality);
 }
 
 std::optional<std::wstring> Win32Reporter::Report(const ErrorReport& report)

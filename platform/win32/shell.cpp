@@ -138,6 +138,9 @@ FileOperationResult Win32Shell::Operate(unsigned function, unsigned flags, const
     FileOperationResult result;
     result.code = SHFileOperationW(&operation);
     result.aborted = operation.fAnyOperationsAborted != FALSE;
+    // A cancel has codes of its own, older and newer, beside the flag.
+    constexpr int kOldCancelled = 117;
+    if (result.aborted && (result.code == ERROR_CANCELLED || result.code == kOldCancelled)) result.code = 0;
     return result;
 }
 

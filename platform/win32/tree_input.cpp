@@ -175,6 +175,12 @@ void TreeInput::LetGo()
     if (std::exchange(m_captured, false) && GetCapture() == m_core.Window()) ReleaseCapture();
 }
 
+void TreeInput::Forget(HTREEITEM item)
+{
+    if (m_press.item == item) m_press.item = nullptr;
+    if (m_press.caret == item) m_press.caret = nullptr;
+}
+
 LRESULT TreeInput::OnClick()
 {
     constexpr UINT kOnRow = TVHT_ONITEMICON | TVHT_ONITEMLABEL;

@@ -16,6 +16,8 @@ public:
     /// The answer, or nothing for a message that goes on to the tree as it is.
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnClick();
+    /// The row goes.
+    void Forget(HTREEITEM item);
     /// Whether what the mouse did since the click on the label means that no edit of it is wanted.
     bool SpoilsEditing() const;
 

@@ -199,6 +199,7 @@ LRESULT TreeRows::OnSelected(const NMTREEVIEWW& change)
 LRESULT TreeRows::OnDeleted(const NMTREEVIEWW& change)
 {
     if (!m_ownSelectedImage.empty()) m_ownSelectedImage.erase(change.itemOld.hItem);
+    m_core.input.Forget(change.itemOld.hItem);
     return 0;
 }
 

@@ -49,8 +49,10 @@ TEST_F(DragTest, ADropMovesTheFolderInTheTreeAndOnTheDisk)
 {
     Node& a = scene.At(L"t/a");
     Node& b = scene.At(L"t/b");
+    a.SetKey(L"a host's own");
     EXPECT_EQ(Drop(a, b), MovedMessage(L"t\\a", L"t\\b"));
     EXPECT_EQ(State(), L"t[-](b[-](b1 a[-](a1[+] a2)) c)");
+    EXPECT_EQ(&scene.nodes().Item(L"a host's own"), &a);
     const std::wstring heard = scene.Heard();  // some platforms select at the press
     EXPECT_TRUE(heard.starts_with(L"MouseDown") && heard.ends_with(L"Expand:b MouseUp"));
     EXPECT_TRUE(scene.desk().Has(L"t\\b\\a\\a1\\x\\f.txt"));

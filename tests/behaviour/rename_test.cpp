@@ -60,6 +60,16 @@ TEST_F(RenameTest, FilesOfAnyTypeAndNamesInOtherScriptsAreRenamed)
     }
 }
 
+TEST_F(RenameTest, BlanksAndFullStopsAtTheEndOfANameAreNoPartOfIt)
+{
+    Node& folder = Folder();
+    EXPECT_EQ(Rename(folder, L"New. "), L"");
+    EXPECT_EQ(folder.Text(), L"New");
+    EXPECT_EQ(tools().Label(), L"(closed)");
+    EXPECT_TRUE(scene.desk().Has(L"t\\New\\inner"));
+    EXPECT_EQ(PathOf(*folder.Child()), scene.desk().PathOf(L"t\\New\\inner\\"));
+}
+
 TEST_F(RenameTest, WhatIsNoNameIsRefusedAndTheLabelOpensAgainWithIt)
 {
     const std::wstring path = PathOf(Folder());

@@ -293,15 +293,15 @@ TEST_F(Persistence, DirtyMeansChangedSinceTheLastSave)
 {
     EXPECT_FALSE(IsDirty(saved));
     saved.InitNew();
-    EXPECT_FALSE(IsDirty(saved));
-    saved.control->put_HotTracking(VARIANT_TRUE);
     EXPECT_TRUE(IsDirty(saved));
-
     const auto persist = saved.As<IPersistStreamInit>();
     persist->Save(NewStream().Get(), FALSE);
     EXPECT_TRUE(IsDirty(saved)) << "a copy only";
     persist->Save(NewStream().Get(), TRUE);
     EXPECT_FALSE(IsDirty(saved));
+    saved.control->put_HotTracking(VARIANT_TRUE);
+    EXPECT_TRUE(IsDirty(saved));
+    persist->Save(NewStream().Get(), TRUE);
 
     ComPtr<IFontDisp> font;
     saved.control->get_Font(font.Put());
@@ -348,6 +348,15 @@ TEST_F(Persistence, FontOfTheContainerIsCopied)
     EXPECT_FALSE(italic);
     ASSERT_HRESULT_SUCCEEDED(loaded.As<IPersistPropertyBag>()->Save(&bag, TRUE, FALSE));
     EXPECT_EQ(bag.written, std::vector<std::string>{"Font"});
+}
+
+TEST_F(Persistence, AContainerThatSitesLastGivesItsFontToo)
+{
+    Embedded late(container);
+    ASSERT_HRESULT_SUCCEEDED(late.As<IPersistPropertyBag>()->Load(&bag, nullptr));
+    ASSERT_HRESULT_SUCCEEDED(late.SetSite());
+    ASSERT_HRESULT_SUCCEEDED(late.As<IPersistPropertyBag>()->Save(&bag, TRUE, FALSE));
+    EXPECT_EQ(bag.written, std::vector<std::string>());
 }
 
 TEST_F(Persistence, WindowNumberIsSavedFromDesignTime)
