@@ -32,10 +32,14 @@ HRESULT Activation::EnterInPlace()
     const HRESULT allowed = site->OnInPlaceActivate();
     if (FAILED(allowed)) return allowed;
     m_site = site;
-    const HRESULT shown = ShowIn(*site);
-    if (FAILED(shown)) {
+    try {
+        if (const HRESULT shown = ShowIn(*site); FAILED(shown)) {
+            LeaveInPlace();
+            return shown;
+        }
+    } catch (...) {
         LeaveInPlace();
-        return shown;
+        throw;
     }
     FollowDeadInterface();
     // The container may have closed the control already in one of the calls.
@@ -78,7 +82,7 @@ HRESULT Activation::EnterInterface(bool takeFocus)
         }
         if (m_hasInterface) SetActiveObject(&m_active);
     }
-    if (takeFocus && m_hasInterface && !HoldsFocus()) {
+    if (takeFocus && m_hasInterface && (!HoldsFocus() || GetFocus() == m_core.Window())) {
         SetFocus(WindowOf(m_core.Control().Tree().hWnd()));
         FocusMayHaveMoved();
     }
@@ -169,9 +173,12 @@ HRESULT Activation::TranslateKey(MSG& message)
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return S_FALSE;
     if (!HoldsFocus() || !InPlace() || IsUserInterfaceDead(m_core)) return S_FALSE;
     const HWND tree = WindowOf(m_core.Control().Tree().hWnd());
-    if (!BelongsToTree(message, message.hwnd != tree)) return OfferToSite(message);
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
+    // Some containers name the control's window, whichever window below it has the focus.
+    MSG key = message;
+    key.hwnd = GetFocus();
+    if (!BelongsToTree(key, key.hwnd != tree)) return OfferToSite(message);
+    TranslateMessage(&key);
+    DispatchMessageW(&key);
     return S_OK;
 }
 
@@ -189,12 +196,21 @@ bool Activation::HoldsFocus()
     return focus && (focus == window || IsChild(window, focus));
 }
 
+bool Activation::PassFocusOn()
+{
+    const HWND tree = WindowOf(m_core.Control().Tree().hWnd());
+    if (!IsWindowVisible(tree) || !IsWindowEnabled(tree)) return false;
+    SetFocus(tree);
+    return true;
+}
+
 void Activation::FocusMayHaveMoved()
 {
     const bool focused = HoldsFocus();
     if (m_focused == focused) return;
     m_focused = focused;
-    if (focused && InPlace() && m_core.UserMode()) EnterInterface(false);
+    // One that the container has hidden stays so.
+    if (focused && InPlace() && IsWindowVisible(m_core.Window()) && m_core.UserMode()) EnterInterface(false);
     // The container may have moved it on meanwhile.
     if (m_focused != focused) return;
     if (const ComPtr<IOleControlSite> site = ControlSite()) site->OnFocus(focused);
@@ -209,6 +225,8 @@ void Activation::FollowDeadInterface()
 {
     if (!InPlace()) return;
     const bool dead = IsUserInterfaceDead(m_core);
+    // The container may have disabled the window by itself.
+    if (std::exchange(m_dead, dead) == dead) return;
     if (dead) LeaveInterface();
     EnableWindow(m_core.Window(), !dead);
 }
@@ -218,6 +236,7 @@ void Activation::WindowGone()
     // The container is taking its window down and expects no call.
     m_hasInterface = false;
     m_focused = false;
+    m_dead = false;
     m_frame.Reset();
     m_document.Reset();
     m_site.Reset();

@@ -34,6 +34,8 @@ public:
     void RequestSize(Size size);
     /// A message that the container offers before its own keys: S_OK when it has been handled.
     HRESULT TranslateKey(MSG& message);
+    /// Gives the tree the focus that has come to the control's own window; false when the tree cannot take it.
+    bool PassFocusOn();
     /// Looks where the focus is, and tells the container when it has come or gone.
     void FocusMayHaveMoved();
     /// Takes input or takes none, as the container wants now.
@@ -56,6 +58,7 @@ private:
     ComPtr<IOleInPlaceUIWindow> m_document;
     RECT m_place{};
     bool m_hasInterface = false;
+    bool m_dead = false;  // the container has said that its user interface is
     bool m_focused = false;
     bool m_requestingSize = false;
 };

@@ -140,8 +140,10 @@ void ControlCore::FreezeEvents(bool freeze)
 
 HWND ControlCore::Window()
 {
-    if (!m_window.Handle()) {
+    if (!m_window.Handle() || m_control->Tree().hWnd() == 0) {
         m_window.Ensure();
+        // The tree may have gone alone.
+        m_control->Tree().DetachWindow();
         m_control->Tree().AttachWindow(NumberOf(m_window.Handle()));
         m_control->State().m_hwndTV = m_control->Tree().hWnd();
     }

@@ -74,8 +74,12 @@ void Embedding::FollowAmbientFont()
     SetFontInherited(true);
 }
 
-bool Embedding::WindowMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT&)
+bool Embedding::WindowMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {
+    if (message == WM_SETFOCUS && m_activation.PassFocusOn()) {
+        result = 0;
+        return true;
+    }
     if (MayMoveFocus(message, wParam, lParam)) {
         const std::shared_ptr<void> alive = m_core.KeepAlive();
         Border(IID_IOleInPlaceObject, [&] { m_activation.FocusMayHaveMoved(); });

@@ -57,6 +57,8 @@ HRESULT ViewPart::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC devi
         const ComPtr<IUnknown> alive(Identity());
         // Of an embedding that has been made, so that the window has the control's size.
         Embedded();
+        // The container may have taken the window along.
+        Core().Window();
         const Size size = Core().InnerSize();
         if (size.cx > 0 && size.cy > 0) Snapshot(Core(), size).StretchInto(device, place);
     });

@@ -61,6 +61,8 @@ void TreeCore::Close() noexcept
         TakeOut();
     } else if (m_window) {
         DestroyWindow(m_window);
+    } else if (m_emptied) {
+        DestroyWindow(m_emptied);
     }
 }
 
@@ -87,6 +89,12 @@ LRESULT TreeCore::OnTreeMessage(HWND window, UINT message, WPARAM wParam, LPARAM
     } else if (message == WM_DESTROY) {
         edit.Forget();
         face.BeforeDestroy(window);
+        const auto result = CallWindowProcW(m_native, window, message, wParam, lParam);
+        // It has let go of its rows. A container may have saved the window above it in this very moment, which then
+        // outlives its form, and this one with it.
+        m_emptied = window;
+        m_window = nullptr;
+        return result;
     } else if (m_listener && m_window) {
         if (const auto answer = Intercept(message, wParam, lParam)) return *answer;
     }
@@ -124,6 +132,7 @@ void TreeCore::OnDestroyed(HWND window)
 {
     m_window = nullptr;
     m_detached = nullptr;
+    m_emptied = nullptr;
     WindowHook::Detach(m_parent, *this);
     WindowHook::Detach(window, *this);
 }

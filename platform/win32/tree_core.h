@@ -62,6 +62,7 @@ private:
     HWND m_parent;
     HWND m_window = nullptr;
     HWND m_detached = nullptr;  // waits for the end of the native code that runs in it
+    HWND m_emptied = nullptr;   // still exists, but has no rows any more
     TreeWindowListener* m_listener;
     WNDPROC m_native = nullptr;
     int m_depth = 0;

@@ -11,6 +11,8 @@ namespace sylvex {
 void TreeEdit::Begin(HTREEITEM item)
 {
     const auto keep = m_core.shared_from_this();
+    // Nobody edits what the host has hidden, nor may the focus go there.
+    if (!IsWindowVisible(m_core.Window())) return;
     // The tree opens the edit only while it has the focus.
     SetFocus(m_core.Window());
     if (m_core.Window()) OnAsked(TVM_EDITLABELW, 0, ParameterOf(item));

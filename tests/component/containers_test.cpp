@@ -405,6 +405,37 @@ TEST(End, OfTheFormInsideAnEventOfTheControl)
     EXPECT_EQ(container.References(), 0);
 }
 
+LRESULT CALLBACK SaveFromForm(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR object)
+{
+    if (message != WM_DESTROY) return DefSubclassProc(window, message, wParam, lParam);
+    SetParent(window, nullptr);
+    reinterpret_cast<IOleInPlaceObject*>(object)->InPlaceDeactivate();
+    return 0;
+}
+
+TEST(End, OfAFormMayLeaveTheControlToTheNextOne)
+{
+    TestContainer container;
+    Embedded embedded(container);
+    embedded.Start();
+    ASSERT_HRESULT_SUCCEEDED(embedded.control->Enumerate());
+    const auto object = embedded.As<IOleInPlaceObject>();
+    HWND window = nullptr;
+    object->GetWindow(&window);
+    SetWindowSubclass(window, &SaveFromForm, 1, reinterpret_cast<DWORD_PTR>(object.Get()));
+    container.DestroyForm();
+    ASSERT_TRUE(IsWindow(window));
+    RemoveWindowSubclass(window, &SaveFromForm, 1);
+    container.NewForm();
+    ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_INPLACEACTIVATE));
+    EXPECT_GT(TreeView_GetCount(embedded.Tree()), 1);
+    EXPECT_HRESULT_SUCCEEDED(embedded.control->Enumerate());
+    int windows = 0;
+    for (HWND child = nullptr; (child = FindWindowExW(window, child, nullptr, nullptr)) != nullptr;)
+        ++windows;
+    EXPECT_EQ(windows, 1);
+}
+
 TEST(End, SavesThroughTheSiteOnlyWhenThereIsSomethingToSave)
 {
     TestContainer container;

@@ -63,6 +63,21 @@ TEST_F(Keys, OfTheTreeComeBeforeTheContainersOwn)
     EXPECT_EQ(container.TakeLog(), "") << "the container is not asked";
 }
 
+TEST_F(Keys, ReachTheTreeWhicheverWindowOfTheControlTheContainerNames)
+{
+    HWND window = nullptr;
+    embedded.As<IOleInPlaceObject>()->GetWindow(&window);
+    MSG offered{window, WM_KEYDOWN, VK_DOWN, 1, 0, {}};
+    EXPECT_EQ(embedded.As<IOleInPlaceActiveObject>()->TranslateAccelerator(&offered), S_OK);
+    DrainMessages();
+    EXPECT_EQ(sink.keys, std::vector<short>{VK_DOWN});
+    SetFocus(container.Form());
+    container.TakeLog();
+    SetFocus(window);
+    EXPECT_EQ(GetFocus(), embedded.Tree());
+    EXPECT_NE(container.TakeLog().find("OnFocus in"), std::string::npos);
+}
+
 TEST_F(Keys, ThatTheTreeHasNoUseForGoToTheContainer)
 {
     for (const WPARAM key : {VK_TAB, VK_F5, VK_INSERT})

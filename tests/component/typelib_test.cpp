@@ -413,6 +413,7 @@ TEST(TypeLibrary, IsOfThisVersionAndSystem)
     ASSERT_HRESULT_SUCCEEDED(Library()->GetLibAttr(&attributes));
     EXPECT_EQ(attributes->wMajorVerNum, 1);
     EXPECT_EQ(attributes->wMinorVerNum, 0);
+    EXPECT_EQ(attributes->wLibFlags & LIBFLAG_FCONTROL, LIBFLAG_FCONTROL) << "listed among controls";
     EXPECT_EQ(attributes->syskind, sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32);
     Library()->ReleaseTLibAttr(attributes);
 }
