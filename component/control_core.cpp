@@ -193,6 +193,8 @@ bool ControlCore::Message(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& r
 void ControlCore::Destroying()
 {
     if (!m_control) return;
+    // To let go of the container may let go of the control.
+    const std::shared_ptr<void> alive = KeepAlive();
     m_control->Tree().DetachWindow();
     m_control->State().m_hwndTV = 0;
     if (m_observer) m_observer->WindowGone();
@@ -232,6 +234,7 @@ void ControlCore::FollowFont()
 
 void ControlCore::FontChanged() noexcept
 {
+    if (!m_control) return;  // it is going
     try {
         const std::shared_ptr<void> alive = KeepAlive();
         Tree().SetFont(ObjectRef(Tree().Font()));

@@ -163,6 +163,10 @@ void LateBoundListView::AddRows(RowSource& rows, bool)
 {
     Items();
     m_window = hWnd();
+    // Pictures go by messages with pointers, which mean nothing to another process.
+    DWORD process = 0;
+    GetWindowThreadProcessId(WindowOf(m_window), &process);
+    if (process != GetCurrentProcessId()) m_window = 0;
     for (std::size_t place = 0; place < rows.Count(); ++place)
         AddRow(rows.Row(place));
 }
@@ -205,6 +209,7 @@ void LateBoundListView::AddRow(const ListRow& row)
 /// The picture of the system's image list, which the object itself does not know.
 void LateBoundListView::SetIcon(const ComPtr<IDispatch>& added, int image)
 {
+    if (m_window == 0) return;
     const Variant index = ItemCaller(added).Get(item::Index);
     LVITEMA record{};
     record.mask = LVIF_IMAGE;

@@ -46,7 +46,7 @@ private:
     LateCaller m_item;
     LateCaller m_columns;
     LateCaller m_column;
-    WindowHandle m_window = 0;  // while rows are added
+    WindowHandle m_window = 0;  // that takes pictures while rows are added
     bool m_addTakesAll = false;
 };
 

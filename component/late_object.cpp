@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace sylvex {
 
@@ -77,9 +78,11 @@ void LateCaller::TakeUp(const ComPtr<IDispatch>& object)
 {
     if (!object) throw ObjectNotSet();
     if (object == m_object) return;
-    m_object = object;
+    // The last reference to the one before may run code that takes up another: released at the end.
+    const ComPtr<IDispatch> before = std::exchange(m_object, object);
+    const ComPtr<IDispatch> present = object;
     ComPtr<ITypeInfo> itsClass;
-    Guarded([&] { itsClass = ClassOf(*m_object, m_class); });
+    Guarded([&] { itsClass = ClassOf(*present, m_class); });
     if (itsClass && itsClass == m_class) return;
     m_class = std::move(itsClass);
     std::fill(m_members.begin(), m_members.end(), kNotAsked);
@@ -92,8 +95,9 @@ DISPID LateCaller::Find(std::size_t member)
     std::wstring text(m_names[member]);
     LPOLESTR name = text.data();
     DISPID found = DISPID_UNKNOWN;
+    const ComPtr<IDispatch> object = m_object;
     const HRESULT asked =
-        Guarded([&] { return m_object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found); });
+        Guarded([&] { return object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found); });
     return number = FAILED(asked) ? DISPID_UNKNOWN : found;
 }
 

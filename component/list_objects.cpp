@@ -114,9 +114,11 @@ STDMETHODIMP ListViewObject::putref_SelectedItem(IListItem* value)
 {
     return Member([&] {
         const int place = value ? RowBehind(List(), value) : -1;
-        for (int selected = Window().RowCount(); selected-- > 0;) {
-            if (selected != place && Window().IsSelected(selected)) Window().SelectRow(selected, false);
-        }
+        const auto next = [&](LRESULT after) {
+            return Send(LVM_GETNEXTITEM, static_cast<WPARAM>(after), LVNI_SELECTED);
+        };
+        for (LRESULT selected = next(-1); selected >= 0; selected = next(selected))
+            if (selected != place) Window().SelectRow(static_cast<int>(selected), false);
         if (place >= 0) Window().SelectRow(place, true);
     });
 }

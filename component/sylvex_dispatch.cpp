@@ -81,6 +81,8 @@ STDMETHODIMP SylvexObject::SetNodeVisible()
 STDMETHODIMP SylvexObject::put_ImageList(VARIANT* New_ImageList)
 {
     return Member([&](Sylvex& control) {
+        // The tree shows the present one until it has the new one.
+        const Variant before(m_core.Objects().ImageList());
         control.LetImageList(Converted(control.State(), L"ImageList", "New_ImageList", Checked(New_ImageList),
                                        [&](const VARIANT& list) { return m_core.Objects().TakeImageList(list); }));
     });

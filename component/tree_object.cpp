@@ -236,7 +236,11 @@ STDMETHODIMP TreeViewObject::get_ImageList(VARIANT* value)
 
 STDMETHODIMP TreeViewObject::putref_ImageList(VARIANT value)
 {
-    return Member([&] { Tree().SetImageListHandle(Objects().TakeImageList(value)); });
+    return Member([&] {
+        // The tree shows the present one until it has the new one.
+        const Variant before(Objects().ImageList());
+        Tree().SetImageListHandle(Objects().TakeImageList(value));
+    });
 }
 
 STDMETHODIMP TreeViewObject::GetVisibleCount(LONG* result)

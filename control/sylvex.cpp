@@ -246,7 +246,8 @@ void Sylvex::TV_Expand(Node& Node)
         m_tree.LoadChildren(*node);
         if (m_instance.InSetNodeChecked || !m_instance.m_ReqListView) return;
         line = 5;
-        MarkListed(node, SearchString);
+        // What is written over at once need not be read from the list.
+        if (node->Bold() || !m_instance.m_RecursiveCheck) MarkListed(node, SearchString);
         line = 6;
         if (!node->Bold()) m_checks.TreeSelectiveCheck(*node, m_instance.m_RecursiveCheck);
     });

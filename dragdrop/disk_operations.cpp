@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <type_traits>
 
+#include "platform/text.h"
+
 namespace sylvex {
 
 namespace {
@@ -124,6 +126,8 @@ std::optional<bool> DiskOperations::IsFolder(const std::wstring& path)
 int DiskOperations::Obstacle(unsigned wFunc, const std::wstring& Source, const std::wstring& dest)
 {
     if (!IsWholePath(Source) || !IsWholePath(dest)) return kInvalidPath;
+    // The shell would act on another file.
+    if (LosesAnEnding(Source) || LosesAnEnding(dest)) return kInvalidPath;
     if (IsRoot(Source) || IsShare(Source)) return kRootFolder;
     if (wFunc != kMove) return 0;
     // Into a folder that has gone the shell would move under that folder's name.

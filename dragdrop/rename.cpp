@@ -35,6 +35,8 @@ void Rename::AfterLabelEdit(bool& Cancel, const std::wstring& NewString, RenameL
         Cancel = true;
         return;
     }
+    // While the shell asks, the person may drag, which has the control's member for itself.
+    const NodeRef edited = m_instance.nodX;
     if (IsFileName(NewString)) {
         const std::wstring name = NewString.substr(0, NewString.find_last_not_of(L". ") + 1);
         m_instance.FullPath =
@@ -44,20 +46,20 @@ void Rename::AfterLabelEdit(bool& Cancel, const std::wstring& NewString, RenameL
         line = 5;
         locals.Success = m_disk.WindowsDiskOps(m_instance.FullPath, locals.Temp + name, kRenameFlavor);
         line = 6;
-        if (locals.Success != kCancelled) return Keep(name, NewString, Cancel);
+        if (locals.Success != kCancelled) return Keep(edited, name, NewString, Cancel);
     }
     line = 7;
     // The disk has the old name still; under the typed one the node would stand for another folder.
     Cancel = true;
-    EditAgain(NewString);
+    EditAgain(edited, NewString);
 }
 
 /// The disk takes no blanks and full stops at the end of a name, so the node has none either.
-void Rename::Keep(const std::wstring& name, const std::wstring& typed, bool& Cancel)
+void Rename::Keep(const NodeRef& edited, const std::wstring& name, const std::wstring& typed, bool& Cancel)
 {
     if (name == typed) return;
     Cancel = true;
-    if (m_instance.nodX) m_instance.nodX->SetText(name);
+    if (edited) edited->SetText(name);
 }
 
 /// The folder's part of the path, with its separator, and the path without the separator at its end.
@@ -73,9 +75,9 @@ void Rename::SplitPath(RenameLocals& locals)
     if (path.ends_with(L'\\')) path.pop_back();
 }
 
-void Rename::EditAgain(const std::wstring& typed)
+void Rename::EditAgain(const NodeRef& edited, const std::wstring& typed)
 {
-    m_refused = m_instance.nodX;
+    m_refused = edited;
     m_typed = typed;
     m_instance.platform.boxes.Show(m_instance.TV.hWnd(), L"Error. Enter a valid file name (or Esc).", {}, kBoxOk);
     Timer2->SetInterval(kEditAgainAfter);

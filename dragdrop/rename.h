@@ -30,9 +30,9 @@ public:
 
 private:
     void Timer2_Timer();
-    void Keep(const std::wstring& name, const std::wstring& typed, bool& Cancel);
+    void Keep(const NodeRef& edited, const std::wstring& name, const std::wstring& typed, bool& Cancel);
     void SplitPath(RenameLocals& locals);
-    void EditAgain(const std::wstring& typed);
+    void EditAgain(const NodeRef& edited, const std::wstring& typed);
 
     Instance& m_instance;
     FolderTree& m_tree;

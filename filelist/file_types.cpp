@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace sylvex {
@@ -39,6 +40,11 @@ std::wstring FileTypes::GetFileType(const std::wstring& sExt, const std::wstring
             MyIcon = TypeNew[static_cast<std::size_t>(i)].IconIndex;
             return TypeNew[static_cast<std::size_t>(i)].TypeName;
         }
+        // The search does not meet every record.
+        if (const auto known = m_known.find(sExt); known != m_known.end()) {
+            MyIcon = known->second.IconIndex;
+            return known->second.TypeName;
+        }
         line = 3;
         sTypeName = RegisteredTypeName(sExt);
         line = 4;
@@ -50,7 +56,8 @@ std::wstring FileTypes::GetFileType(const std::wstring& sExt, const std::wstring
         }
         line = 5;
         MyIcon = record.IconIndex;
-        // Positions are 16 bits; what no longer fits is looked up anew each time.
+        m_known.emplace(sExt, record);
+        // Positions are 16 bits; what no longer fits is known all the same.
         if (TypeNew.size() > static_cast<std::size_t>(std::numeric_limits<short>::max())) return sTypeName;
         TypeNew.push_back(std::move(record));
         ShellSortTypeNewArray();
@@ -86,26 +93,19 @@ short FileTypes::BinarySearchTypeNew(const std::wstring& sExt)
     });
 }
 
-const std::string& FileTypes::SortKeyOf(const std::wstring& ext)
-{
-    const auto [place, isNew] = m_sortKeys.try_emplace(ext);
-    if (isNew) m_instance.platform.regional.AppendSortKey(ext, place->second);
-    return place->second;
-}
-
 void FileTypes::ShellSortTypeNewArray()
 {
     Trapped(m_instance, L"ShellSortTypeNewArray", kNone, kNone, [&](int& line) {
         line = 1;
         std::vector<FTs>& TypeNew = m_instance.TypeNew;
-        std::vector<const std::string*> keys;
-        keys.reserve(TypeNew.size());
-        for (const FTs& record : TypeNew)
-            keys.push_back(&SortKeyOf(record.Ext));
         const std::size_t count = TypeNew.size();
+        for (std::size_t i = m_keys.size(); i < count; ++i)
+            m_instance.platform.regional.AppendSortKey(TypeNew[i].Ext, m_keys.emplace_back());
+        // Nearly always one record has come behind those that are in order.
+        if (std::exchange(m_inOrder, count) + 1 == count) return PlaceLast();
         const auto pass = [&](std::size_t i, std::size_t gap) {
-            if (*keys[i] <= *keys[i + gap]) return;
-            std::swap(keys[i], keys[i + gap]);
+            if (m_keys[i] <= m_keys[i + gap]) return;
+            std::swap(m_keys[i], m_keys[i + gap]);
             std::swap(TypeNew[i], TypeNew[i + gap]);
         };
         for (std::size_t gap = count / 2; gap > 0; gap /= 2) {
@@ -117,6 +117,14 @@ void FileTypes::ShellSortTypeNewArray()
                 pass(i, gap);
         }
     });
+}
+
+void FileTypes::PlaceLast()
+{
+    const auto place = std::upper_bound(m_keys.begin(), m_keys.end() - 1, m_keys.back()) - m_keys.begin();
+    std::vector<FTs>& TypeNew = m_instance.TypeNew;
+    std::rotate(m_keys.begin() + place, m_keys.end() - 1, m_keys.end());
+    std::rotate(TypeNew.begin() + place, TypeNew.end() - 1, TypeNew.end());
 }
 
 bool FileTypes::DrawnPerFile(const std::wstring& sExt)

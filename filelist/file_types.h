@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "instance/instance.h"
 
@@ -29,11 +30,13 @@ private:
     std::wstring RegisteredTypeName(const std::wstring& sExt);
     bool RegisteredAsDrawnPerFile(const std::wstring& sExt);
     bool KeyDrawsPerFile(const std::wstring& key);
-    const std::string& SortKeyOf(const std::wstring& ext);
+    void PlaceLast();
 
     Instance& m_instance;
-    std::unordered_map<std::wstring, std::string> m_sortKeys;  // by extension
-    std::unordered_map<std::wstring, bool> m_drawnPerFile;     // by extension
+    std::vector<std::string> m_keys;                        // that TypeNew is sorted by, record for record
+    std::size_t m_inOrder = 0;                              // records in order, from the first
+    std::unordered_map<std::wstring, FTs> m_known;          // by extension
+    std::unordered_map<std::wstring, bool> m_drawnPerFile;  // by extension
     /// The class of the extension whose type name was looked up last.
     struct RegisteredClass {
         std::wstring ext;

@@ -103,15 +103,17 @@ void ListRows::AddFolder(std::uint32_t Item, const std::wstring& sPath)
     std::size_t k = 0;
     Trapped(m_instance, L"AddFolder", VARIABLES(Item, sPath), VARIABLES(k), [&](int& line) {
         line = 1;
-        FTs& folders = m_instance.TypeNew.front();
         for (k = 0; k < m_patterns.size(); ++k) {
             line = 2;
-            if (!EqualText(m_regional, folders.TypeName, m_instance.sFolder)) {
-                folders.IconIndex = m_instance.platform.shell.SystemIconIndex(sPath);
-                folders.TypeName = m_instance.sFolder;
+            if (!EqualText(m_regional, m_instance.TypeNew.front().TypeName, m_instance.sFolder)) {
+                // The shell may let messages through, and with them another list.
+                const int icon = m_instance.platform.shell.SystemIconIndex(sPath);
+                m_instance.TypeNew.front().IconIndex = icon;
+                m_instance.TypeNew.front().TypeName = m_instance.sFolder;
             }
             line = 3;
-            m_rows.push_back({Item, static_cast<std::int32_t>(k), 0, folders.IconIndex, m_instance.IsFAT});
+            const int icon = m_instance.TypeNew.front().IconIndex;
+            m_rows.push_back({Item, static_cast<std::int32_t>(k), 0, icon, m_instance.IsFAT});
         }
     });
 }
@@ -122,12 +124,11 @@ std::uint32_t ListRows::TypeOf(std::uint32_t entry)
     const auto found = m_typePlaces.find(spelt);
     if (found != m_typePlaces.end()) return found->second;
     const std::wstring ext = LowerText(m_regional, spelt);
-    // Another spelling of an extension met before.
-    const auto same = std::find_if(m_types.begin(), m_types.end(), [&](const Type& type) { return type.ext == ext; });
-    const auto place = static_cast<std::uint32_t>(same - m_types.begin());
-    if (same == m_types.end()) m_types.push_back(ReadType(ext, m_ticked.Path(entry)));
-    m_typePlaces.emplace(spelt, place);
-    return place;
+    // It may be another spelling of an extension met before.
+    const auto [place, isNew] = m_lowerPlaces.try_emplace(ext, static_cast<std::uint32_t>(m_types.size()));
+    if (isNew) m_types.push_back(ReadType(ext, m_ticked.Path(entry)));
+    m_typePlaces.emplace(spelt, place->second);
+    return place->second;
 }
 
 ListRows::Type ListRows::ReadType(const std::wstring& ext, const std::wstring& path)

@@ -80,6 +80,7 @@ private:
     std::vector<LaidOut> m_rows;
     std::vector<Type> m_types;
     std::unordered_map<std::wstring, std::uint32_t, TextHash, std::equal_to<>> m_typePlaces;  // by extension as spelt
+    std::unordered_map<std::wstring, std::uint32_t> m_lowerPlaces;  // by extension in lower case
     std::map<std::wstring, bool, std::less<>> m_fatVolumes;
     std::optional<int> m_folderIcon;
     ListRow m_row;

@@ -101,13 +101,9 @@ public:
     }
     explicit Variant(HWND window) : Variant()
     {
-        if constexpr (sizeof(HWND) == sizeof(LONGLONG)) {
-            V_VT(&m_value) = VT_I8;
-            V_I8(&m_value) = reinterpret_cast<LONG_PTR>(window);
-        } else {
-            V_VT(&m_value) = VT_I4;
-            V_I4(&m_value) = static_cast<LONG>(reinterpret_cast<LONG_PTR>(window));
-        }
+        // Handles of windows have 32 bits everywhere, and scripts know no longer numbers.
+        V_VT(&m_value) = VT_I4;
+        V_I4(&m_value) = static_cast<LONG>(reinterpret_cast<LONG_PTR>(window));
     }
     Variant(const Variant&) = delete;
     Variant& operator=(const Variant&) = delete;

@@ -93,7 +93,8 @@ FailureReports::FailureReports(Listener listener) : m_reporter(New<Reporter>(std
 FailureReports::~FailureReports()
 {
     if (m_class != 0) CoRevokeClassObject(m_class);
-    if (m_root) RegDeleteTreeW(m_root, KeyBelow(m_root).c_str());
+    // Somebody else may have registered a reporter meanwhile.
+    if (m_root && IsOurs()) RegDeleteTreeW(m_root, KeyBelow(m_root).c_str());
 }
 
 bool FailureReports::IsOurs()

@@ -77,6 +77,7 @@ private:
     using Command = std::function<void(Form&)>;
     /// Keeps the form from going while a command is carried out, in which messages may be served.
     class Busy;
+    std::shared_ptr<void> Hold();
     /// Runs a command, if there is a control; its failures are shown, not thrown.
     void Attempt(const Command& command);
     /// What a button or its accelerator does; empty when there is no such button.

@@ -63,6 +63,11 @@ private:
     Form& m_form;
 };
 
+std::shared_ptr<void> Form::Hold()
+{
+    return std::make_shared<Busy>(*this);
+}
+
 void Form::Start()
 {
     const Busy busy(*this);
@@ -163,6 +168,7 @@ void Form::OnDefaultKey()
     if (focus == Item(IDC_PATH)) Attempt([this](Form&) { GoTo(WindowText(Item(IDC_PATH))); });
     if (focus == Item(IDC_FILE_FILTER)) Attempt(&Form::Enumerate);
     if (focus == Item(IDC_PATTERNS)) Attempt(&Form::Refresh);
+    if (focus == Item(IDC_LIST)) Attempt(&Form::FindSelected);
 }
 
 void Form::OnListNotice(const NMHDR& header)

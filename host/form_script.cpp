@@ -7,7 +7,7 @@ namespace sylvex::host {
 void Form::ServeMessagesFor(int milliseconds)
 {
     const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds > 0 ? milliseconds : 0);
-    for (ULONGLONG now = GetTickCount64(); now < end; now = GetTickCount64()) {
+    for (ULONGLONG now = GetTickCount64(); now < end && !m_leaving; now = GetTickCount64()) {
         MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now), QS_ALLINPUT);
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
@@ -27,6 +27,7 @@ void Form::RunScript(const std::wstring& file)
         m_status = status;
         Leave();
     };
+    services.hold = [this] { return Hold(); };
     services.list = Item(IDC_LIST);
     const auto failed = [this](const std::wstring& message) {
         ReportFailure(message);

@@ -185,6 +185,8 @@ STDMETHODIMP ScriptEvents::Invoke(DISPID event, REFIID, LCID, WORD kind, DISPPAR
     if ((kind & DISPATCH_METHOD) == 0) return DISP_E_MEMBERNOTFOUND;
     if (!arguments) return E_POINTER;
     try {
+        // The procedure may serve messages, and with them the end of the form.
+        const std::shared_ptr<void> held = m_hold();
         const std::wstring name = L"Sylvex_" + EventName(event);
         ScriptArguments passed(*arguments);
         DISPPARAMS parameters = passed.Get();

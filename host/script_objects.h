@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "host/com.h"
@@ -19,6 +20,8 @@ struct HostServices {
     std::function<void(int)> wait;
     /// Closes the form with an exit status, once the script has ended.
     std::function<void(int)> quit;
+    /// Keeps the form, and the script with it, until the answer is let go of.
+    std::function<std::shared_ptr<void>()> hold;
     HWND list = nullptr;
 };
 
@@ -46,8 +49,14 @@ class ScriptEvents : public ComObject<IDispatch> {
 public:
     using Failed = std::function<void(const std::wstring&)>;
 
-    /// `script` must outlive the connection; `failed` hears of errors in the script's procedures.
-    ScriptEvents(Script& script, Failed failed) : m_script(script), m_failed(std::move(failed)) {}
+    using Hold = std::function<std::shared_ptr<void>()>;
+
+    /// `script` must outlive the connection, and exist while what `hold` gives is held; `failed` hears of errors in the
+    /// script's procedures.
+    ScriptEvents(Script& script, Hold hold, Failed failed)
+        : m_script(script), m_hold(std::move(hold)), m_failed(std::move(failed))
+    {
+    }
 
     STDMETHODIMP QueryInterface(REFIID id, void** found) override;
     STDMETHODIMP GetTypeInfoCount(UINT* count) override;
@@ -58,6 +67,7 @@ public:
 
 private:
     Script& m_script;
+    Hold m_hold;
     Failed m_failed;
 };
 

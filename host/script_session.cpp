@@ -12,8 +12,9 @@ ScriptSession::ScriptSession(const std::wstring& file, HWND window, _Sylvex& con
     Check(control.get_ReqListView(list.Put()), L"ReqListView");
     m_script.AddObject(L"Sylvex", ComPtr<IDispatch>(&control));
     m_script.AddObject(L"List", list.As<IDispatch>());
+    const ScriptEvents::Hold hold = services.hold;
     m_script.AddObject(L"Host", New<HostObject>(std::move(services)).As<IDispatch>());
-    m_events = Connection(control, DIID___Sylvex, *New<ScriptEvents>(m_script, std::move(failed)));
+    m_events = Connection(control, DIID___Sylvex, *New<ScriptEvents>(m_script, hold, std::move(failed)));
 }
 
 }  // namespace sylvex::host

@@ -57,4 +57,14 @@ std::vector<std::wstring> SplitText(std::wstring_view text, wchar_t separator)
     }
 }
 
+bool LosesAnEnding(std::wstring_view path)
+{
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        const bool ends = i + 1 == path.size() || path[i + 1] == L'\\';
+        const bool onlyDots = path[i - 1] == L'\\' || path[i - 1] == L'.';
+        if (ends && (path[i] == L' ' || (path[i] == L'.' && !onlyDots))) return true;
+    }
+    return false;
+}
+
 }  // namespace sylvex

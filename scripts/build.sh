@@ -11,5 +11,5 @@ buildPreset() {
 }
 
 needArtifact() {
-    [ -f "$1" ] || fail "the build did not make ${1#"$root"/}; see build/logs/configure-x64.log"
+    [ -f "$1" ] || fail "the build did not make ${1#"$root"/}; see build/logs/"
 }

@@ -7,7 +7,7 @@ readonly demoMostFiles=100
 commandDemo() {
     local folder
     [ $# -le 1 ] || fail "demo: one folder at most"
-    folder="$(cd "${1:-$root}" 2>/dev/null && pwd -P)" || fail "demo: no such folder: $1"
+    folder="$(cd "$callerDir" && cd "${1:-$root}" 2>/dev/null && pwd -P)" || fail "demo: no such folder: $1"
     local ownDisplay="${DISPLAY:-}"
     installMissing
     buildPreset x64

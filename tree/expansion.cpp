@@ -110,7 +110,7 @@ void FolderTree::EnumFilesUnder(Node& n)
         n.SetSorted(true);
         n.SetSorted(false);
         line = 6;
-        AddFiles(n, listing, own);
+        AddFiles(listing, own);
         line = 8;
         hidden->End();
         if (!m_instance.TV.Visible()) m_instance.TV.SetVisible(true);
@@ -150,17 +150,19 @@ void FolderTree::AddFolders(Node& n, const Listing& listing, FolderLocals& own)
     }
 }
 
-void FolderTree::AddFiles(Node& n, const Listing& listing, FolderLocals& own)
+void FolderTree::AddFiles(const Listing& listing, FolderLocals& own)
 {
     const bool byType = CheckVersion(m_instance.platform);
     // The listing's order, not the sorted one, settles which file gives its type the picture.
     std::vector<int> images(listing.files.size());
     for (std::size_t i = 0; i < images.size(); ++i)
         images[i] = ImageOfFile(listing.NameOf(listing.files[i]), byType, own);
-    Nodes& nodes = n.Collection();
+    // The shell may have let messages through, and with them a host that removes the node.
+    Node& parent = *own.n;
+    Nodes& nodes = parent.Collection();
     const auto nameAt = [&](std::size_t place) { return listing.NameOf(listing.files[place]); };
     for (const std::uint32_t place : SortedPlaces(m_instance.platform.regional, images.size(), nameAt)) {
-        own.n2 = &nodes.AddChild(n, nameAt(place), images[place]);
+        own.n2 = &nodes.AddChild(parent, nameAt(place), images[place]);
         ++own.L4;
     }
 }

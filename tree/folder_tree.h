@@ -51,7 +51,7 @@ private:
     void AddDrives(Node& myComputer, RootLocals& own, int& line);
     Listing ReadFolder(FolderLocals& own);
     void AddFolders(Node& n, const Listing& listing, FolderLocals& own);
-    void AddFiles(Node& n, const Listing& listing, FolderLocals& own);
+    void AddFiles(const Listing& listing, FolderLocals& own);
     int ImageOfFile(std::wstring_view name, bool byType, FolderLocals& own);
     bool MatchesFilter(std::wstring_view name);
 

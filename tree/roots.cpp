@@ -185,6 +185,7 @@ Node& FolderTree::AddBelow(Node& desktop, RootLocals& own, int& line)
 void FolderTree::AddDrives(Node& myComputer, RootLocals& own, int& line)
 {
     Nodes& nodes = m_instance.TV.GetNodes();
+    const NodeRef computer(&myComputer);
     own.DrvBitMask = m_instance.platform.files.LogicalDrives();
     own.MaxPwr = static_cast<short>(std::bit_width(own.DrvBitMask) - 1);
     line = 9;
@@ -194,8 +195,9 @@ void FolderTree::AddDrives(Node& myComputer, RootLocals& own, int& line)
         own.DriveType = m_instance.platform.files.DriveType(own.MyDrive);
         own.MyPic = DrivePicture(own.DriveType, own.Pwr, own.MyPic);
         own.pictureMissing = own.pictureMissing || !KeyExists(m_instance.ImageList1, own.MyPic);
-        Node& drive = nodes.Add(&myComputer, Relationship::Child, own.MyKey,
-                                m_instance.platform.shell.DisplayName(own.MyDrive), own.MyPic);
+        // The shell may let messages through, and with them a host that empties the tree.
+        const std::wstring name = m_instance.platform.shell.DisplayName(own.MyDrive);
+        Node& drive = nodes.Add(&*computer, Relationship::Child, own.MyKey, name, own.MyPic);
         own.nod1 = NodeRef(&drive);
         if (own.FirstFixed == 0 && own.DriveType == kFixedDrive) own.FirstFixed = static_cast<short>(nodes.Count());
         nodes.AddChild(drive, L"", 0);

@@ -272,7 +272,7 @@ void Nodes::Resolve(Node& node)
 
 void Nodes::ResolveAll()
 {
-    for (std::size_t slot = 0; m_pending > 0 && slot < m_slots.size(); ++slot)
+    for (std::size_t slot = m_lowestPending; m_pending > 0 && slot < m_slots.size(); ++slot)
         if (m_slots[slot] != nullptr && m_slots[slot]->m_childPending) Resolve(*m_slots[slot]);
 }
 

@@ -159,6 +159,7 @@ void TreeView::Added(Node& node)
 void TreeView::Removing(Node& node)
 {
     if (!HasRow(node)) return;
+    if (m_edited.IfAlive() == &node) m_window->CancelEdit();
     m_byWindow = true;  // a selection that the window moves on by itself is no click
     m_window->Delete(node.m_item);
     m_byWindow = false;
@@ -169,6 +170,7 @@ void TreeView::Removing(Node& node)
 void TreeView::RemovingAll()
 {
     if (m_window != nullptr) {
+        m_window->CancelEdit();
         m_byWindow = true;
         m_window->Delete(0);
         m_byWindow = false;
@@ -198,11 +200,24 @@ void TreeView::ChildrenChanged(Node& parent)
     if (HasRow(parent) && m_asked != &parent) m_window->SetButton(parent.m_item, ButtonOf(parent));
 }
 
+namespace {
+
+/// Whether all above the node is open.
+bool IsUncovered(const Node& node)
+{
+    for (const Node* above = node.Parent(); above != nullptr; above = above->Parent())
+        if (!above->Expanded()) return false;
+    return true;
+}
+
+}  // namespace
+
 void TreeView::Reordered(Node* parent)
 {
     const bool realised = parent != nullptr ? parent->m_realised : m_rootsRealised;
     if (!realised || m_window == nullptr) return;
-    Node* selected = m_selected.IfAlive();
+    const NodeRef selected = m_selected;
+    m_window->CancelEdit();
     Updating hidden(*this);
     m_byWindow = true;
     for (Node* node = parent != nullptr ? parent->m_child : m_nodes.FirstRoot(); node != nullptr; node = node->m_next)
@@ -210,10 +225,12 @@ void TreeView::Reordered(Node* parent)
     Forget(parent);
     InsertRowsOf(parent);
     if (parent != nullptr && parent->m_expanded) m_window->Expand(parent->m_item, true);
-    if (selected != nullptr && selected->m_item != 0) m_window->Select(selected->m_item);
+    // A row inside a closed folder is left alone: to select it would open the folder.
+    if (selected.IfAlive() != nullptr && selected->m_item != 0 && IsUncovered(*selected))
+        m_window->Select(selected->m_item);
     m_byWindow = false;
     hidden.End();
-    m_selected = NodeRef(selected);
+    m_selected = selected;
 }
 
 /// Opens the node in the model: raises the event (which loads what is below) and gives the children rows. False when

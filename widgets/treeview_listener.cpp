@@ -34,13 +34,15 @@ bool TreeView::Expanding(ItemData item, bool expand)
     Node& node = NodeOf(item);
     if (node.m_expanded == expand) return true;
     const NodeRef keep(&node);
+    const ItemHandle row = node.m_item;
     bool done = false;
     FromWindow([&] {
         try {
             expand ? static_cast<void>(OpenModel(node)) : CloseModel(node);
         } catch (...) {  // reported where it happened; what has been loaded shows all the same
         }
-        done = keep.IfAlive() != nullptr && node.m_expanded == expand;
+        // A node that has been moved or sorted has another row now, which is in this state already.
+        done = keep.IfAlive() != nullptr && node.m_item == row && node.m_expanded == expand;
     });
     return done;
 }
@@ -144,6 +146,7 @@ bool TreeView::LabelEdited(ItemData, const std::optional<std::wstring>& text)
     if (!text || m_editEnds || m_edited.IfAlive() == nullptr) return false;
     bool kept = false;
     const NodeRef edited = m_edited;
+    const ItemHandle row = m_edited->m_item;
     FromWindow([&] {
         m_editEnds = true;
         bool cancel = false;
@@ -154,8 +157,14 @@ bool TreeView::LabelEdited(ItemData, const std::optional<std::wstring>& text)
         }
         m_editEnds = false;
         Node* node = edited.IfAlive();
-        kept = !cancel && node != nullptr;
-        if (kept) node->m_text = *text;
+        if (cancel || node == nullptr) return;
+        kept = node->m_item == row;
+        // Another row of the node has to be told; the window writes to the one that was edited.
+        if (kept) {
+            node->m_text = *text;
+        } else {
+            node->SetText(*text);
+        }
     });
     return kept;
 }

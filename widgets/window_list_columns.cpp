@@ -114,9 +114,10 @@ const std::wstring& WindowListView::Caption(int place)
 
 void WindowListView::SetCaption(int place, const std::wstring& caption)
 {
+    // Written first: the window tells its host, which may do anything to the columns.
     Column& column = ColumnRecord(place);
-    m_window->SetColumn(place, caption, column.alignment);
     column.caption = caption;
+    m_window->SetColumn(place, caption, column.alignment);
 }
 
 Alignment WindowListView::AlignmentOf(int place)
@@ -127,8 +128,9 @@ Alignment WindowListView::AlignmentOf(int place)
 void WindowListView::SetAlignment(int place, Alignment alignment)
 {
     Column& column = ColumnRecord(place);
-    m_window->SetColumn(place, column.caption, alignment);
     column.alignment = alignment;
+    const std::wstring caption = column.caption;
+    m_window->SetColumn(place, caption, alignment);
 }
 
 double WindowListView::Width(int place)
@@ -143,8 +145,8 @@ void WindowListView::SetWidth(int place, double twips)
 {
     Column& column = ColumnRecord(place);
     if (!(twips >= 0)) throw InvalidPropertyValue();
-    m_window->SetColumnWidth(place, m_window->PixelsOf(twips));
     column.twips = twips;
+    m_window->SetColumnWidth(place, m_window->PixelsOf(twips));
 }
 
 ObjectRef WindowListView::ColumnTag(int place)

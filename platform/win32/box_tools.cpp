@@ -88,7 +88,8 @@ bool IsBox(HWND window, const Sought& sought)
     wchar_t name[16] = {};
     GetClassNameW(window, name, 16);
     if (std::wstring_view(name) != L"#32770" || GetWindow(window, GW_OWNER) != sought.owner) return false;
-    if (!IsWindowVisible(window) || !GetDlgItem(window, kTextOfBox)) return false;
+    // It may still be hidden: boxes are shown only once nothing else is waiting.
+    if (!GetDlgItem(window, kTextOfBox)) return false;
     std::wstring title(sought.caption.size() + 2, L'\0');
     title.resize(static_cast<std::size_t>(GetWindowTextW(window, title.data(), static_cast<int>(title.size()))));
     return title == sought.caption;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/text.h"
 #include "platform/win32/handles.h"
 
 namespace sylvex {
@@ -87,7 +88,7 @@ std::wstring DirectoryFrom(Call call)
 
 std::wstring UnlimitedPath(const std::wstring& path)
 {
-    if (path.size() < kPlainLimit) return path;
+    if (path.size() < kPlainLimit && !LosesAnEnding(path)) return path;
     const bool share = path.starts_with(L"\\\\") && path[2] != L'?' && path[2] != L'.';
     const bool drive = path[1] == L':' && (path[2] == L'\\' || path[2] == L'/');
     if (!share && !drive) return path;

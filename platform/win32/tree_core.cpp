@@ -104,7 +104,7 @@ LRESULT TreeCore::OnTreeMessage(HWND window, UINT message, WPARAM wParam, LPARAM
 std::optional<LRESULT> TreeCore::Intercept(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_PAINT || message == WM_PRINTCLIENT) marks.BeforePaint();
-    if (message == WM_SIZE) marks.Stale();
+    if (message == WM_SIZE || message == TVM_SETITEMHEIGHT) marks.Stale();
     if (message == WM_SETCURSOR) return face.OnSetCursor(lParam);
     if (message == WM_THEMECHANGED) return face.OnThemeChanged(wParam, lParam);
     if (message == WM_SETREDRAW) {

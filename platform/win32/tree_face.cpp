@@ -28,11 +28,17 @@ constexpr StyleSetting kStyleSettings[] = {
     {TreeSetting::LineStyle, TVS_LINESATROOT, true},
 };
 
-// The list of box pictures stays behind when boxes or tree go, and is its user's to destroy.
-void DropBoxes(HWND tree) noexcept
+HIMAGELIST ListOfBoxes(HWND tree) noexcept
 {
-    const UniqueImageList pictures(
-        reinterpret_cast<HIMAGELIST>(SendMessageW(tree, TVM_SETIMAGELIST, TVSIL_STATE, LPARAM{0})));
+    return reinterpret_cast<HIMAGELIST>(SendMessageW(tree, TVM_GETIMAGELIST, TVSIL_STATE, 0));
+}
+
+// The list of box pictures stays behind when boxes or tree go, and is its user's to destroy.
+void DropBoxes(HWND tree, HIMAGELIST made) noexcept
+{
+    const UniqueImageList pictures(made);
+    // A host may have given the tree a list of its own.
+    if (ListOfBoxes(tree) == made) SendMessageW(tree, TVM_SETIMAGELIST, TVSIL_STATE, LPARAM{0});
 }
 
 }  // namespace
@@ -77,9 +83,10 @@ void TreeFace::SetBoxes(bool on)
     // Only as a change of style does the tree make its list of box pictures.
     if (on) {
         SetStyle(TVS_CHECKBOXES, true);
+        m_boxList = ListOfBoxes(m_core.Window());
     } else {
         SetStyle(TVS_CHECKBOXES, false);
-        DropBoxes(m_core.Window());
+        DropBoxes(m_core.Window(), std::exchange(m_boxList, nullptr));
         m_ownPictures = false;
     }
     m_core.marks.Changed();
@@ -88,10 +95,10 @@ void TreeFace::SetBoxes(bool on)
 
 void TreeFace::InstallCheckPictures()
 {
-    auto* const list = reinterpret_cast<HIMAGELIST>(m_core.Send(TVM_GETIMAGELIST, TVSIL_STATE));
+    auto* const list = ListOfBoxes(m_core.Window());
     int width = 0;
     int height = 0;
-    if (!m_boxes || !list || !ImageList_GetIconSize(list, &width, &height)) return;
+    if (!m_boxes || !list || list != m_boxList || !ImageList_GetIconSize(list, &width, &height)) return;
     const auto install = [&](int place, const wchar_t* name) {
         const UniqueIcon icon(static_cast<HICON>(LoadImageW(OwnModule(), name, IMAGE_ICON, width, height, 0)));
         if (icon) ImageList_ReplaceIcon(list, place, icon.get());
@@ -105,14 +112,17 @@ void TreeFace::InstallCheckPictures()
 LRESULT TreeFace::OnThemeChanged(WPARAM wParam, LPARAM lParam)
 {
     const auto answer = m_core.Send(WM_THEMECHANGED, wParam, lParam);
+    if (!m_core.Window()) return answer;
+    m_core.marks.Stale();
     // A new theme brings boxes of its own.
+    if (m_boxes) m_boxList = ListOfBoxes(m_core.Window());
     if (m_ownPictures && m_core.Window()) InstallCheckPictures();
     return answer;
 }
 
 void TreeFace::BeforeDestroy(HWND window) noexcept
 {
-    if (m_boxes) DropBoxes(window);
+    if (m_boxes) DropBoxes(window, std::exchange(m_boxList, nullptr));
 }
 
 void TreeFace::SetFont(const ObjectRef& font)
@@ -121,6 +131,8 @@ void TreeFace::SetFont(const ObjectRef& font)
     m_font = object ? object.As<IFont>() : ComPtr<IFont>();
     HFONT handle = nullptr;
     if (!m_font || FAILED(m_font->get_hFont(&handle))) handle = SystemFont();
+    // Rows of another height are other rows in view.
+    m_core.marks.Stale();
     m_core.Send(WM_SETFONT, reinterpret_cast<WPARAM>(handle), TRUE);
 }
 

@@ -57,6 +57,7 @@ private:
     bool m_ownPictures = false;
     bool m_fullRow = false;
     bool m_redraw = true;
+    HIMAGELIST m_boxList = nullptr;  // that the tree made for its boxes
     bool m_frozen = false;
     bool m_repaints = true;  // what the two above come to
     bool m_shown = true;

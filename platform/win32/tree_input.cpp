@@ -2,6 +2,8 @@
 
 #include <windowsx.h>
 
+#include <cstdlib>
+
 #include "platform/win32/tree_core.h"
 
 namespace sylvex {
@@ -81,6 +83,7 @@ std::optional<LRESULT> TreeInput::OnMouse(UINT message, WPARAM wParam, LPARAM lP
     if (button != 0 && IsRelease(message)) return OnReleased(button, message, wParam, lParam);
     if (button != 0) return OnPressed(button, message, wParam, lParam);
     if (message != WM_MOUSEMOVE) return std::nullopt;
+    if ((m_down & kLeft) != 0 && IsDrag(PointOf(lParam))) m_dragged = true;
     const bool alive =
         m_core.Tell([&](TreeWindowListener& l) { l.MouseMove(ButtonsOf(wParam), ShiftOf(wParam), PointOf(lParam)); });
     return alive ? std::nullopt : std::optional<LRESULT>(0);
@@ -97,7 +100,11 @@ TreeInput::Press TreeInput::PressAt(LPARAM where)
 LRESULT TreeInput::OnPressed(short button, UINT message, WPARAM wParam, LPARAM lParam)
 {
     m_down = static_cast<short>(m_down | button);
-    if (button == kLeft) m_press = PressAt(lParam);
+    if (button == kLeft) {
+        m_press = PressAt(lParam);
+        m_pressedAt = PointOf(lParam);
+        m_dragged = false;
+    }
     // The second press of a double click is told as such and not as one more press.
     const bool alive = m_core.Tell([&](TreeWindowListener& l) {
         if (!IsSecondPress(message)) l.MouseDown(button, ShiftOf(wParam), PointOf(lParam));
@@ -193,9 +200,15 @@ LRESULT TreeInput::OnClick()
     return 0;
 }
 
+bool TreeInput::IsDrag(Point here) const
+{
+    return std::abs(here.x - m_pressedAt.x) > GetSystemMetrics(SM_CXDRAG) ||
+           std::abs(here.y - m_pressedAt.y) > GetSystemMetrics(SM_CYDRAG);
+}
+
 bool TreeInput::SpoilsEditing() const
 {
-    return m_boxPressed || ((m_down & kLeft) != 0 && IsDown(VK_LBUTTON));
+    return m_boxPressed || m_dragged || ((m_down & kLeft) != 0 && IsDown(VK_LBUTTON));
 }
 
 std::optional<LRESULT> TreeInput::OnKey(UINT message, WPARAM wParam, LPARAM lParam)

@@ -40,11 +40,14 @@ private:
     LRESULT OnChar(WPARAM wParam, LPARAM lParam);
     LRESULT OnKeyUp(UINT message, WPARAM wParam, LPARAM lParam);
     Press PressAt(LPARAM where);
+    bool IsDrag(Point here) const;
     void Hold();
     void LetGo();
 
     TreeCore& m_core;
-    Press m_press;            // the last one of the left button
+    Press m_press;  // the last one of the left button
+    Point m_pressedAt;
+    bool m_dragged = false;   // the pointer has gone further since than a click does
     short m_down = 0;         // the buttons whose release is still to be told
     bool m_captured = false;  // the capture was taken here
     bool m_captureMoved = false;

@@ -21,9 +21,10 @@ UINT TreeMarks::StateOf(bool checked, bool bold) const
 void TreeMarks::Changed()
 {
     m_stale = true;
-    // One pixel makes the window ask for a paint, which finds the rows that really differ.
+    // The paint finds the rows that really differ. One pixel would do to ask for it, were it always in sight.
     constexpr RECT kSomewhere{0, 0, 1, 1};
-    if (m_core.Window()) InvalidateRect(m_core.Window(), &kSomewhere, FALSE);
+    constexpr UINT kAsk = RDW_INVALIDATE | RDW_INTERNALPAINT | RDW_NOERASE;
+    if (m_core.Window()) RedrawWindow(m_core.Window(), &kSomewhere, nullptr, kAsk);
 }
 
 void TreeMarks::BeforePaint()

@@ -134,7 +134,9 @@ void Win32TreeWindow::Move(const Rect& place)
 
 void Win32TreeWindow::SetImageList(ImageListHandle images)
 {
-    Core()->Send(TVM_SETIMAGELIST, TVSIL_NORMAL, static_cast<LPARAM>(images));
+    const auto core = Core();
+    core->marks.Stale();
+    core->Send(TVM_SETIMAGELIST, TVSIL_NORMAL, static_cast<LPARAM>(images));
 }
 
 void Win32TreeWindow::Apply(TreeSetting setting, int value)

@@ -48,6 +48,7 @@ bool Win32Windows::Exists(WindowHandle window)
 
 std::intptr_t Win32Windows::Send(WindowHandle window, unsigned message, std::uintptr_t wParam, std::intptr_t lParam)
 {
+    if (!OfThisProcess(WindowOf(window))) return 0;
     return SendMessageW(WindowOf(window), message, wParam, lParam);
 }
 

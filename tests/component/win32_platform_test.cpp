@@ -106,6 +106,17 @@ TEST_F(Win32FilesTest, ListsNamesOfAnyScriptInPathsOfAnyLength)
     EXPECT_FALSE(search->Next());
 }
 
+TEST_F(Win32FilesTest, ANameThatEndsInAFullStopOrABlankIsAnother)
+{
+    int files = 0;
+    for (const wchar_t* const name : {L"\\foo", L"\\foo.", L"\\foo "}) {
+        MakeFolder(base + name);
+        MakeFile(base + name + L"\\" + std::to_wstring(++files), "");
+    }
+    EXPECT_EQ(Names(base + L"\\foo\\*.*") + Names(base + L"\\foo.\\*.*") + Names(base + L"\\foo \\*.*"), L"123");
+    EXPECT_EQ(Names(base + L"\\foo."), L"foo.");
+}
+
 TEST_F(Win32FilesTest, WhatCannotBeListedIsNothing)
 {
     MakeFile(base + L"\\file", "");

@@ -70,6 +70,46 @@ TEST_F(TreeWindowTest, OnlyAClickOnTheSelectedRowIsAClick)
     EXPECT_EQ(diary.Take(), "down1 click:1 up1");
 }
 
+TEST_F(TreeWindowTest, ADragOpensNoLabel)
+{
+    const auto row = Add(0, 1, L"row");
+    tree->Select(row);
+    tree->Refresh();
+    const auto place = On(row, TVHT_ONITEMLABEL);
+    MoveMouse(place);
+    Buttons({MOUSEEVENTF_LEFTDOWN});
+    for (const int away : {10, 40})
+        MoveMouse({place.x + away, place.y + away});
+    Buttons({MOUSEEVENTF_LEFTUP});
+    PumpMessages(GetDoubleClickTime() + 100);
+    EXPECT_EQ(diary.Take().find("edit"), std::string::npos);
+}
+
+TEST_F(TreeWindowTest, RowsThatASmallerFontBringsIntoViewAreMarked)
+{
+    tree->Apply(TreeSetting::Checkboxes, 1);
+    for (ItemData n = 1; n < 200; ++n)
+        Add(0, n, L"row");
+    const auto setFont = [&](int units) {
+        FONTDESC description{};
+        description.cbSizeofstruct = sizeof description;
+        wchar_t name[] = L"Tahoma";
+        description.lpstrName = name;
+        description.cySize.int64 = units * 10000;
+        ComPtr<IFont> font;
+        ASSERT_EQ(OleCreateFontIndirect(&description, IID_IFont, font.PutAny()), S_OK);
+        tree->SetFont(std::make_shared<ComObject>(font.Get()));
+        tree->Refresh();
+    };
+    setFont(24);
+    const auto before = tree->VisibleCount();
+    diary.marksAsked = 0;
+    setFont(8);
+    UpdateWindow(Native());
+    ASSERT_GT(tree->VisibleCount(), before);
+    EXPECT_GE(diary.marksAsked, tree->VisibleCount());
+}
+
 TEST_F(TreeWindowTest, OpeningByTheUserIsAskedOnceAndToldOnce)
 {
     const auto row = Add(0, 1, L"row", ExpandButton::Ask);

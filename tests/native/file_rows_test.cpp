@@ -234,6 +234,8 @@ TEST_F(FileRowsTest, AnExtensionIsLookedUpOnce)
     EXPECT_EQ(order, L";far;odd;txt;TXT;");
     EXPECT_EQ(types.BinarySearchTypeNew(L"far"), 1);
     EXPECT_EQ(types.BinarySearchTypeNew(L"TXT"), -1);
+    EXPECT_EQ(types.GetFileType(L"TXT", L"C:\\C.TXT", icon), L"Changed");
+    EXPECT_EQ(state.TypeNew.size(), 5u) << "what the search does not meet is known all the same";
     EXPECT_EQ(types.BinarySearchTypeNew(L"zzz"), -1);
 }
 
