@@ -21,7 +21,7 @@ makePackage() {
         cp "$buildDir/$build/SylvexControl.ocx" "$buildDir/$build/SylvexHost.exe" \
             "$buildDir/$build/manifest/SylvexControl.manifest" "$packageDir/$build/"
     done
-    cp -r README.md CHANGELOG.md docs samples "$packageDir/"
+    cp -r README.md CHANGELOG.md CONTRIBUTING.md docs samples component/SylvexControl.idl "$packageDir/"
 }
 
 # The packaged host in a prefix in which nothing is registered: the manifest beside it is all it has.

@@ -18,7 +18,7 @@ public:
     void LoadTree6();
     /// Removes all nodes; expansion and check handling rest meanwhile.
     void Clear();
-    /// Step 4 of opening a node: when it holds only a placeholder (or one childless child), reads its folder anew.
+    /// For a node that opens: when it holds only a placeholder (or one childless child), reads its folder anew.
     void LoadChildren(Node& node);
     /// While a branch that the tree shows at `to` may still be at `from` on the disk (both end in a separator), what is
     /// below its folders is looked for at both. Empty: there is no such branch.

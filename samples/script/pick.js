@@ -1,5 +1,5 @@
 // Run by the sample host: SylvexHost.exe --script pick.js --exit
-// Prints the drives, and what the control reports while the first one is opened.
+// Prints a drive, and what the control reports while it is opened.
 var expanded = 0;
 
 function Sylvex_Expand(node) {
