@@ -61,26 +61,6 @@ TEST_F(DragInComponent, AFolderMovesAndTheHostHearsTheMouse)
     EXPECT_EQ(Ticks(), 0);
 }
 
-TEST_F(DragInComponent, WhatMakesNoSenseIsRefusedInWords)
-{
-    At({L"a"}).Put(L"Expanded", true);
-    const Value documents = Nodes().Get(L"Item", {1}).Get(L"Child");
-    const std::wstring drive = Nodes().Get(L"Item", {L"C:\\"}).Get(L"Text").Text();
-    documents.Call(L"EnsureVisible");
-    const auto before = ContentsOf(base);
-    const std::tuple<std::wstring, std::wstring, const wchar_t*> cases[] = {
-        {L"a", L"a", L"[A folder cannot be dropped onto itself.]"},
-        {L"inner", L"a", L"[A folder cannot be dropped onto its parent folder.]"},
-        {L"a", L"inner", L"[A folder cannot be dropped onto a subfolder of itself.]"},
-        {drive, documents.Get(L"Text").Text(), L"[A File cannot be dropped onto another File.]"},
-    };
-    for (const auto& [from, to, message] : cases) {
-        EXPECT_EQ(Drop(from, to), message);
-        EXPECT_EQ(LeftOver(), "");
-    }
-    EXPECT_EQ(ContentsOf(base), before);
-}
-
 TEST_F(DragInComponent, AnotherButtonThanThePressedOneDragsNothing)
 {
     const auto before = ContentsOf(base);
@@ -142,54 +122,6 @@ TEST_F(DragInComponent, AFormThatClosesInMidDragTakesAllAlong)
     Button(MOUSEEVENTF_LEFTUP);
     EXPECT_EQ(boxes.Take(), L"");
     EXPECT_TRUE(Has(L"a\\inner"));
-}
-
-TEST_F(DragInComponent, RestingOnAClosedFolderOpensItAndTheDragGoesOn)
-{
-    CreateDirectoryW((base + L"\\b\\below").c_str(), nullptr);
-    Load();
-    EXPECT_EQ(Ticks(), 0) << "nothing ticks while nothing is dragged";
-    EventLog events(control);
-    DragTo(L"a", L"b");
-    EXPECT_GT(Ticks(), 0);
-    ASSERT_TRUE(Until([&] { return Row(L"below") != nullptr; }));
-    EXPECT_NE(events.Take().find(L"Expand b"), std::wstring::npos);
-    const POINT below = On(L"below");
-    MoveTo(below);
-    MoveTo({below.x + 1, below.y});
-    Button(MOUSEEVENTF_LEFTUP);
-    EXPECT_EQ(boxes.Take(), MovedMessage(L"\\a", L"\\b\\below"));
-    EXPECT_TRUE(Has(L"b\\below\\a\\inner"));
-}
-
-TEST_F(DragInComponent, AnEdgeScrollsAsFarAsThereIsSomething)
-{
-    for (int i = 100; i < 140; ++i)
-        CreateDirectoryW((base + L"\\n" + std::to_wstring(i)).c_str(), nullptr);
-    Load();
-    const auto shown = [this](const wchar_t* text) {
-        RECT tree;
-        GetWindowRect(Tree(), &tree);
-        if (Row(text) == nullptr) return false;
-        const RECT label = LabelOf(text);
-        return label.top >= tree.top && label.bottom <= tree.bottom;
-    };
-    const POINT start = On(L"a");
-    RECT tree;
-    GetWindowRect(Tree(), &tree);
-    ASSERT_FALSE(shown(L"n139"));
-    MoveTo(start);
-    Button(MOUSEEVENTF_LEFTDOWN);
-    MoveTo({start.x + 10, start.y});
-    MoveTo({start.x, tree.bottom - 25});
-    EXPECT_TRUE(Until([&] { return shown(L"n139"); }));
-    MoveTo({start.x, tree.top + 5});
-    EXPECT_TRUE(Until([&] { return shown(L"Desktop"); }));
-    Ticks();
-    EXPECT_EQ(Ticks(), 0) << "there is nothing more to scroll to";
-    Key(VK_ESCAPE);
-    EXPECT_EQ(LeftOver(), "");
-    Button(MOUSEEVENTF_LEFTUP);
 }
 
 }  // namespace

@@ -44,17 +44,6 @@ TEST_F(RenameInComponent, ATypedNameIsGivenByEnterAndByAClickElsewhere)
     EXPECT_EQ(reports.Take(), L"");
 }
 
-TEST_F(RenameInComponent, EscapeLeavesTheNameAsItWas)
-{
-    const auto before = ContentsOf(base);
-    TypeOver(L"other");
-    Key(VK_ESCAPE);
-    ASSERT_TRUE(Until([&] { return !IsOpen(); }));
-    EXPECT_NE(Row(L"a"), nullptr);
-    EXPECT_EQ(boxes.Take(), L"");
-    EXPECT_EQ(ContentsOf(base), before);
-}
-
 TEST_F(RenameInComponent, ASlowSecondClickOpensTheLabelUnlessTheHostHasToAsk)
 {
     constexpr unsigned kSlow = 300;
@@ -71,24 +60,6 @@ TEST_F(RenameInComponent, ASlowSecondClickOpensTheLabelUnlessTheHostHasToAsk)
     EXPECT_TRUE(Until(clickAgain));
     Key(VK_ESCAPE);
     EXPECT_TRUE(Has(L"a"));
-}
-
-TEST_F(RenameInComponent, ARefusedNameOpensTheLabelAgain)
-{
-    TypeOver(L"x:y");
-    Key(VK_RETURN);
-    EXPECT_EQ(boxes.Take(), L"[Error. Enter a valid file name (or Esc).]");
-    ASSERT_TRUE(Until([&] { return IsOpen(); }));
-    EXPECT_EQ(EditText(), L"x:y");
-    EXPECT_TRUE(Has(L"a"));
-    Key(VK_HOME);
-    Key(VK_DELETE);
-    Key(VK_DELETE);
-    Key(VK_RETURN);
-    ASSERT_TRUE(Until([&] { return !IsOpen(); }));
-    EXPECT_EQ(boxes.Take(), L"");
-    EXPECT_TRUE(Has(L"y\\inner"));
-    EXPECT_EQ(Ticks(), 0);
 }
 
 TEST_F(RenameInComponent, WhateverHappensMeanwhileNothingIsRenamedByMistake)

@@ -14,6 +14,7 @@
 #include "platform/runtime_error.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/win32_platform.h"
+#include "tests/component/handles.h"
 #include "tests/component/tree_window_fixture.h"
 
 namespace sylvex::test {
@@ -189,20 +190,26 @@ TEST_F(Win32PlatformTest, TextsFollowTheUsersSettings)
 TEST_F(Win32PlatformTest, IconsAreGivenBack)
 {
     auto& shell = services.shell;
-    const auto before = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-    auto* const list = HandleOf<HIMAGELIST>(services.images.Create());
-    for (int round = 0; round < 20; ++round) {
-        const auto icon = shell.IconInFile(L"Shell32.dll", 3);
-        ASSERT_TRUE(icon);
-        EXPECT_EQ(services.images.Add(NumberOf(list), icon.Get()), round);
+    const auto fillAndEmpty = [&] {
+        const ImageListHandle list = services.images.Create();
+        for (int round = 0; round < 100; ++round) {
+            const auto icon = shell.IconInFile(L"Shell32.dll", 3);
+            ASSERT_TRUE(icon);
+            EXPECT_EQ(services.images.Add(list, icon.Get()), round);
+        }
         EXPECT_FALSE(shell.DisplayName(L"C:\\").empty());
-    }
-    EXPECT_EQ(services.images.Count(NumberOf(list)), 20);
-    EXPECT_EQ(services.images.Add(NumberOf(list), 0), -1);
-    EXPECT_FALSE(shell.IconInFile(L"Shell32.dll", 99999));
-    EXPECT_FALSE(shell.IconInFile(L"C:\\none.ico", 0));
-    services.images.Destroy(NumberOf(list));
-    EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), before + 2);
+        EXPECT_EQ(services.images.Count(list), 100);
+        EXPECT_EQ(services.images.Add(list, 0), -1);
+        EXPECT_FALSE(shell.IconInFile(L"Shell32.dll", 99999));
+        EXPECT_FALSE(shell.IconInFile(L"C:\\none.ico", 0));
+        services.images.Destroy(list);
+    };
+    fillAndEmpty();  // the shell keeps some for itself
+    const Handles before;
+    fillAndEmpty();
+    const Handles after;
+    EXPECT_LE(after.user, before.user + 2);
+    EXPECT_LE(after.gdi, before.gdi + 2);
 }
 
 TEST_F(Win32PlatformTest, ResourceStringsComeFromTheSystemFolderAlone)

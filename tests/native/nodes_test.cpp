@@ -253,7 +253,7 @@ TEST_F(NodesTest, RowsExistOnlyBelowOpenedNodesAndFollowTheModel)
     EXPECT_EQ(desktop.windows.Trees().back()->RowCount(), 3);
 }
 
-TEST_F(NodesTest, VeryDeepBranchesAreTickedAndFreedWithoutTheStack)
+TEST_F(NodesTest, VeryDeepBranchesAreFreedWithoutTheStack)
 {
     Node* node = &Add(nullptr, Relationship::Last, L"a");
     for (int depth = 0; depth < 200000; ++depth)

@@ -51,35 +51,6 @@ TEST(SimulatedDisk, FindsNothingWhereThePlatformFindsNothing)
     EXPECT_NE(desk.Get().files.Search(L"C:\\Scratch\\LOCKED"), nullptr);
 }
 
-TEST(SimulatedDisk, AnEntryStaysReadableWhenItIsRemovedDuringTheListing)
-{
-    SimulatedDesk desk;
-    const std::wstring path = desk.MakeFile(L"a.txt", 7);
-    const auto search = desk.Get().files.Search(path);
-    desk.Remove(L"a.txt");
-    EXPECT_EQ(search->Entry().name, L"a.txt");
-    EXPECT_FALSE(desk.Has(L"a.txt"));
-}
-
-TEST(SimulatedShell, OperationsChangeTheDiskOnlyWhenTheyAreNotRefused)
-{
-    SimulatedDesk desk;
-    desk.Make({L"from\\x.txt", L"to\\"});
-    Shell& shell = desk.Get().shell;
-    const std::wstring from = desk.PathOf(L"from");
-    const std::wstring to = desk.PathOf(L"to");
-    desk.desktop.shell.AnswerOperation({0, true});
-    EXPECT_TRUE(shell.Operate(1, 0, from, to).aborted);
-    EXPECT_TRUE(desk.Has(L"from\\x.txt"));
-    EXPECT_NE(shell.Operate(1, 0, to, desk.PathOf(L"to\\deeper")).code, 0);
-    EXPECT_NE(shell.Operate(1, 0, from, L"relative").code, 0);
-    EXPECT_EQ(shell.Operate(1, 0, from, to).code, 0);
-    EXPECT_EQ(shell.Operate(4, 0, to, desk.PathOf(L"TO")).code, 0);
-    EXPECT_TRUE(desk.Has(L"to\\from\\x.txt"));
-    EXPECT_FALSE(desk.Has(L"from"));
-    EXPECT_EQ(desk.desktop.shell.Operations()[3], "move C:\\Scratch\\from -> C:\\Scratch\\to (0)");
-}
-
 TEST(SimulatedDesktop, TellsWhatWasNotGivenBack)
 {
     SimulatedDesktop desktop;
@@ -96,17 +67,6 @@ TEST(SimulatedDesktop, TellsWhatWasNotGivenBack)
     EXPECT_THAT(desktop.images.Pictures(list), ElementsAre("SHELL32.DLL,60"));
     platform.images.Destroy(list);
     EXPECT_EQ(desktop.Leaks(), "icons freed twice 1");
-}
-
-TEST(SimulatedDesktop, FailsTheChosenCallOnce)
-{
-    SimulatedDesktop desktop;
-    desktop.gate.FailCall(2, TypeMismatch());
-    desktop.Get().system.Version();
-    EXPECT_THROW(desktop.Get().shell.SpecialFolder(5), RuntimeError);
-    EXPECT_EQ(desktop.Get().shell.SpecialFolder(5), L"C:\\My Documents");
-    EXPECT_EQ(desktop.gate.Failed(), "Shell::SpecialFolder");
-    EXPECT_EQ(desktop.gate.Calls(), 3);
 }
 
 }  // namespace
