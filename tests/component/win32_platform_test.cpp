@@ -208,8 +208,8 @@ TEST_F(Win32PlatformTest, IconsAreGivenBack)
     const Handles before;
     fillAndEmpty();
     const Handles after;
-    EXPECT_LE(after.user, before.user + 2);
-    EXPECT_LE(after.gdi, before.gdi + 2);
+    EXPECT_LE(after.user, before.user + 10);
+    EXPECT_LE(after.gdi, before.gdi + 10);
 }
 
 TEST_F(Win32PlatformTest, ResourceStringsComeFromTheSystemFolderAlone)
