@@ -140,13 +140,22 @@ void ControlCore::FreezeEvents(bool freeze)
 
 HWND ControlCore::Window()
 {
-    if (!m_window.Handle() || m_control->Tree().hWnd() == 0) {
+    // The tree may have gone alone. While windows come and go they ask here for each other.
+    const bool steady = !m_changingWindows && m_window.Handle() != m_dyingWindow;
+    const bool treeGone = steady && m_control && m_control->Tree().hWnd() == 0;
+    if (m_window.Handle() && !treeGone) return m_window.Handle();
+    m_changingWindows = true;
+    try {
         m_window.Ensure();
-        // The tree may have gone alone.
+        m_dyingWindow = nullptr;
         m_control->Tree().DetachWindow();
         m_control->Tree().AttachWindow(NumberOf(m_window.Handle()));
         m_control->State().m_hwndTV = m_control->Tree().hWnd();
+    } catch (...) {
+        m_changingWindows = false;
+        throw;
     }
+    m_changingWindows = false;
     return m_window.Handle();
 }
 
@@ -195,6 +204,7 @@ void ControlCore::Destroying()
     if (!m_control) return;
     // To let go of the container may let go of the control.
     const std::shared_ptr<void> alive = KeepAlive();
+    m_dyingWindow = m_window.Handle();
     m_control->Tree().DetachWindow();
     m_control->State().m_hwndTV = 0;
     if (m_observer) m_observer->WindowGone();

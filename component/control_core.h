@@ -156,6 +156,8 @@ private:
     CoreObserver* m_observer = nullptr;
     bool m_initialised = false;
     bool m_dirty = false;
+    bool m_changingWindows = false;
+    HWND m_dyingWindow = nullptr;  // the control's, from its end on
     int m_frozen = 0;
     Surface m_face;
     Win32Platform m_platform;

@@ -23,7 +23,7 @@ void TreeMarks::Changed()
     m_stale = true;
     // The paint finds the rows that really differ. One pixel would do to ask for it, were it always in sight.
     constexpr RECT kSomewhere{0, 0, 1, 1};
-    constexpr UINT kAsk = RDW_INVALIDATE | RDW_INTERNALPAINT | RDW_NOERASE;
+    constexpr UINT kAsk = RDW_INVALIDATE | RDW_INTERNALPAINT;
     if (m_core.Window()) RedrawWindow(m_core.Window(), &kSomewhere, nullptr, kAsk);
 }
 
