@@ -167,7 +167,8 @@ public:
         for (long column = 1; column < 16; ++column) {
             if (column == 10) continue;
             std::array<VARIANT, 2> reversed;
-            Value cell(std::wstring(L"01/01/2026 00:00:00"));
+            // As long as the columns' texts are on average.
+            Value cell(std::wstring(L"01/01/2026A"));
             reversed[0] = cell;
             reversed[1] = Value(column);
             Invoke(item, m_subItems, DISPATCH_PROPERTYPUT, reversed, nullptr);

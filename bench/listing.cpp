@@ -36,7 +36,8 @@ double FloorList(const std::wstring& folder)
             item.iImage = picture.iIcon;
             item.pszText = text.data();
             ListView_InsertItem(list, &item);
-            wchar_t cell[] = L"01/01/2026 00:00:00";
+            // As long as the columns' texts are on average.
+            wchar_t cell[] = L"01/01/2026A";
             for (int i = 1; i < 16; ++i) {
                 if (i == 10) continue;
                 ListView_SetItemText(list, row, i, cell);
