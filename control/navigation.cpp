@@ -25,11 +25,12 @@ void Sylvex::LetPath(const std::wstring& New_Path)
         m_navigation.SetNodeVisible();
         if (!m_instance.m_ReqListView) return;
         line = 5;
-        m_instance.BoundList()->SetVisible(false);
+        const std::shared_ptr<ListView> hidden = m_instance.BoundList();
+        hidden->SetVisible(false);
         line = 6;
         RebuildList();
         line = 7;
-        m_instance.BoundList()->SetVisible(true);
+        hidden->SetVisible(true);
     });
 }
 

@@ -142,9 +142,11 @@ void Sylvex::RebuildList()
 void Sylvex::RebuildBoundList()
 {
     if (!m_instance.m_ReqListView || m_instance.InSetNodeChecked || InTreeSetParent()) return;
-    m_instance.BoundList()->SetVisible(false);
+    // The host may bind another list meanwhile: this one is shown again all the same.
+    const std::shared_ptr<ListView> hidden = m_instance.BoundList();
+    hidden->SetVisible(false);
     RebuildList();
-    m_instance.BoundList()->SetVisible(true);
+    hidden->SetVisible(true);
 }
 
 void Sylvex::Refresh()
@@ -152,11 +154,12 @@ void Sylvex::Refresh()
     Trapped(m_instance, L"Refresh", kNone, kNone, [&](int& line) {
         if (m_instance.m_ReqListView) {
             line = 1;
-            m_instance.BoundList()->SetVisible(false);
+            const std::shared_ptr<ListView> hidden = m_instance.BoundList();
+            hidden->SetVisible(false);
             line = 2;
             RebuildList();
             line = 3;
-            m_instance.BoundList()->SetVisible(true);
+            hidden->SetVisible(true);
         }
         line = 4;
         m_instance.TV.Refresh();
@@ -281,11 +284,12 @@ void Sylvex::TV_NodeCheck(Node& Node)
         line = 2;
         m_checks.TreeSelectiveCheck(Node, m_instance.m_RecursiveCheck);
         line = 3;
-        m_instance.BoundList()->SetVisible(false);
+        const std::shared_ptr<ListView> hidden = m_instance.BoundList();
+        hidden->SetVisible(false);
         line = 4;
         if (!m_instance.InSetNodeChecked && !InTreeSetParent()) RebuildList();
         line = 5;
-        m_instance.BoundList()->SetVisible(true);
+        hidden->SetVisible(true);
         line = 6;
         m_events.NodeCheck(*node);
     });
