@@ -81,7 +81,7 @@ TEST(PathSearchTest, FindsTheNodeThatTheRuleFinds)
 TEST(PathSearchTest, LooksIntoNoFolderThatNobodyHasOpened)
 {
     Scene scene;
-    scene.desk().Make({L"d\\a\\x\\", L"d\\b\\x\\"});
+    scene.desk().Make({L"d\\a\\x\\", L"d\\b\\x\\", L"d\\c1\\", L"d\\c2\\", L"d\\c3\\"});
     scene.Enumerate();
     scene.At(L"d").SetExpanded(true);
     FolderTree tree(scene.control().State());
@@ -90,6 +90,9 @@ TEST(PathSearchTest, LooksIntoNoFolderThatNobodyHasOpened)
     EXPECT_NE(PathSearch(scene.control().State(), tree).First(scene.desk().PathOf(L"d\\b")), nullptr);
     EXPECT_EQ(PathSearch(scene.control().State(), tree).First(scene.desk().PathOf(L"d\\c")), nullptr);
     EXPECT_EQ(disk.Searches(), before);
+    scene.control().LetPath(scene.desk().PathOf(L"d\\b"));
+    EXPECT_EQ(scene.control().SelectedItem(), &scene.At(L"d/b"));
+    EXPECT_EQ(disk.Searches(), before + 1) << "whether the path exists, and nothing else";
 }
 
 TEST(PathSearchTest, TooManyLevelsAreAnErrorNotACrash)
