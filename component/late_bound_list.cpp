@@ -103,11 +103,11 @@ WindowHandle LateBoundListView::hWnd()
     return *handle;
 }
 
-std::unique_ptr<Frozen> LateBoundListView::Freeze()
+std::shared_ptr<Frozen> LateBoundListView::Freeze()
 {
     const WindowHandle window = hWnd();
     if (window == 0) return nullptr;
-    return std::make_unique<Frozen>(std::make_shared<Win32ListWindow>(WindowOf(window)));
+    return std::make_shared<Frozen>(std::make_shared<Win32ListWindow>(WindowOf(window)));
 }
 
 void LateBoundListView::SetVisible(bool visible)

@@ -15,7 +15,7 @@ public:
     explicit LateBoundListView(const ComPtr<IDispatch>& object);
 
     WindowHandle hWnd() override;
-    std::unique_ptr<Frozen> Freeze() override;
+    std::shared_ptr<Frozen> Freeze() override;
     void SetVisible(bool visible) override;
     void Refresh() override;
     void ClearItems() override;

@@ -91,7 +91,7 @@ void FileList::BuildFileList(Node* pNode, bool RecursiveCall)
     const NodeRef node(pNode);
     std::wstring sPath;
     const auto parameters = Variables("pNode,RecursiveCall", node, RecursiveCall);
-    std::unique_ptr<Frozen> frozen;
+    std::shared_ptr<Frozen> frozen;
     Trapped(m_instance, L"BuildFileList", parameters, VARIABLES(sPath), [&](int& line) {
         line = 1;
         if (pNode == nullptr) return;

@@ -45,8 +45,8 @@ public:
 
     virtual ~ListView() = default;
     virtual WindowHandle hWnd() = 0;
-    /// Stops the painting until the answer is destroyed; null for a list without a window.
-    virtual std::unique_ptr<Frozen> Freeze() = 0;
+    /// Stops the painting until the last of the answers is let go of; null for a list without a window.
+    virtual std::shared_ptr<Frozen> Freeze() = 0;
     virtual void SetVisible(bool visible) = 0;
     virtual void Refresh() = 0;
     virtual void ClearItems() = 0;

@@ -43,6 +43,14 @@ WindowHandle WindowListView::hWnd()
     return m_window->Handle();
 }
 
+std::shared_ptr<Frozen> WindowListView::Freeze()
+{
+    // A second one would take the window for hidden, which some systems make of one that does not paint.
+    std::shared_ptr<Frozen> frozen = m_frozen.lock();
+    if (!frozen) m_frozen = frozen = std::make_shared<Frozen>(m_window);
+    return frozen;
+}
+
 void WindowListView::ClearItems()
 {
     m_window->ClearRows();
@@ -86,7 +94,7 @@ void WindowListView::SortBy(int column)
 void WindowListView::SortNow()
 {
     // A window that paints looks at its rows anew with each that is written to.
-    const Frozen frozen(m_window);
+    const std::shared_ptr<Frozen> frozen = Freeze();
     m_window->Sort(m_sortKey, m_descending);
 }
 

@@ -32,7 +32,7 @@ public:
 
     // ListView
     WindowHandle hWnd() override;
-    std::unique_ptr<Frozen> Freeze() override { return std::make_unique<Frozen>(m_window); }
+    std::shared_ptr<Frozen> Freeze() override;
     void SetVisible(bool visible) override { m_window->SetVisible(visible); }
     void Refresh() override { m_window->Refresh(); }
     void ClearItems() override;
@@ -122,6 +122,7 @@ private:
     void MatchColumns();
 
     std::shared_ptr<ListWindow> m_window;
+    std::weak_ptr<Frozen> m_frozen;
     std::vector<Column> m_columns;
     ColumnId m_lastColumn = 0;
     std::unordered_map<RowId, Extras> m_extras;

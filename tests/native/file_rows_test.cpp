@@ -179,6 +179,12 @@ TEST_F(FileRowsTest, AFolderIsListedOnceAndTypesAreAskedForOnce)
     EXPECT_EQ(desktop.disk.Searches(), searches + 1);
     EXPECT_EQ(desktop.disk.OpenSearches(), 0);
     EXPECT_EQ(shown.exposedChanges, painted) << "on the way";
+    {
+        const auto frozen = scene.control().ReqListView()->Freeze();
+        scene.control().ReqListView()->SortBy(0);
+        EXPECT_FALSE(shown.redraw) << "sorting within leaves it to the outermost";
+    }
+    EXPECT_TRUE(shown.redraw);
     // Once for txt, odd and folders; programs show pictures of their own.
     EXPECT_EQ(desktop.shell.TypeIndexAsks().size() - types, 3u);
     std::vector<std::string> asked = desktop.shell.IconIndexAsks();
