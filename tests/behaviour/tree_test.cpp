@@ -142,11 +142,6 @@ TEST_F(TreeTest, NodesBelowMyDocumentsResolveToItsPath)
     EXPECT_EQ(scene.control().BuildFullPath(&scene.nodes().AddChild(node, L"Letters", 0)), documents + L"\\Letters\\");
 }
 
-TEST_F(TreeTest, BuildFullPathOfNothingFails)
-{
-    EXPECT_EQ(ErrorOf([&] { scene.control().BuildFullPath(nullptr); }), 65535);
-}
-
 TEST_F(TreeTest, ClearEmptiesTheTreeAndMayBeRepeated)
 {
     scene.Enumerate();

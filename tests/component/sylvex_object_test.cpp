@@ -407,13 +407,6 @@ TEST(AggregatedSylvexObject, AnswersAsItsOuterObject)
     EXPECT_FALSE(ComponentIsBusy());
 }
 
-TEST_F(SylvexObject, PathTakesWhatExistsOnly)
-{
-    control.Put(L"Path", L"C:\\windows");
-    control.Put(L"Path", L"C:\\no such folder");
-    EXPECT_EQ(control.Get(L"Path").Text(), L"C:\\windows");
-}
-
 TEST_F(SylvexObject, AThawShowsWhatWasLoadedMeanwhile)
 {
     const auto repaints = [&] { return (GetWindowLongW(WindowOf(control), GWL_STYLE) & WS_VISIBLE) != 0; };

@@ -129,21 +129,6 @@ TEST_F(Win32FilesTest, WhatCannotBeListedIsNothing)
     EXPECT_EQ(services.files.FileSystemName(L"?:\\"), std::nullopt);
 }
 
-TEST_F(Win32FilesTest, TheShellMovesAndRenamesByAbsolutePaths)
-{
-    constexpr unsigned kMove = 1;
-    constexpr unsigned kRename = 4;
-    MakeFile(base + L"\\\u0436.txt", "content");
-    MakeFolder(base + L"\\sub");
-    made.push_back(base + L"\\sub\\new.txt");
-    auto result = services.shell.Operate(kRename, 0, base + L"\\\u0436.txt", base + L"\\new.txt");
-    EXPECT_EQ(result.code, 0);
-    EXPECT_FALSE(result.aborted);
-    result = services.shell.Operate(kMove, 0, base + L"\\new.txt", base + L"\\sub");
-    EXPECT_EQ(result.code, 0);
-    EXPECT_EQ(Names(base + L"\\sub\\*.*"), L"new.txt");
-}
-
 TEST_F(Win32PlatformTest, SortKeysOrderLikeTheComparison)
 {
     const std::vector<std::wstring> names = {
