@@ -15,8 +15,7 @@ void Sylvex::TV_KeyPress(short& KeyAscii)
     Trapped(m_instance, L"TV_KeyPress", VARIABLES(KeyAscii), kNone, [&](int& line) {
         if (KeyAscii == kEscape && m_drag.Dragging()) {
             line = 1;
-            m_drag.EndDrag1();
-            m_drag.EndDrag2();
+            m_drag.Escape();
         }
         line = 2;
         m_events.KeyPress(KeyAscii);
@@ -30,8 +29,7 @@ void Sylvex::TV_KeyUp(short& KeyCode, short Shift)
             line = 1;
             Node* selected = m_instance.TV.SelectedItem();
             if (selected == nullptr) throw ObjectNotSet();
-            // Nothing is put back while no edit has begun since the tree was loaded.
-            if (!m_instance.sNodeText.empty()) selected->SetText(m_instance.sNodeText);
+            if (!m_drag.TakeEscape()) m_rename.PutBack(*selected);
         }
         line = 2;
         m_events.KeyUp(KeyCode, Shift);
@@ -64,7 +62,7 @@ void Sylvex::TV_MouseUp(short Button, short Shift, Point where)
     const auto& [hitemDest, DropSource, DropDestin] = drop;
     Trapped(m_instance, L"TV_MouseUp", VARIABLES(Button, Shift, where.x, where.y),
             VARIABLES(hitemDest, DropSource, DropDestin), [&](int& line) {
-                m_drop.Released(drop, line);
+                m_drop.Released(where, drop, line);
                 line = 11;
                 m_events.MouseUp(Button, Shift, where);
             });

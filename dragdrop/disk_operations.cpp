@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <type_traits>
+#include <vector>
 
 #include "platform/text.h"
 
@@ -13,6 +14,8 @@ enum Function : unsigned { kNothing = 0, kMove = 1, kCopy = 2, kDelete = 3, kRen
 
 /// The shell's own codes for what it would not do either.
 constexpr int kNotFound = 2;
+constexpr int kNotDone = 5;
+constexpr int kDiskFull = 112;
 constexpr int kRootFolder = 116;
 constexpr int kInvalidPath = 124;
 constexpr int kNameInUse = 183;
@@ -75,6 +78,33 @@ std::wstring NameOf(const std::wstring& path)
     return path.substr(path.rfind(L'\\') + 1);
 }
 
+/// The path in the folder that what is moved there gets.
+std::wstring PlaceIn(const std::wstring& folder, const std::wstring& source)
+{
+    return (folder.ends_with(L'\\') ? folder : folder + L"\\") + NameOf(WithoutSeparator(source));
+}
+
+/// Whether what lies at the path, with all below it, holds more bytes than that. Links are not followed.
+bool IsLargerThan(FileSystem& files, const std::wstring& path, std::uint64_t bytes)
+{
+    std::uint64_t sum = 0;
+    std::vector<std::wstring> patterns{path};
+    while (!patterns.empty() && sum <= bytes) {
+        const std::wstring pattern = std::move(patterns.back());
+        patterns.pop_back();
+        const std::wstring folder = pattern.substr(0, pattern.rfind(L'\\') + 1);
+        const auto search = files.Search(pattern);
+        for (bool more = search != nullptr; more; more = search->Next()) {
+            const FileEntry& entry = search->Entry();
+            sum += entry.IsDirectory() ? 0 : entry.size;
+            const bool below = entry.IsDirectory() && (entry.attributes & kAttributeReparse) == 0;
+            if (below && entry.name != L"." && entry.name != L"..")
+                patterns.push_back(folder + std::wstring(entry.name) + L"\\*.*");
+        }
+    }
+    return sum > bytes;
+}
+
 }  // namespace
 
 bool IsFileName(std::wstring_view text)
@@ -135,7 +165,7 @@ int DiskOperations::Obstacle(unsigned wFunc, const std::wstring& Source, const s
     const std::wstring path = WithoutSeparator(Source);
     const auto source = IsFolder(path);
     if (!source) return kNotFound;
-    const auto taken = IsFolder(WithoutSeparator(dest) + (IsRoot(dest) ? L"" : L"\\") + NameOf(path));
+    const auto taken = IsFolder(PlaceIn(dest, path));
     // Only two folders can become one, which the shell asks about.
     return taken && !(*source && *taken) ? kNameInUse : 0;
 }
@@ -144,7 +174,42 @@ FileOperationResult DiskOperations::Operate(unsigned wFunc, unsigned fFlags, con
                                             const std::wstring& dest)
 {
     if (const int obstacle = Obstacle(wFunc, Source, dest)) return {obstacle, false};
-    return m_instance.platform.shell.Operate(wFunc, fFlags, WithoutSeparator(Source), dest);
+    const std::wstring path = WithoutSeparator(Source);
+    const bool moves = wFunc == kMove || wFunc == kRename;
+    if (moves && m_instance.platform.files.IsLink(path)) return {OperateOnLink(wFunc, path, dest), false};
+    FileOperationResult answer = m_instance.platform.shell.Operate(wFunc, fFlags, path, dest);
+    if (moves && answer.code == 0 && !answer.aborted && Left(wFunc, path, dest))
+        answer.code = wFunc == kMove && HasNoRoom(path, dest) ? kDiskFull : kNotDone;
+    return answer;
+}
+
+/// The shell would follow the link on some platforms, and move what it points to.
+int DiskOperations::OperateOnLink(unsigned wFunc, const std::wstring& Source, const std::wstring& dest)
+{
+    const std::wstring target = wFunc == kMove ? PlaceIn(dest, Source) : dest;
+    // Another letter case of its own name is free.
+    const bool taken = IsFolder(target) && !EqualName(m_instance.platform.regional, target, Source);
+    return taken ? kNameInUse : m_instance.platform.shell.MoveLink(Source, target);
+}
+
+/// Whether what was to be moved or renamed is still what it was, whatever the shell says.
+bool DiskOperations::Left(unsigned wFunc, const std::wstring& Source, const std::wstring& dest)
+{
+    const auto entry = m_instance.platform.files.Search(Source);
+    if (entry == nullptr) return false;
+    const bool sameName = wFunc == kRename && EqualName(m_instance.platform.regional, Source, dest);
+    return !sameName || entry->Entry().name != NameOf(dest);
+}
+
+/// Whether a move to another volume had too little room there.
+bool DiskOperations::HasNoRoom(const std::wstring& Source, const std::wstring& dest)
+{
+    FileSystem& files = m_instance.platform.files;
+    constexpr std::size_t kDriveLength = 3;
+    if (EqualName(m_instance.platform.regional, Source.substr(0, kDriveLength), dest.substr(0, kDriveLength)))
+        return false;
+    const auto room = files.FreeSpace(dest.ends_with(L'\\') ? dest : dest + L"\\");
+    return room && IsLargerThan(files, Source, *room);
 }
 
 long DiskOperations::WindowsDiskOps(const std::wstring& Source, const std::wstring& dest, short Flavor)
@@ -158,8 +223,7 @@ long DiskOperations::WindowsDiskOps(const std::wstring& Source, const std::wstri
                        MessageBoxes& boxes = m_instance.platform.boxes;
                        line = 3;
                        answer = Operate(wFunc, fFlags, Source, dest);
-                       // A move that the person has declined in parts leaves the rest, whatever the shell calls it.
-                       m_done = answer.code == 0 && !answer.aborted && (wFunc != kMove || !IsFolder(Source));
+                       m_done = answer.code == 0 && !answer.aborted;
                        line = 4;
                        if (answer.code != 0) {
                            boxes.Show(m_instance.TV.hWnd(), std::to_wstring(answer.code), {}, kBoxCritical);

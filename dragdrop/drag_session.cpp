@@ -130,7 +130,11 @@ void DragSession::Hold(Point ptBtnDown)
     m_instance.m_ptHotSpot = {ptBtnDown.x - rc.left + picture.cx - (rc.right - rc.left), ptBtnDown.y - rc.top};
     Point where = ptBtnDown;
     m_tree->ClientToWindow(window, where);
-    drag.SetCapture(window, [this] { FromPlatform(m_owner, [this] { Cancel(); }); });
+    drag.SetCapture(
+        window, [this] { FromPlatform(m_owner, [this] { Cancel(); }); },
+        [this] { FromPlatform(m_owner, [this] { Escape(); }); });
+    m_escaped = false;
+    m_tree->BeginLayout();
     m_tree->ShowDropTarget(m_instance.m_hitemDrag);
     drag.UpdateWindow(window);
     m_autoScroll.Begin();
@@ -164,6 +168,20 @@ void DragSession::DoDrag()
         line = 6;
         m_autoScroll.Moved(hit);
     });
+}
+
+Node* DragSession::TargetAt(Point where)
+{
+    if (m_tree->RowsMovedSince(m_instance.platform.system.InputTime())) return nullptr;
+    Node* target = m_instance.TV.DropHighlight();
+    return target != nullptr && m_tree->HitAt(where).hItem == m_instance.TV.ItemOf(*target) ? target : nullptr;
+}
+
+void DragSession::Escape() noexcept
+{
+    if (!Dragging()) return;
+    m_escaped = true;
+    Cancel();
 }
 
 void DragSession::EndDrag1()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 #include "dragdrop/auto_scroll.h"
 #include "dragdrop/drag_owner.h"
@@ -29,6 +30,13 @@ public:
     void Released();
     /// Ends the picture, the capture and the timers; nothing without a drag.
     void EndDrag1();
+    /// The node that a release at `where` (client pixels) drops on: the one that is highlighted, if it lies there, and
+    /// the rows have not moved since the button was let go; otherwise null.
+    Node* TargetAt(Point where);
+    /// Escape has been pressed: ends a drag under way, as Cancel does.
+    void Escape() noexcept;
+    /// True once after each Escape that ended a drag.
+    bool TakeEscape() { return std::exchange(m_escaped, false); }
     /// Takes the drop highlight away and forgets what was dragged.
     void EndDrag2();
     /// Ends a drag under way without a drop.
@@ -49,6 +57,7 @@ private:
     std::unique_ptr<DragTree> m_tree;
     AutoScroll m_autoScroll;
     bool m_busy = false;
+    bool m_escaped = false;
 };
 
 }  // namespace sylvex

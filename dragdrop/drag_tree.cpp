@@ -135,8 +135,37 @@ TVHITTESTINFO DragTree::HitAt(Point client)
     return hit;
 }
 
+DragTree::Layout DragTree::LayoutNow()
+{
+    Drag& drag = m_instance.platform.drag;
+    const WindowHandle window = m_instance.m_hwndTV;
+    return {m_instance.TV.LayoutVersion(), drag.GetScrollPos(window, 0), drag.GetScrollPos(window, 1)};
+}
+
+void DragTree::BeginLayout()
+{
+    m_layout = LayoutNow();
+    m_moved.reset();
+}
+
+/// Rows that lie elsewhere than at the last look may have moved just now.
+void DragTree::NoteLayout()
+{
+    const Layout now = LayoutNow();
+    if (now != m_layout) m_moved = m_instance.platform.system.Now();
+    m_layout = now;
+}
+
+bool DragTree::RowsMovedSince(std::uint32_t time)
+{
+    NoteLayout();
+    // The clock wraps around.
+    return m_moved && static_cast<std::int32_t>(time - *m_moved) <= 0;
+}
+
 void DragTree::ShowDropTarget(ItemHandle item)
 {
+    NoteLayout();
     TreeView_SelectDropTarget(m_instance.m_hwndTV, item);
     m_instance.TV.DropHighlightMoved(m_instance.TV.NodeOfItem(item));
 }

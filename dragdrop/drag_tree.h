@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
+
 #include "instance/instance.h"
 #include "widgets/tree_messages.h"
 
@@ -35,12 +38,27 @@ public:
     /// The pointer in the tree's client area.
     Point Pointer();
     TVHITTESTINFO HitAt(Point client);
-    /// Shows the item (0: none) as the one that a drop would go to.
+    /// Shows the item (0: none) as the one that a drop would go to, as the rows lie now.
     void ShowDropTarget(ItemHandle item);
+    /// A drag begins: no row has moved yet.
+    void BeginLayout();
+    /// Whether rows have been opened, closed or scrolled, or may have been, since that time (System::Now) or at it.
+    bool RowsMovedSince(std::uint32_t time);
 
 private:
+    /// What tells that rows lie elsewhere than before.
+    struct Layout {
+        unsigned version = 0;
+        int left = 0;
+        int top = 0;
+        bool operator==(const Layout&) const = default;
+    };
+    Layout LayoutNow();
+    void NoteLayout();
     unsigned Scrollable(WindowHandle hWnd, int bar, std::uint32_t style, unsigned towardsLeast, unsigned towardsMost);
     Instance& m_instance;
+    Layout m_layout;
+    std::optional<std::uint32_t> m_moved;  // when, at the latest, rows were last moved
 };
 
 }  // namespace sylvex

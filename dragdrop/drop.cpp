@@ -38,7 +38,7 @@ Drop::Drop(Instance& instance, FolderTree& tree, TreeSelect& checks, DragSession
 {
 }
 
-void Drop::Released(DropLocals& locals, int& line)
+void Drop::Released(Point where, DropLocals& locals, int& line)
 {
     line = 1;
     if (!m_session.Dragging()) return m_session.Released();
@@ -47,10 +47,12 @@ void Drop::Released(DropLocals& locals, int& line)
     const AtEnd free([this] { m_session.SetBusy(false); });
     const NodeRef moved(m_session.Dragged());
     try {
+        const NodeRef target(m_session.TargetAt(where));
         line = 2;
         m_session.EndDrag1();
-        if (moved) ActOn(locals, line);
+        if (moved && target) ActOn(target, locals, line);
     } catch (...) {
+        m_session.Cancel();
         m_session.EndDrag2();
         throw;
     }
@@ -58,12 +60,10 @@ void Drop::Released(DropLocals& locals, int& line)
     m_session.EndDrag2();
 }
 
-void Drop::ActOn(DropLocals& locals, int& line)
+void Drop::ActOn(const NodeRef& target, DropLocals& locals, int& line)
 {
     line = 3;
-    // The model's own note of it: what the pointer was over last, whether or not the window could show it.
-    m_instance.nodX = NodeRef(m_instance.TV.DropHighlight());
-    if (!m_instance.nodX) return;
+    m_instance.nodX = target;
     locals.hitemDest = m_instance.TV.ItemOf(*m_instance.nodX);
     line = 4;
     if (const wchar_t* refusal = Refusal(locals, *m_instance.nodX)) return Say(refusal);
@@ -106,10 +106,12 @@ const wchar_t* Drop::RefusalByPath(const std::wstring& source, const std::wstrin
     return EqualName(regional, std::wstring_view(to).substr(0, below.size()), below) ? kOntoSubfolder : nullptr;
 }
 
-/// The node's key when that is a path, otherwise its path without the separator at its end; empty for a node without a
-/// text, whose path would be that of its folder.
+/// The node's place where it is known to be another than its texts tell, else its key when that is a path, otherwise
+/// its path without the separator at its end; empty for a node without a text, whose path would be that of its folder.
 std::wstring Drop::DiskPathOf(Node& node)
 {
+    const std::wstring place = m_tree.Places().Of(node);
+    if (!place.empty()) return place;
     if (IsWholePath(node.Key())) return node.Key();
     return node.Text().empty() ? std::wstring() : WithoutSeparator(m_tree.BuildFullPath(&node));
 }
@@ -124,16 +126,27 @@ void Drop::Move(DropLocals& locals, const NodeRef& moved, const NodeRef& target,
     line = 6;
     PutUnder(node, target);
     line = 7;
-    {
-        const auto to = m_tree.QualifyPath(m_tree.BuildFullPath(node->Parent())) + node->Text() + L"\\";
-        m_tree.SetMoving(m_tree.QualifyPath(locals.DropSource), to);
-        const AtEnd arrived([this] { m_tree.SetMoving({}, {}); });
-        m_disk.WindowsDiskOps(locals.DropSource, locals.DropDestin, kMoveFlavor);
-    }
+    Relocate(node, locals);
     line = 8;
     Say(L"Successful drop of folder " + locals.DropSource + L"\ronto " + locals.DropDestin);
     line = 9;
     Settle(node.IfAlive(), oldParent.IfAlive(), locals.DropSource);
+}
+
+/// Has the disk follow the tree. Until it has, and where it does not, the node stands for the folder at the old place.
+void Drop::Relocate(const NodeRef& moved, const DropLocals& locals)
+{
+    const NodeRef node = moved;
+    DiskPlaces& places = m_tree.Places();
+    const std::wstring source = WithoutSeparator(locals.DropSource);
+    if (IsWholePath(source)) places.Note(*node, source);
+    m_tree.SetMoving(true);
+    const AtEnd arrived([this] { m_tree.SetMoving(false); });
+    m_disk.WindowsDiskOps(locals.DropSource, locals.DropDestin, kMoveFlavor);
+    if (!m_disk.Done()) return;
+    const std::wstring arrival = m_tree.QualifyPath(locals.DropDestin) + source.substr(source.rfind(L'\\') + 1);
+    places.Moved(source, arrival);
+    if (node) places.Settle(*node, arrival, m_tree.FolderOf(*node->Parent()) + node->Text());
 }
 
 /// Moves the node in the tree, and shows it there.
@@ -180,7 +193,7 @@ void Drop::Settle(Node* moved, Node* oldParent, const std::wstring& source)
 /// A folder that looks empty now but is not, since the move failed, can be opened again.
 void Drop::RestoreButton(Node& folder)
 {
-    const std::wstring path = m_tree.QualifyPath(m_tree.BuildFullPath(&folder));
+    const std::wstring path = m_tree.FolderOf(folder);
     if (folder.Children() > 0 || !IsWholePath(path) || !m_tree.hasSubDirectory(path)) return;
     m_instance.TV.GetNodes().AddChild(folder, L"", 0).WriteMarks(folder.Checked(), false);
 }

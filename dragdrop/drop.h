@@ -24,17 +24,19 @@ public:
     Drop(Instance& instance, FolderTree& tree, TreeSelect& checks, DragSession& session, DiskOperations& disk,
          DragOwner& owner);
 
-    /// A button has been released; without a drag nothing happens. `line` is the statement in error reports.
-    void Released(DropLocals& locals, int& line);
+    /// A button has been released at `where`, in client pixels; without a drag nothing happens. `line` is the statement
+    /// in error reports.
+    void Released(Point where, DropLocals& locals, int& line);
     /// True for the folder into which a dragged one is just being put: opening it reads and ticks nothing.
     bool Arriving(const Node& folder) const { return &folder == m_arriving.IfAlive(); }
 
 private:
-    void ActOn(DropLocals& locals, int& line);
+    void ActOn(const NodeRef& target, DropLocals& locals, int& line);
     const wchar_t* Refusal(const DropLocals& locals, Node& target);
     const wchar_t* RefusalByPath(const std::wstring& source, const std::wstring& target);
     void Move(DropLocals& locals, const NodeRef& moved, const NodeRef& target, int& line);
     void PutUnder(const NodeRef& moved, const NodeRef& target);
+    void Relocate(const NodeRef& moved, const DropLocals& locals);
     std::wstring DiskPathOf(Node& node);
     void Settle(Node* moved, Node* oldParent, const std::wstring& source);
     void RestoreButton(Node& folder);

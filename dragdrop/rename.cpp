@@ -20,10 +20,28 @@ Rename::Rename(Instance& instance, FolderTree& tree, DiskOperations& disk, DragO
 
 void Rename::BeforeLabelEdit()
 {
-    const Node* selected = m_instance.TV.SelectedItem();
+    Node* selected = m_instance.TV.SelectedItem();
     if (selected == nullptr) throw ObjectNotSet();
-    if (!selected->Text().empty()) m_instance.sNodeText = selected->Text();
+    const bool noted = !selected->Text().empty();
+    if (noted) m_instance.sNodeText = selected->Text();
+    m_begun = NodeRef(noted && selected == m_instance.TV.EditedNode() ? selected : nullptr);
 }
+
+void Rename::PutBack(Node& selected)
+{
+    if (&selected == m_begun.IfAlive()) selected.SetText(m_instance.sNodeText);
+}
+
+namespace {
+
+/// True for the desktop, the documents folder, the computer and the drives, whose texts are no names on the disk but
+/// parts of the paths of all that is below them.
+bool IsRootOfTheTree(const Node& node)
+{
+    return node.Parent() == nullptr || node.Key() == L"MyComputer" || IsWholePath(node.Key());
+}
+
+}  // namespace
 
 void Rename::AfterLabelEdit(bool& Cancel, const std::wstring& NewString, RenameLocals& locals, int& line)
 {
@@ -39,13 +57,18 @@ void Rename::AfterLabelEdit(bool& Cancel, const std::wstring& NewString, RenameL
     const NodeRef edited = m_instance.nodX;
     if (IsFileName(NewString)) {
         const std::wstring name = NewString.substr(0, NewString.find_last_not_of(L". ") + 1);
-        m_instance.FullPath =
-            m_instance.nodX->Text().empty() ? std::wstring() : m_tree.BuildFullPath(&*m_instance.nodX);
+        if (name == edited->Text()) return Keep(edited, name, NewString, Cancel);
+        const bool isRoot = IsRootOfTheTree(*edited);
+        m_instance.FullPath = isRoot ? std::wstring() : PathOf(*edited);
         line = 3;
         SplitPath(locals);
         line = 5;
-        locals.Success = m_disk.WindowsDiskOps(m_instance.FullPath, locals.Temp + name, kRenameFlavor);
+        RenameOnDisk(edited, m_instance.FullPath, name, locals);
         line = 6;
+        if (isRoot) {
+            Cancel = true;
+            return;
+        }
         if (locals.Success != kCancelled) return Keep(edited, name, NewString, Cancel);
     }
     line = 7;
@@ -54,9 +77,33 @@ void Rename::AfterLabelEdit(bool& Cancel, const std::wstring& NewString, RenameL
     EditAgain(edited, NewString);
 }
 
-/// The disk takes no blanks and full stops at the end of a name, so the node has none either.
+/// The node's path as its folder is to be read; empty for a node without a text, whose path would be that of its
+/// folder.
+std::wstring Rename::PathOf(Node& edited)
+{
+    if (edited.Text().empty()) return {};
+    const std::wstring place = m_tree.Places().Of(edited);
+    return place.empty() ? m_tree.BuildFullPath(&edited) : m_tree.QualifyPath(place);
+}
+
+/// The label stays as typed whatever the shell answers but for a cancel; the node goes on standing for its own folder.
+void Rename::RenameOnDisk(const NodeRef& edited, const std::wstring from, const std::wstring& name,
+                          RenameLocals& locals)
+{
+    const std::wstring to = locals.Temp + name;
+    locals.Success = m_disk.WindowsDiskOps(from, to, kRenameFlavor);
+    if (locals.Success == kCancelled) return;
+    const bool done = m_disk.Done();
+    DiskPlaces& places = m_tree.Places();
+    if (done) places.Moved(from, to);
+    if (edited && edited->Parent() != nullptr && IsWholePath(from))
+        places.Settle(*edited, done ? to : from, m_tree.FolderOf(*edited->Parent()) + name);
+}
+
+/// The typed text has been taken, but for blanks and full stops at its end, of which the disk takes none.
 void Rename::Keep(const NodeRef& edited, const std::wstring& name, const std::wstring& typed, bool& Cancel)
 {
+    m_begun = NodeRef();
     if (name == typed) return;
     Cancel = true;
     if (edited) edited->SetText(name);

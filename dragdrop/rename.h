@@ -25,18 +25,24 @@ public:
 
     /// Notes the selected node's text. Raises 91 without a selection.
     void BeforeLabelEdit();
+    /// Gives the selected node that text back when it is the one whose edit began last, and the text that was typed has
+    /// not been taken.
+    void PutBack(Node& selected);
     /// `Cancel` is set when the node keeps its name. `line` is the statement in error reports.
     void AfterLabelEdit(bool& Cancel, const std::wstring& NewString, RenameLocals& locals, int& line);
 
 private:
     void Timer2_Timer();
     void Keep(const NodeRef& edited, const std::wstring& name, const std::wstring& typed, bool& Cancel);
+    std::wstring PathOf(Node& edited);
     void SplitPath(RenameLocals& locals);
+    void RenameOnDisk(const NodeRef& edited, const std::wstring from, const std::wstring& name, RenameLocals& locals);
     void EditAgain(const NodeRef& edited, const std::wstring& typed);
 
     Instance& m_instance;
     FolderTree& m_tree;
     DiskOperations& m_disk;
+    NodeRef m_begun;    // the node whose text was noted, until what was typed has been taken
     NodeRef m_refused;  // the node whose typed text was no name
     std::wstring m_typed;
     std::unique_ptr<Timer> Timer2;

@@ -55,7 +55,9 @@ public:
     /// Sends all mouse input to the window until ReleaseCapture. Calls `lost`, at most once, when something else takes
     /// the mouse away or the window is destroyed; the end of a capture by the release of a button that the window goes
     /// on to tell of is no loss. `lost` must not throw, and may release.
-    virtual void SetCapture(WindowHandle window, std::function<void()> lost) = 0;
+    /// Calls `escape` when the Escape key goes down, whichever window of this thread has the focus; the key goes on to
+    /// the window itself and to nobody else. `escape` must not throw either.
+    virtual void SetCapture(WindowHandle window, std::function<void()> lost, std::function<void()> escape) = 0;
     /// Ends what SetCapture began; nothing without it.
     virtual void ReleaseCapture() noexcept = 0;
 };

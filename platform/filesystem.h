@@ -31,6 +31,11 @@ public:
     /// Starts a listing of `pattern` (a path, the last part may hold wildcards); null when nothing is found or
     /// readable.
     virtual std::unique_ptr<FileSearch> Search(const std::wstring& pattern) = 0;
+    /// Whether the entry at the path (no separator at its end) is itself a link to another place: a symbolic link, a
+    /// junction, a mounted folder. False where the platform cannot tell.
+    virtual bool IsLink(const std::wstring& path) = 0;
+    /// How many bytes this user may still write to the volume of `folder`; nothing when it cannot be asked.
+    virtual std::optional<std::uint64_t> FreeSpace(const std::wstring& folder) = 0;
     virtual std::wstring WindowsDirectory() = 0;
     virtual std::wstring SystemDirectory() = 0;
     /// Ends in a separator.

@@ -31,7 +31,7 @@ struct FileOperationResult {
     bool aborted = false;  ///< the user cancelled
 };
 
-/// The shell's services: names, icons, special folders, and the one call that changes the disk.
+/// The shell's services: names, icons, special folders, and the two calls that change the disk.
 class Shell {
 public:
     virtual ~Shell() = default;
@@ -55,6 +55,9 @@ public:
     /// Runs file operation `function` (1 move, 2 copy, 3 delete, 4 rename) on one absolute path.
     virtual FileOperationResult Operate(unsigned function, unsigned flags, const std::wstring& from,
                                         const std::wstring& to) = 0;
+    /// Gives a link (see FileSystem::IsLink) the path `to` on its own volume, which nothing may have yet. What it
+    /// points to is never touched. 0, or the platform's error number: 50 where it cannot act on the link itself.
+    virtual int MoveLink(const std::wstring& from, const std::wstring& to) = 0;
 };
 
 inline void OwnedIcon::Reset() noexcept

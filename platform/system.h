@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -26,6 +27,10 @@ public:
     virtual Point CursorPosition() = 0;
     /// Sets the screen's mouse pointer to the default one.
     virtual void ResetPointer() = 0;
+    /// Milliseconds since the system started, on the clock that input messages carry; wraps around.
+    virtual std::uint32_t Now() = 0;
+    /// When the input that is being handled was made, on the same clock.
+    virtual std::uint32_t InputTime() = 0;
     /// The host program's name, without folder and extension.
     virtual std::wstring ProgramName() = 0;
 };

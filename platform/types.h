@@ -48,6 +48,8 @@ struct Date {
 
 /// Attribute bits of a directory entry that the control looks at.
 constexpr std::uint32_t kAttributeDirectory = 16;
+/// The entry points somewhere else, or a driver of the file system keeps its content.
+constexpr std::uint32_t kAttributeReparse = 1024;
 
 /// One entry of a folder's listing. The texts stay valid until the search that gave them moves on.
 struct FileEntry {

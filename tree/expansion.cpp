@@ -100,8 +100,7 @@ void FolderTree::EnumFilesUnder(Node& n)
         line = 1;
         hidden.emplace(m_instance.TV);
         line = 2;
-        // A folder whose own name has a listed extension is a folder all the same.
-        own.sPath = QualifyPath(BuildFullPath(&n));
+        own.sPath = FolderOf(n);
         line = 3;
         const Listing listing = ReadFolder(own);
         line = 4;

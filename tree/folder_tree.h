@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "instance/instance.h"
+#include "tree/disk_places.h"
 
 namespace sylvex {
 
@@ -20,9 +21,13 @@ public:
     void Clear();
     /// For a node that opens: when it holds only a placeholder (or one childless child), reads its folder anew.
     void LoadChildren(Node& node);
-    /// While a branch that the tree shows at `to` may still be at `from` on the disk (both end in a separator), what is
-    /// below its folders is looked for at both. Empty: there is no such branch.
-    void SetMoving(const std::wstring& from, const std::wstring& to) { m_movingFrom = from, m_movingTo = to; }
+    /// Where nodes are whose texts do not tell it.
+    DiskPlaces& Places() { return m_places; }
+    /// The folder of a node, ending in a separator, as it has to be read.
+    std::wstring FolderOf(const Node& node);
+    /// While a branch is on its way, what is below its folders is looked for at its old place (DiskPlaces has it) and
+    /// at the one that the tree shows.
+    void SetMoving(bool moving) { m_moving = moving; }
     /// Reads the node's folder and adds its subfolders, then its files, each group sorted by name.
     void EnumFilesUnder(Node& n);
     /// True when the folder (ending in a separator) holds a subfolder or a file that a pattern of the file filter
@@ -56,8 +61,8 @@ private:
     bool MatchesFilter(std::wstring_view name);
 
     Instance& m_instance;
-    std::wstring m_movingFrom;
-    std::wstring m_movingTo;
+    DiskPlaces m_places;
+    bool m_moving = false;
 };
 
 /// Text-compare pattern match with "*" and "?".

@@ -65,6 +65,13 @@ std::wstring FolderTree::BuildFullPath(const Node* nod)
     });
 }
 
+std::wstring FolderTree::FolderOf(const Node& node)
+{
+    const std::wstring place = m_places.Of(node);
+    // A folder whose own name has a listed extension is a folder all the same.
+    return QualifyPath(place.empty() ? BuildFullPath(&node) : place);
+}
+
 namespace {
 
 /// Replaces every occurrence of `find`, whatever its letter case.

@@ -61,14 +61,14 @@ std::wstring DrivePicture(unsigned type, int bit, const std::wstring& previous)
 
 }  // namespace
 
-FolderTree::FolderTree(Instance& instance) : m_instance(instance)
+FolderTree::FolderTree(Instance& instance) : m_instance(instance), m_places(instance.platform.regional)
 {
     instance.TV.GetNodes().SetPlaceholderQuestion([this](Node& node) {
+        const std::wstring place = m_places.Of(node);
+        if (!place.empty() && hasSubDirectory(QualifyPath(place))) return true;
+        if (!place.empty() && !m_moving) return false;
         // Asked by the name under its folder, whatever the file filter makes of the paths of folders.
-        const std::wstring path = QualifyPath(BuildFullPath(node.Parent())) + node.Text() + L"\\";
-        if (hasSubDirectory(path)) return true;
-        const bool onItsWay = !m_movingTo.empty() && path.starts_with(m_movingTo);
-        return onItsWay && hasSubDirectory(m_movingFrom + path.substr(m_movingTo.size()));
+        return hasSubDirectory(QualifyPath(BuildFullPath(node.Parent())) + node.Text() + L"\\");
     });
 }
 

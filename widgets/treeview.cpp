@@ -85,6 +85,7 @@ ItemLook TreeView::LookOf(const Node& node) const
 void TreeView::InsertRow(Node& node, ItemHandle after)
 {
     const ItemHandle parent = node.m_parent != nullptr ? node.m_parent->m_item : 0;
+    ++m_layoutVersion;
     node.m_item = m_window->Insert(parent, after, DataOf(node), LookOf(node));
     if (node.m_item == 0) throw OutOfMemory();
 }
@@ -159,6 +160,7 @@ void TreeView::Added(Node& node)
 void TreeView::Removing(Node& node)
 {
     if (!HasRow(node)) return;
+    ++m_layoutVersion;
     if (m_edited.IfAlive() == &node) m_window->CancelEdit();
     m_byWindow = true;  // a selection that the window moves on by itself is no click
     m_window->Delete(node.m_item);
@@ -241,6 +243,7 @@ bool TreeView::OpenModel(Node& node)
     const NodeRef keep(&node);
     node.m_expanded = node.m_opening = true;
     const auto finish = [&] {
+        ++m_layoutVersion;
         if (keep.IfAlive() == nullptr) return false;
         node.m_opening = false;
         if (node.Children() == 0) node.m_expanded = false;
@@ -260,6 +263,7 @@ void TreeView::CloseModel(Node& node)
 {
     const NodeRef keep(&node);
     node.m_expanded = false;
+    ++m_layoutVersion;
     m_events.TV_Collapse(node);
 }
 

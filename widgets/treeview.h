@@ -72,6 +72,8 @@ public:
     void Refresh();
     WindowHandle hWnd() const;
     int VisibleCount();
+    /// Another number each time that rows come, go, or are opened and closed.
+    unsigned LayoutVersion() const { return m_layoutVersion; }
 
     bool Visible() const { return m_visible; }
     void SetVisible(bool visible);
@@ -170,6 +172,7 @@ private:
     bool m_visible = true;
     bool m_hasCheckPictures = false;
     int m_updates = 0;
+    unsigned m_layoutVersion = 0;
     Rect m_place;
 };
 

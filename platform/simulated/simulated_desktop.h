@@ -20,7 +20,10 @@ namespace sylvex {
 /// A desktop in memory with one of each service of the platform; at first it has no drives and no windows.
 class SimulatedDesktop {
 public:
-    SimulatedDesktop() = default;
+    SimulatedDesktop()
+    {
+        system.SetClock([this] { return static_cast<std::uint32_t>(timers.Now()); });
+    }
     SimulatedDesktop(const SimulatedDesktop&) = delete;
     SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
 

@@ -225,6 +225,20 @@ std::unique_ptr<FileSearch> SimulatedDisk::Search(const std::wstring& pattern)
     return search->Found() ? std::move(search) : nullptr;
 }
 
+bool SimulatedDisk::IsLink(const std::wstring& path)
+{
+    m_gate.Enter("FileSystem::IsLink");
+    const DiskEntry* const entry = Find(path);
+    return entry != nullptr && (entry->attributes & kAttributeReparse) != 0;
+}
+
+std::optional<std::uint64_t> SimulatedDisk::FreeSpace(const std::wstring& folder)
+{
+    m_gate.Enter("FileSystem::FreeSpace");
+    const auto found = m_free.find(folder.front());
+    return found == m_free.end() ? std::nullopt : std::optional(found->second);
+}
+
 std::wstring SimulatedDisk::WindowsDirectory()
 {
     m_gate.Enter("FileSystem::WindowsDirectory");

@@ -59,6 +59,8 @@ public:
     const std::wstring* Label(const std::wstring& root) const;
     /// The drive that an empty root stands for; at first C.
     void SetCurrentDrive(wchar_t letter) { m_current = letter; }
+    /// What FreeSpace answers for a drive; at first nothing.
+    void SetFreeSpace(wchar_t letter, std::uint64_t bytes) { m_free[letter] = bytes; }
 
     /// How often the folder was listed (a search with wildcards in it).
     int Listings(const std::wstring& folder) const;
@@ -71,6 +73,8 @@ public:
     unsigned DriveType(const std::wstring& root) override;
     std::optional<std::wstring> FileSystemName(const std::wstring& root) override;
     std::unique_ptr<FileSearch> Search(const std::wstring& pattern) override;
+    bool IsLink(const std::wstring& path) override;
+    std::optional<std::uint64_t> FreeSpace(const std::wstring& folder) override;
     std::wstring WindowsDirectory() override;
     std::wstring SystemDirectory() override;
     std::wstring TempDirectory() override;
@@ -93,6 +97,7 @@ private:
 
     CallGate& m_gate;
     std::map<wchar_t, Drive> m_drives;
+    std::map<wchar_t, std::uint64_t> m_free;
     std::unordered_map<std::wstring, int> m_listings;
     std::shared_ptr<int> m_open = std::make_shared<int>(0);
     int m_searches = 0;

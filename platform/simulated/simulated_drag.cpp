@@ -26,6 +26,11 @@ void SimulatedDrag::LoseCapture()
     if (const auto lost = std::exchange(m_lost, nullptr)) lost();
 }
 
+void SimulatedDrag::PressEscape()
+{
+    if (const auto escape = std::exchange(m_escape, nullptr)) escape();
+}
+
 Size SimulatedDrag::PictureSize(ImageListHandle list)
 {
     m_gate.Enter("Drag::PictureSize");
@@ -130,18 +135,19 @@ void SimulatedDrag::UpdateWindow(WindowHandle)
     ++m_updates;
 }
 
-void SimulatedDrag::SetCapture(WindowHandle window, std::function<void()> lost)
+void SimulatedDrag::SetCapture(WindowHandle window, std::function<void()> lost, std::function<void()> escape)
 {
     m_gate.Enter("Drag::SetCapture");
     if (m_windows.TreeOf(window) == nullptr) return;
     m_captured = window;
     m_lost = std::move(lost);
+    m_escape = std::move(escape);
 }
 
 void SimulatedDrag::ReleaseCapture() noexcept
 {
     m_captured = 0;
-    m_lost = nullptr;
+    m_lost = m_escape = nullptr;
 }
 
 }  // namespace sylvex

@@ -21,6 +21,8 @@ public:
     WindowHandle Captured() const { return m_captured; }
     /// Something else takes the mouse: another program, a message box.
     void LoseCapture();
+    /// Escape is pressed in another window of the program.
+    void PressEscape();
     /// How often windows were made to paint at once.
     int Updates() const { return m_updates; }
 
@@ -38,7 +40,7 @@ public:
     std::optional<ScrollBar> GetScrollInfo(WindowHandle window, int bar) override;
     int GetScrollPos(WindowHandle window, int bar) override;
     void UpdateWindow(WindowHandle window) override;
-    void SetCapture(WindowHandle window, std::function<void()> lost) override;
+    void SetCapture(WindowHandle window, std::function<void()> lost, std::function<void()> escape) override;
     void ReleaseCapture() noexcept override;
 
 private:
@@ -50,6 +52,7 @@ private:
     bool m_shown = false;
     WindowHandle m_captured = 0;
     std::function<void()> m_lost;
+    std::function<void()> m_escape;
     int m_updates = 0;
 };
 

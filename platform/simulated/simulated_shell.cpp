@@ -131,10 +131,20 @@ FileOperationResult SimulatedShell::Operate(unsigned function, unsigned flags, c
     const std::string name = function < names.size() ? names[function] : std::to_string(function);
     m_operations.push_back(name + " " + OneLine(from) + " -> " + OneLine(to) + " (" + std::to_string(flags) + ")");
     if (const auto meanwhile = std::exchange(m_meanwhile, nullptr)) meanwhile();
+    if (m_pretends) return {};
     if (m_answers.empty()) return Perform(function, from, to);
     const FileOperationResult answer = m_answers.front();
     m_answers.pop_front();
     return answer.code == 0 && !answer.aborted ? Perform(function, from, to) : answer;
+}
+
+int SimulatedShell::MoveLink(const std::wstring& from, const std::wstring& to)
+{
+    m_gate.Enter("Shell::MoveLink");
+    m_operations.push_back("link " + OneLine(from) + " -> " + OneLine(to));
+    if (m_linkCode != 0) return m_linkCode;
+    if (m_disk.Find(to) != nullptr && m_disk.Find(to) != m_disk.Find(from)) return kAlreadyExists;
+    return m_disk.Move(from, to) ? 0 : kFileNotFound;
 }
 
 FileOperationResult SimulatedShell::Perform(unsigned function, const std::wstring& from, const std::wstring& to)

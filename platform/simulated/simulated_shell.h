@@ -26,6 +26,10 @@ public:
     void SetResourceString(const std::wstring& module, unsigned id, const std::wstring& text);
     /// The answer of the next file operation that has none yet. Anything but {0, false} leaves the disk alone.
     void AnswerOperation(FileOperationResult result) { m_answers.push_back(result); }
+    /// From now on the shell answers success and does nothing.
+    void Pretend() { m_pretends = true; }
+    /// What MoveLink answers; at first it does what it says.
+    void RefuseLinks(int code) { m_linkCode = code; }
     /// Runs once, while the next file operation is under way.
     void WhileNextOperation(std::function<void()> meanwhile) { m_meanwhile = std::move(meanwhile); }
 
@@ -54,6 +58,7 @@ public:
     std::wstring ResourceString(const std::wstring& module, unsigned id) override;
     FileOperationResult Operate(unsigned function, unsigned flags, const std::wstring& from,
                                 const std::wstring& to) override;
+    int MoveLink(const std::wstring& from, const std::wstring& to) override;
 
 private:
     FileOperationResult Perform(unsigned function, const std::wstring& from, const std::wstring& to);
@@ -65,6 +70,8 @@ private:
     std::map<std::pair<std::wstring, unsigned>, std::wstring> m_strings;
     std::deque<FileOperationResult> m_answers;
     std::function<void()> m_meanwhile;
+    bool m_pretends = false;
+    int m_linkCode = 0;
     std::vector<std::string> m_fileIconAsks;
     std::vector<std::string> m_indexAsks;
     std::vector<std::string> m_typeAsks;

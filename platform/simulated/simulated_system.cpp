@@ -48,6 +48,13 @@ void SimulatedSystem::ResetPointer()
     ++m_resets;
 }
 
+void SimulatedSystem::WithInputOf(std::uint32_t time, const std::function<void()>& body)
+{
+    m_inputTime = time;
+    body();
+    m_inputTime.reset();
+}
+
 std::wstring SimulatedSystem::ProgramName()
 {
     m_gate.Enter("System::ProgramName");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -25,12 +26,18 @@ public:
     /// The keys that were asked for, in order.
     const std::vector<std::string>& ClassRootAsks() const { return m_asks; }
     int PointerResets() const { return m_resets; }
+    /// The clock, which the desktop's timers keep; input is made when it is handled.
+    void SetClock(std::function<std::uint32_t()> clock) { m_clock = std::move(clock); }
+    /// While `body` runs, the input being handled was made at `time`.
+    void WithInputOf(std::uint32_t time, const std::function<void()>& body);
 
     SystemVersion Version() override;
     int Metric(int number) override;
     std::optional<std::wstring> ClassRootValue(const std::wstring& key) override;
     Point CursorPosition() override;
     void ResetPointer() override;
+    std::uint32_t Now() override { return m_clock ? m_clock() : 0; }
+    std::uint32_t InputTime() override { return m_inputTime.value_or(Now()); }
     std::wstring ProgramName() override;
 
 private:
@@ -41,6 +48,8 @@ private:
     std::vector<std::string> m_asks;
     Point m_cursor;
     int m_resets = 0;
+    std::function<std::uint32_t()> m_clock;
+    std::optional<std::uint32_t> m_inputTime;
     std::wstring m_program = L"Host";
 };
 

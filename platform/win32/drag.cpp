@@ -25,20 +25,28 @@ bool IsRelease(UINT message)
 
 }  // namespace
 
-/// The mouse held for one window; a subclass of the window notices when it goes elsewhere.
+/// The mouse held for one window; a subclass of the window notices when it goes elsewhere, and a hook of this thread's
+/// keyboard when Escape is pressed in any window.
 class Win32Drag::Capture : public std::enable_shared_from_this<Capture> {
 public:
-    Capture(HWND window, std::function<void()> lost) : m_window(window), m_lost(std::move(lost)) {}
+    Capture(HWND window, std::function<void()> lost, std::function<void()> escape)
+        : m_window(window), m_lost(std::move(lost)), m_escape(std::move(escape))
+    {
+    }
 
     void Begin()
     {
         SetWindowSubclass(m_window, &OnMessage, Identifier(), Identifier());
+        t_holder = this;
+        m_keyboard.reset(SetWindowsHookExW(WH_KEYBOARD, &OnKey, nullptr, GetCurrentThreadId()));
         ::SetCapture(m_window);
     }
 
     void End() noexcept
     {
-        m_lost = nullptr;
+        m_lost = m_escape = nullptr;
+        m_keyboard.reset();
+        if (t_holder == this) t_holder = nullptr;
         RemoveWindowSubclass(m_window, &OnMessage, Identifier());
         if (GetCapture() == m_window) ::ReleaseCapture();
     }
@@ -62,15 +70,33 @@ private:
         return answer;
     }
 
+    static LRESULT CALLBACK OnKey(int code, WPARAM key, LPARAM keystroke)
+    {
+        const bool pressed = code == HC_ACTION && key == VK_ESCAPE && (static_cast<ULONG_PTR>(keystroke) >> 31) == 0;
+        if (!pressed || !t_holder) return CallNextHookEx(nullptr, code, key, keystroke);
+        const auto self = t_holder->shared_from_this();
+        const bool elsewhere = GetFocus() != self->m_window;
+        if (const auto escape = std::exchange(self->m_escape, nullptr)) escape();
+        // A dialog that holds the focus would close by the key that was meant for the drag.
+        return elsewhere ? 1 : CallNextHookEx(nullptr, code, key, keystroke);
+    }
+
     void Lose()
     {
         if (const auto lost = std::exchange(m_lost, nullptr)) lost();
     }
 
+    /// The one that has this thread's mouse: there is one mouse.
+    static thread_local Capture* t_holder;
+
     HWND m_window;
     std::function<void()> m_lost;
+    std::function<void()> m_escape;
+    std::unique_ptr<std::remove_pointer_t<HHOOK>, HandleCloser<&UnhookWindowsHookEx>> m_keyboard;
     bool m_releasing = false;
 };
+
+thread_local Win32Drag::Capture* Win32Drag::Capture::t_holder = nullptr;
 
 Win32Drag::~Win32Drag()
 {
@@ -161,11 +187,11 @@ void Win32Drag::UpdateWindow(WindowHandle window)
     ::UpdateWindow(WindowOf(window));
 }
 
-void Win32Drag::SetCapture(WindowHandle window, std::function<void()> lost)
+void Win32Drag::SetCapture(WindowHandle window, std::function<void()> lost, std::function<void()> escape)
 {
     Win32Drag::ReleaseCapture();
     if (!IsWindow(WindowOf(window))) return;
-    m_capture = std::make_shared<Capture>(WindowOf(window), std::move(lost));
+    m_capture = std::make_shared<Capture>(WindowOf(window), std::move(lost), std::move(escape));
     m_capture->Begin();
 }
 

@@ -24,7 +24,7 @@ public:
     std::optional<ScrollBar> GetScrollInfo(WindowHandle window, int bar) override;
     int GetScrollPos(WindowHandle window, int bar) override;
     void UpdateWindow(WindowHandle window) override;
-    void SetCapture(WindowHandle window, std::function<void()> lost) override;
+    void SetCapture(WindowHandle window, std::function<void()> lost, std::function<void()> escape) override;
     void ReleaseCapture() noexcept override;
 
 private:

@@ -71,6 +71,30 @@ private:
     UniqueSearch m_search;
 };
 
+using UniqueFile = std::unique_ptr<void, HandleCloser<&CloseHandle>>;
+
+/// Where the path leads when every link in it has been followed; empty when the platform does not tell.
+std::wstring FinalPath(const std::wstring& path)
+{
+    const QuietDisk quiet;
+    auto* const opened = CreateFileW(UnlimitedPath(path).c_str(), FILE_READ_ATTRIBUTES,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                     FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (opened == INVALID_HANDLE_VALUE) return {};
+    const UniqueFile file(opened);
+    std::wstring final(GetFinalPathNameByHandleW(file.get(), nullptr, 0, FILE_NAME_NORMALIZED), L'\0');
+    const auto length =
+        GetFinalPathNameByHandleW(file.get(), final.data(), static_cast<DWORD>(final.size()), FILE_NAME_NORMALIZED);
+    final.resize(length < final.size() ? length : 0);
+    return final;
+}
+
+bool SamePath(const std::wstring& left, const std::wstring& right)
+{
+    return CompareStringOrdinal(left.c_str(), static_cast<int>(left.size()), right.c_str(),
+                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
+}
+
 template <typename Call>
 std::wstring DirectoryFrom(Call call)
 {
@@ -121,6 +145,33 @@ std::optional<std::wstring> Win32FileSystem::FileSystemName(const std::wstring& 
 std::unique_ptr<FileSearch> Win32FileSystem::Search(const std::wstring& pattern)
 {
     return Win32FileSearch::Start(pattern);
+}
+
+bool Win32FileSystem::IsLink(const std::wstring& path)
+{
+    WIN32_FIND_DATAW entry{};
+    auto* const found = FindFirstFileW(UnlimitedPath(path).c_str(), &entry);
+    if (found == INVALID_HANDLE_VALUE) return false;
+    const UniqueSearch owned(found);
+    // Other reparse points, as those of cloud stores, are what they seem. A platform that names no tag means a link.
+    const bool reparse = (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    if (reparse && (entry.dwReserved0 == 0 || IsReparseTagNameSurrogate(entry.dwReserved0))) return true;
+    // A platform that does not mark its links follows them.
+    const auto end = path.rfind(L'\\');
+    if (end == path.npos) return false;
+    auto folder = FinalPath(path.substr(0, end + 1));
+    const auto itself = FinalPath(path);
+    if (folder.empty() || itself.empty()) return false;
+    if (folder.back() != L'\\') folder += L'\\';
+    return !SamePath(folder + entry.cFileName, itself);
+}
+
+std::optional<std::uint64_t> Win32FileSystem::FreeSpace(const std::wstring& folder)
+{
+    const QuietDisk quiet;
+    ULARGE_INTEGER bytes{};
+    if (!GetDiskFreeSpaceExW(UnlimitedPath(folder).c_str(), &bytes, nullptr, nullptr)) return std::nullopt;
+    return bytes.QuadPart;
 }
 
 std::wstring Win32FileSystem::WindowsDirectory()

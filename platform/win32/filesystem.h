@@ -11,6 +11,8 @@ public:
     unsigned DriveType(const std::wstring& root) override;
     std::optional<std::wstring> FileSystemName(const std::wstring& root) override;
     std::unique_ptr<FileSearch> Search(const std::wstring& pattern) override;
+    bool IsLink(const std::wstring& path) override;
+    std::optional<std::uint64_t> FreeSpace(const std::wstring& folder) override;
     std::wstring WindowsDirectory() override;
     std::wstring SystemDirectory() override;
     std::wstring TempDirectory() override;

@@ -6,6 +6,8 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
+#include <vector>
+
 #include "platform/win32/filesystem.h"
 #include "platform/win32/handles.h"
 
@@ -142,6 +144,29 @@ FileOperationResult Win32Shell::Operate(unsigned function, unsigned flags, const
     constexpr int kOldCancelled = 117;
     if (result.aborted && (result.code == ERROR_CANCELLED || result.code == kOldCancelled)) result.code = 0;
     return result;
+}
+
+int Win32Shell::MoveLink(const std::wstring& from, const std::wstring& to)
+{
+    auto* const opened = CreateFileW(UnlimitedPath(from).c_str(), DELETE | SYNCHRONIZE | FILE_READ_ATTRIBUTES,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                     FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    if (opened == INVALID_HANDLE_VALUE) return static_cast<int>(GetLastError());
+    const std::unique_ptr<void, HandleCloser<&CloseHandle>> link(opened);
+    // Some platforms open what the link points to all the same.
+    FILE_ATTRIBUTE_TAG_INFO what{};
+    if (!GetFileInformationByHandleEx(link.get(), FileAttributeTagInfo, &what, sizeof what) ||
+        (what.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
+        return ERROR_NOT_SUPPORTED;
+    // Through this handle, so that nothing else can take the link's place meanwhile; within the volume, and over
+    // nothing.
+    const auto name = UnlimitedPath(to);
+    std::vector<std::uint64_t> record((sizeof(FILE_RENAME_INFO) + name.size() * sizeof(wchar_t)) / 8 + 1);
+    auto* const rename = reinterpret_cast<FILE_RENAME_INFO*>(record.data());
+    rename->FileNameLength = static_cast<DWORD>(name.size() * sizeof(wchar_t));
+    name.copy(rename->FileName, name.size());
+    const auto size = static_cast<DWORD>(record.size() * 8);
+    return SetFileInformationByHandle(link.get(), FileRenameInfo, rename, size) ? 0 : static_cast<int>(GetLastError());
 }
 
 }  // namespace sylvex

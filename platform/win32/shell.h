@@ -18,6 +18,7 @@ public:
     std::wstring ResourceString(const std::wstring& module, unsigned id) override;
     FileOperationResult Operate(unsigned function, unsigned flags, const std::wstring& from,
                                 const std::wstring& to) override;
+    int MoveLink(const std::wstring& from, const std::wstring& to) override;
 };
 
 }  // namespace sylvex

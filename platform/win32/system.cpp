@@ -51,6 +51,16 @@ void Win32System::ResetPointer()
     SetCursor(LoadCursorW(nullptr, IDC_ARROW));
 }
 
+std::uint32_t Win32System::Now()
+{
+    return GetTickCount();
+}
+
+std::uint32_t Win32System::InputTime()
+{
+    return static_cast<std::uint32_t>(GetMessageTime());
+}
+
 std::wstring Win32System::ProgramName()
 {
     std::wstring path(32768, L'\0');

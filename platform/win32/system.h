@@ -12,6 +12,8 @@ public:
     std::optional<std::wstring> ClassRootValue(const std::wstring& key) override;
     Point CursorPosition() override;
     void ResetPointer() override;
+    std::uint32_t Now() override;
+    std::uint32_t InputTime() override;
     std::wstring ProgramName() override;
 };
 

@@ -49,7 +49,8 @@ LRESULT TreeEdit::OnEnd(const NMTVDISPINFOW& notice)
     // Closing the edit takes its focus, which for the tree is one more end.
     if (!std::exchange(m_open, false)) return FALSE;
     std::optional<std::wstring> text;
-    if (notice.item.pszText) text = notice.item.pszText;
+    // A form that is hidden or destroyed takes the focus from the edit, which for the tree is an end like any other.
+    if (notice.item.pszText && IsWindowVisible(m_core.Window())) text = notice.item.pszText;
     bool kept = false;
     const auto data = static_cast<ItemData>(notice.item.lParam);
     const bool told = m_core.Tell([&](TreeWindowListener& l) { kept = l.LabelEdited(data, text); });

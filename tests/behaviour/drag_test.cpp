@@ -125,7 +125,7 @@ TEST_F(DragTest, WhatIsNoFolderOnADriveNeverReachesTheDisk)
     Node& drive = scene.nodes().Item(L"C:\\");
     Node& folder = *scene.nodes().Item(L"MyComputer").Child()->LastSibling();
     ASSERT_EQ(folder.Text(), L"a");
-    EXPECT_EQ(Drop(drive, folder), L"[124][Successful drop of folder C:\\\ronto " + text + L"\\a]");
+    EXPECT_EQ(Drop(drive, folder), L"[116][Successful drop of folder C:\\\ronto " + PathOf(L"t\\a") + L"]");
     EXPECT_TRUE(scene.desk().Has(L"t\\b\\b1"));
 }
 
@@ -149,6 +149,51 @@ TEST_F(DragTest, AFailedMoveLeavesAWayToReadTheOldFolderAgain)
     EXPECT_EQ(Scene::Render(b), L"b[+]");
     b.SetExpanded(true);
     EXPECT_EQ(Scene::Render(b), L"b[-](b1)");
+}
+
+TEST_F(DragTest, ARowWhoseMoveWasRefusedStandsForItsOwnFolderStill)
+{
+    scene.desk().Remove(L"t\\c");
+    Node& a = scene.At(L"t/a");
+    Node& c = scene.At(L"t/c");
+    EXPECT_EQ(Drop(a, c), L"[124]" + MovedMessage(L"t\\a", L"t\\c"));
+    ASSERT_EQ(a.Parent(), &c);
+    // Another folder comes to where the row seems to be.
+    scene.desk().Make({L"t\\c\\a\\a1\\stranger\\"});
+    Node& b = scene.At(L"t/b");
+    EXPECT_EQ(Drop(*a.Child(), b), MovedMessage(L"t\\a\\a1", L"t\\b"));
+    EXPECT_TRUE(scene.desk().Has(L"t\\b\\a1\\x\\f.txt"));
+    EXPECT_EQ(Drop(a, b), MovedMessage(L"t\\a", L"t\\b"));
+    EXPECT_TRUE(scene.desk().Has(L"t\\b\\a\\a2"));
+    EXPECT_TRUE(scene.desk().Has(L"t\\c\\a\\a1\\stranger"));
+    // Both are again where they seem to be.
+    EXPECT_EQ(Drop(*a.Child(), scene.At(L"t")), MovedMessage(L"t\\b\\a\\a2", L"t"));
+}
+
+TEST_F(DragTest, AReleaseOverRowsThatHaveMovedSinceDropsNothing)
+{
+    const std::wstring before = Scene::Render(scene.At(L"t/a"));
+    Node& b = scene.At(L"t/b");
+    hand->Drag(scene.At(L"t/a"), b);
+    // The button is let go while the folder under the pointer is being opened, and heard of afterwards.
+    scene.onEvent = [&](const std::wstring& event, Node*) {
+        if (event == L"Expand:") tools().ReleaseUnheard();
+    };
+    tools().Wait(1300);
+    scene.onEvent = nullptr;
+    EXPECT_TRUE(b.Expanded());
+    EXPECT_EQ(tools().LeftOver(), "");
+    EXPECT_EQ(scene.desk().TakeMessages(), L"");
+    EXPECT_EQ(Scene::Render(scene.At(L"t/a")), before);
+    // Once the rows have come to rest a release counts, without another move.
+    Node& c = Open(L"t/c");
+    scene.desk().Make({L"t\\c\\c1\\"});
+    scene.nodes().AddChild(c, L"", 0);
+    hand->Drag(scene.At(L"t/b"), c);
+    tools().Wait(1500);
+    EXPECT_TRUE(c.Expanded());
+    tools().Release();
+    EXPECT_EQ(scene.desk().TakeMessages(), MovedMessage(L"t\\b", L"t\\c"));
 }
 
 TEST_F(DragTest, OnlyAPressOnARowWithTheSameButtonAndARealMoveBeginsADrag)
@@ -195,6 +240,7 @@ TEST_F(DragTest, ADragEndsCleanlyHoweverItIsInterrupted)
         std::function<void()> interrupt;
     } const cases[] = {
         {"Escape", [&] { tools().PressKey(kEscapeKey); }},
+        {"Escape in another window", [&] { tools().PressEscapeElsewhere(); }},
         {"capture lost", [&] { tools().LoseCapture(); }},
         {"switched off", [&] { scene.control().LetDragDropEnable(false); }},
         {"read anew", [&] { scene.Enumerate(); }},

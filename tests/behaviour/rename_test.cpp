@@ -107,12 +107,46 @@ TEST_F(RenameTest, RootsAndDrivesNeverReachTheDisk)
     Node& drive = scene.nodes().Item(L"C:\\");
     Node& computer = scene.nodes().Item(L"MyComputer");
     EXPECT_EQ(Rename(drive, L"Renamed"), L"[124]");
-    EXPECT_EQ(drive.Text(), L"Renamed");
     EXPECT_EQ(Rename(computer, L"Here"), L"[124]");
     EXPECT_EQ(Rename(scene.nodes().Item(1), L"Top"), L"[124]");
+    EXPECT_EQ(Rename(*scene.nodes().Item(1).Child(), L"Papers"), L"[124]") << "the documents folder";
+    EXPECT_EQ(tools().Label(), L"(closed)");
+    EXPECT_EQ(PathOf(Folder()), scene.desk().PathOf(L"t\\Old\\")) << "the labels are what they were";
     EXPECT_TRUE(scene.desk().Has(L"t\\Old\\inner\\x"));
-    // What lies below has lost its path with it, and stays where it is.
-    EXPECT_EQ(Rename(*drive.Child(), L"x"), L"[124]");
+}
+
+TEST_F(RenameTest, ARowWhoseRenameWasRefusedStandsForItsOwnFolderStill)
+{
+    Node& folder = Folder();
+    scene.desk().Make({L"t\\Other\\inner\\stranger\\"});
+    EXPECT_EQ(Rename(folder, L"Other"), L"[183]");
+    EXPECT_EQ(folder.Text(), L"Other");
+    EXPECT_EQ(Rename(*folder.Child(), L"mine"), L"");
+    EXPECT_TRUE(scene.desk().Has(L"t\\Old\\mine\\x"));
+    EXPECT_EQ(Rename(folder, L"Third"), L"");
+    EXPECT_TRUE(scene.desk().Has(L"t\\Third\\mine\\x"));
+    EXPECT_TRUE(scene.desk().Has(L"t\\Other\\inner\\stranger"));
+    // What is opened under such a row is its own, too.
+    EXPECT_EQ(Rename(folder, L"Other"), L"[183]");
+    folder.Child()->SetExpanded(true);
+    EXPECT_EQ(Scene::Render(*folder.Child()), L"mine[-](x)");
+    scene.Enumerate();
+    EXPECT_EQ(Scene::Render(*scene.At(L"t/Third").Parent()), L"t[-](Other[+] Third[+] list.zip plain.txt)");
+}
+
+TEST_F(RenameTest, AnUnchangedNameAsksNothingAndAnotherLetterCaseIsNoName)
+{
+    Node& folder = Folder();
+    scene.desk().Remove(L"t\\Old");
+    for (const wchar_t* name : {L"Old", L"Old. "})
+        EXPECT_EQ(Rename(folder, name), L"");
+    EXPECT_EQ(folder.Text(), L"Old");
+    Node& other = scene.At(L"t/Other");
+    // Some shells take it for a name in use, as it is.
+    const std::wstring told = Rename(other, L"OTHER");
+    EXPECT_TRUE(told.empty() || told == L"[183]");
+    EXPECT_EQ(Rename(other, L"Third"), L"");
+    EXPECT_TRUE(scene.desk().Has(L"t\\Third"));
 }
 
 TEST_F(RenameTest, EscapePutsBackTheTextThatWasThereWhenEditingBegan)
@@ -128,6 +162,25 @@ TEST_F(RenameTest, EscapePutsBackTheTextThatWasThereWhenEditingBegan)
     tools().PressKey(kEscapeKey);
     EXPECT_EQ(folder.Text(), L"Shown");
     EXPECT_EQ(scene.desk().TakeMessages(), L"");
+    // No other row takes that text, whatever Escape is for.
+    Node& other = scene.At(L"t/Other");
+    scene.control().LetSelectedItem(&other);
+    tools().PressKey(kEscapeKey);
+    EXPECT_EQ(other.Text(), L"Other");
+    folder.SetText(L"Old");
+    hand->Edit(folder);
+    tools().PressKey(kEscapeKey);
+    folder.SetText(L"Else");
+    scene.control().LetDragDropEnable(true);
+    hand->Drag(folder, other);
+    tools().PressKey(kEscapeKey);
+    tools().Release();
+    EXPECT_EQ(folder.Text(), L"Else") << "an Escape that ended a drag";
+    folder.SetText(L"Old");
+    EXPECT_EQ(Rename(folder, L"Taken"), L"");
+    folder.SetText(L"Else");
+    tools().PressKey(kEscapeKey);
+    EXPECT_EQ(folder.Text(), L"Else") << "what was typed has been taken";
 }
 
 TEST_F(RenameTest, NothingHappensToTheDiskWhenTheTreeChangesUnderTheEdit)

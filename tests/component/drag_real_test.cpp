@@ -76,7 +76,7 @@ TEST_F(RealFiles, ADropMovesAllOrIsRefusedWithANumber)
         {"a file over a file", {L"f", L"b\\F"}, L"f", {}, Outcome::Stays, L"[183]"},
         {"a file over a folder", {L"f", L"b\\F\\g"}, L"f", {}, Outcome::Stays, L"[183]"},
         {"a folder over a file", {L"a\\f", L"b\\A"}, L"a", {}, Outcome::Stays, L"[183]"},
-        {"a folder over one of its name", {L"a\\f", L"a\\g", L"b\\a\\f"}, L"a", {}, Outcome::Stays, L""},
+        {"a folder over one of its name", {L"a\\f", L"a\\g", L"b\\a\\f"}, L"a", {}, Outcome::Stays, L"[5]"},
         {"write-protected",
          {L"a\\f"},
          L"a",
@@ -125,6 +125,56 @@ TEST_F(RealFiles, ADropMovesAllOrIsRefusedWithANumber)
         EXPECT_EQ(Row(dropped) != nullptr, Has(dropped));
     }
     EXPECT_EQ(reports.Take(), L"");
+}
+
+/// Makes a link to a folder or a file beside it; false where this platform makes none.
+bool MakeLink(const std::wstring& folder, const std::wstring& name, const std::wstring& target, bool toFolder)
+{
+    constexpr DWORD kUnprivileged = 2;
+    const std::wstring link = folder + L"\\" + name;
+    const auto there = [&] { return GetFileAttributesW(link.c_str()) != INVALID_FILE_ATTRIBUTES; };
+    // Some platforms report success and make nothing.
+    CreateSymbolicLinkW(link.c_str(), target.c_str(), kUnprivileged | (toFolder ? 1u : 0u));
+    if (there()) return true;
+    std::wstring command = L"ln -s \"" + target + L"\" \"" + name + L"\"";
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(L"\\\\?\\unix\\bin\\ln", command.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(),
+                        &start, &process))
+        return false;
+    for (const HANDLE handle : {process.hThread, process.hProcess})
+        CloseHandle(handle);
+    for (int tries = 0; tries < 100 && !there(); ++tries)
+        Sleep(20);
+    return there();
+}
+
+TEST_F(RealFiles, WhatALinkPointsToIsNeverMovedNorRenamed)
+{
+    Make({L"home\\f", L"home\\in\\g", L"file"});
+    if (!MakeLink(base, L"folderlink", L"home", true) || !MakeLink(base, L"filelink", L"file", false))
+        GTEST_SKIP() << "no links can be made here";
+    Load();
+    const auto targets = ContentsOf(base + L"\\home");
+    for (const wchar_t* link : {L"folderlink", L"filelink"}) {
+        const std::wstring told = Drop(link, L"b");
+        EXPECT_EQ(Has(link), told.starts_with(L"[50]")) << "the link itself, or nothing with a number";
+        EXPECT_EQ(Has(std::wstring(L"b\\") + link), !Has(link));
+        Load();
+        if (!Has(link)) At({L"b"}).Put(L"Expanded", true);
+        Click(On(link));
+        Key(VK_F2);
+        ASSERT_TRUE(Until([this] { return Edit() != nullptr; }));
+        Type(L"renamed");
+        Key(VK_RETURN);
+        ASSERT_TRUE(Until([this] { return Edit() == nullptr; }));
+        EXPECT_EQ(boxes.Take() == L"[50]", Has(link));
+        EXPECT_EQ(ContentsOf(base + L"\\home"), targets);
+        EXPECT_TRUE(Has(L"file"));
+        RemoveDirectoryW((base + L"\\b\\renamed").c_str());
+        Load();
+    }
 }
 
 TEST_F(RealFiles, PathsOutOfTheShellsReachLoseNothing)

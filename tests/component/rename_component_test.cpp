@@ -65,15 +65,18 @@ TEST_F(RenameInComponent, ASlowSecondClickOpensTheLabelUnlessTheHostHasToAsk)
 TEST_F(RenameInComponent, WhateverHappensMeanwhileNothingIsRenamedByMistake)
 {
     const auto before = ContentsOf(base);
+    const HWND form = GetAncestor(Tree(), GA_ROOT);
     const std::pair<const char*, std::function<void()>> cases[] = {
         {"opened", [&] { At({L"a"}).Put(L"Expanded", true); }},
         {"its folder closed", [&] { At({}).Put(L"Expanded", false); }},
         {"ticked", [&] { At({L"a"}).Put(L"Checked", true); }},
         {"read anew", [&] { control.Call(L"Enumerate"); }},
         {"another selected", [&] { control.Set(L"SelectedItem", At({L"b"})); }},
+        {"its form hidden", [&] { ShowWindow(form, SW_HIDE); }},
         {"closed", [&] { embedded.object->Close(OLECLOSE_NOSAVE); }},
     };
     for (const auto& [what, happen] : cases) {
+        ShowWindow(form, SW_SHOW);
         Load();
         TypeOver(L"typed");
         happen();
@@ -82,6 +85,16 @@ TEST_F(RenameInComponent, WhateverHappensMeanwhileNothingIsRenamedByMistake)
         EXPECT_EQ(boxes.Take(), L"") << what;
         EXPECT_EQ(ContentsOf(base), before) << what;
     }
+}
+
+TEST_F(RenameInComponent, AFormThatEndsTakesNoHalfTypedNameAndLeavesNoBox)
+{
+    const auto before = ContentsOf(base);
+    TypeOver(L"ty?ed");
+    DestroyWindow(GetAncestor(Tree(), GA_ROOT));
+    Wait(300);
+    EXPECT_EQ(boxes.Take(), L"");
+    EXPECT_EQ(ContentsOf(base), before);
 }
 
 }  // namespace

@@ -164,6 +164,44 @@ TEST_F(DragNativeTest, TheShellIsAskedOnceAndWhatItAnswersIsTold)
     }
 }
 
+TEST_F(DragNativeTest, SuccessThatDidNothingIsAFailureWithANumber)
+{
+    desktop.shell.Pretend();
+    hand.Drop(At(L"t/a"), At(L"t/b"));
+    EXPECT_EQ(Told()[1], "[Host] 5 (16)");
+    scene.Enumerate();
+    hand.Edit(At(L"t/a"));
+    hand->Type(L"new");
+    EXPECT_EQ(Told()[1], "[Host] 5 (16)");
+    desktop.disk.AddFolder(L"D:\\to");
+    desktop.disk.AddFile(L"C:\\Scratch\\t\\a\\large", 1000);
+    DiskOperations disk(state);
+    for (const auto& [room, told] : {std::pair(999, "[Host] 112 (16)"), {1000, "[Host] 5 (16)"}}) {
+        desktop.disk.SetFreeSpace(L'D', static_cast<std::uint64_t>(room));
+        disk.WindowsDiskOps(L"C:\\Scratch\\t\\a", L"D:\\to", 4);
+        EXPECT_EQ(Told()[1], told);
+        EXPECT_FALSE(disk.Done());
+    }
+}
+
+TEST_F(DragNativeTest, ALinkIsMovedAndRenamedItselfOrNotAtAll)
+{
+    desktop.disk.Find(L"C:\\Scratch\\t\\a")->attributes |= kAttributeReparse;
+    hand.Drop(At(L"t/a"), At(L"t/b"));
+    EXPECT_EQ(Told()[0], "link C:\\Scratch\\t\\a -> C:\\Scratch\\t\\b\\a");
+    hand.Edit(At(L"t/b/a"));
+    hand->Type(L"new");
+    EXPECT_THAT(Told(), ElementsAre("link C:\\Scratch\\t\\b\\a -> C:\\Scratch\\t\\b\\new"));
+    desktop.disk.AddFolder(L"C:\\Scratch\\t\\new");
+    hand.Drop(At(L"t/b/new"), At(L"t"));
+    EXPECT_EQ(Told()[0], "[Host] 183 (16)");
+    scene.Enumerate();
+    desktop.shell.RefuseLinks(50);
+    hand.Edit(At(L"t/b/new"));
+    hand->Type(L"last");
+    EXPECT_EQ(Told().back(), "[Host] 50 (16)");
+}
+
 TEST_F(DragNativeTest, ARenameThatTheShellRefusesKeepsTheLabelButACancelDoesNot)
 {
     desktop.shell.AnswerOperation({183, false});
@@ -291,7 +329,7 @@ TEST_F(DragNativeTest, ASecondPressBeginsNothingAndTheFirstReleaseEndsTheDrag)
     EXPECT_EQ(state.m_nodDrag.IfAlive(), &At(L"t/a"));
     hand->Release();
     EXPECT_EQ(hand->LeftOver(), "");
-    EXPECT_EQ(Told().size(), 2u) << "dropped where the highlight was";
+    EXPECT_EQ(Told().size(), 0u) << "not on the row that is highlighted";
     hand->MoveTo({second.x + 30, second.y});
     EXPECT_EQ(hand->LeftOver(), "");
 }

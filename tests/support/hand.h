@@ -14,7 +14,11 @@ public:
     virtual void Press(Point where, short button) = 0;
     virtual void MoveTo(Point where) = 0;
     virtual void Release() = 0;
+    /// The same while the program is busy: it hears of the release at the next Wait.
+    virtual void ReleaseUnheard() = 0;
     virtual void PressKey(short key) = 0;
+    /// Escape, while another window of the program has the focus.
+    virtual void PressEscapeElsewhere() = 0;
     /// Lets time pass, in milliseconds; timers tick.
     virtual void Wait(int milliseconds) = 0;
     /// Fills the open label and ends its editing by Enter.

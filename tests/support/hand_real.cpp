@@ -37,6 +37,11 @@ public:
     {
         Button(std::exchange(m_button, short{1}) == 1 ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP);
     }
+    void ReleaseUnheard() override
+    {
+        Send(std::exchange(m_button, short{1}) == 1 ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP);
+        Sleep(50);
+    }
     void PressKey(short key) override
     {
         for (const DWORD flag : {0u, static_cast<unsigned>(KEYEVENTF_KEYUP)}) {
@@ -48,6 +53,15 @@ public:
             SendInput(1, &input, sizeof input);
             Wait(15);
         }
+    }
+    void PressEscapeElsewhere() override
+    {
+        const HWND other = CreateWindowW(WC_EDITW, L"", WS_CHILD | WS_VISIBLE, 0, 0, 9, 9, GetParent(m_tree), nullptr,
+                                         GetModuleHandleW(nullptr), nullptr);
+        SetFocus(other);
+        PressKey(VK_ESCAPE);
+        SetFocus(m_tree);
+        DestroyWindow(other);
     }
     void Wait(int milliseconds) override
     {
@@ -87,12 +101,16 @@ public:
 
 private:
     HWND Edit() const { return reinterpret_cast<HWND>(SendMessageW(m_tree, TVM_GETEDITCONTROL, 0, 0)); }
-    void Button(DWORD flag)
+    static void Send(DWORD flag)
     {
         INPUT input{};
         input.type = INPUT_MOUSE;
         input.mi.dwFlags = flag;
         SendInput(1, &input, sizeof input);
+    }
+    void Button(DWORD flag)
+    {
+        Send(flag);
         Wait(20);
     }
 

@@ -18,12 +18,19 @@ public:
     void Press(Point where, short button) override { m_user.Press(where, button); }
     void MoveTo(Point where) override { m_user.MoveTo(where); }
     void Release() override { m_user.Release(); }
+    void ReleaseUnheard() override { m_unheard = m_desktop.system.Now(); }
     void PressKey(short key) override
     {
         if (m_tree.Editing() != 0 && key == kEscapeKey) m_user.AbandonLabel();
         m_user.PressKey(key);
     }
-    void Wait(int milliseconds) override { m_desktop.timers.Advance(milliseconds); }
+    void PressEscapeElsewhere() override { m_desktop.drag.PressEscape(); }
+    void Wait(int milliseconds) override
+    {
+        m_desktop.timers.Advance(milliseconds);
+        if (const auto time = std::exchange(m_unheard, std::nullopt))
+            m_desktop.system.WithInputOf(*time, [this] { m_user.Release(); });
+    }
     void Type(const std::wstring& text) override { m_user.TypeLabel(text); }
     std::wstring Label() override { return m_tree.Editing() != 0 ? m_tree.EditText() : L"(closed)"; }
     std::string LeftOver() override
@@ -44,6 +51,7 @@ private:
     WindowHandle m_window;
     TreeUser m_user;
     int m_pictures;
+    std::optional<std::uint32_t> m_unheard;
 };
 
 }  // namespace
