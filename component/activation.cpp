@@ -60,6 +60,7 @@ HRESULT Activation::ShowIn(IOleInPlaceSite& site)
     const HRESULT described = site.GetWindowContext(frame.Put(), document.Put(), &place, &clip, &info);
     if (FAILED(described)) return described;
     if (!IsWindow(parent) || !InPlace()) return E_UNEXPECTED;
+    m_wasInPlace = true;
     m_frame = std::move(frame);
     m_document = std::move(document);
     m_core.Attach(parent, place);
@@ -219,6 +220,17 @@ void Activation::FocusMayHaveMoved()
 ComPtr<IOleControlSite> Activation::ControlSite() const
 {
     return ComPtr<IOleClientSite>(m_core.Site()).As<IOleControlSite>();
+}
+
+std::shared_ptr<const void> Activation::PauseFrame() noexcept
+try {
+    std::shared_ptr<const ModalPause> pause = m_pause.lock();
+    if (!m_frame || (pause && pause->Frame().Get() == m_frame.Get())) return pause;
+    pause = std::make_shared<const ModalPause>(m_frame);
+    m_pause = pause;
+    return pause;
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
 void Activation::FollowDeadInterface()

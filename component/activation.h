@@ -18,6 +18,11 @@ public:
 
     bool InPlace() const { return static_cast<bool>(m_site); }
     bool HasInterface() const { return m_hasInterface; }
+    /// Whether it has ever been in place.
+    bool WasInPlace() const { return m_wasInPlace; }
+    /// Keeps the container's frame still while the result lives, and whatever else is opened meanwhile; null while the
+    /// control has no frame.
+    std::shared_ptr<const void> PauseFrame() noexcept;
 
     /// Shows the control in the container's window, also when it is there but hidden.
     HRESULT EnterInPlace();
@@ -57,6 +62,8 @@ private:
     ComPtr<IOleInPlaceFrame> m_frame;
     ComPtr<IOleInPlaceUIWindow> m_document;
     RECT m_place{};
+    std::weak_ptr<const ModalPause> m_pause;
+    bool m_wasInPlace = false;
     bool m_hasInterface = false;
     bool m_dead = false;  // the container has said that its user interface is
     bool m_focused = false;

@@ -22,9 +22,13 @@ DISPID PropertyOf(const wchar_t* name)
 }  // namespace
 
 ControlCore::ControlCore(IUnknown& identity)
-    : m_identity(identity), m_points(identity), m_objects(*this), m_window(*this), m_fontWatch([this] {
-          FontChanged();
-      })
+    : m_identity(identity),
+      m_points(identity),
+      m_boxes([this] { return PauseFrame(); }),
+      m_platform(&m_boxes),
+      m_objects(*this),
+      m_window(*this),
+      m_fontWatch([this] { FontChanged(); })
 {
     Container& container = *this;
     SylvexEvents& events = *this;

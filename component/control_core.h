@@ -8,6 +8,7 @@
 #include "component/control_part.h"
 #include "component/control_window.h"
 #include "component/font_watch.h"
+#include "component/modal_pause.h"
 #include "component/surface.h"
 #include "component/tree_objects.h"
 #include "control/sylvex.h"
@@ -26,6 +27,8 @@ public:
     virtual void WindowGone() {}
     /// What a container draws of the control may look different now.
     virtual void ViewChanged() {}
+    /// Something modal opens: keeps the container's frame still while the result lives. Null: nobody to tell.
+    virtual std::shared_ptr<const void> PauseFrame() noexcept { return nullptr; }
 };
 
 /// What all parts of the control's COM object share: the control with its platform and its window, its surface, its
@@ -76,6 +79,8 @@ public:
     /// Whether the control has to be saved.
     bool Dirty() const { return m_dirty; }
     void SetDirty(bool dirty) { m_dirty = dirty; }
+    /// Tells the container's frame that something modal is open while the result lives; null without a frame.
+    std::shared_ptr<const void> PauseFrame() noexcept { return m_observer ? m_observer->PauseFrame() : nullptr; }
     /// Counts: no event is raised while it has been frozen more often than thawed.
     void FreezeEvents(bool freeze);
 
@@ -160,6 +165,7 @@ private:
     HWND m_dyingWindow = nullptr;  // the control's, from its end on
     int m_frozen = 0;
     Surface m_face;
+    PausingBoxes m_boxes;
     Win32Platform m_platform;
     TreeObjects m_objects;
     ControlWindow m_window;

@@ -42,7 +42,8 @@ void ControlCore::Fire(DISPID event, std::span<VARIANT> reversed)
     if (!IsHeard()) return;
     // A timer's event has no other guard.
     const std::shared_ptr<void> alive = KeepAlive();
-    m_points.Fire(event, reversed);
+    // The code of a form that is being designed does not run.
+    if (Guarded([&] { return UserMode(); })) m_points.Fire(event, reversed);
 }
 
 void ControlCore::FireNode(DISPID event, Node& node)

@@ -2,6 +2,8 @@
 
 #include <olectl.h>
 
+#include "component/ambient.h"
+
 namespace sylvex {
 
 namespace {
@@ -39,6 +41,17 @@ ComPtr<IFontDisp> FontLike(HFONT font)
     ComPtr<IFontDisp> made;
     OleCreateFontIndirect(&wanted, IID_IFontDisp, made.PutAny());
     return made;
+}
+
+ComPtr<IFontDisp> Limited(const ComPtr<IFontDisp>& font)
+{
+    const ComPtr<IFont> described = font.As<IFont>();
+    CY size{};
+    if (!described || FAILED(described->get_Size(&size)) || std::abs(size.int64) <= kLargestSavedSize) return font;
+    const ComPtr<IFont> copy = CopyOf(described);
+    size.int64 = kLargestSavedSize;
+    if (!copy || FAILED(copy->put_Size(size))) return {};
+    return copy.As<IFontDisp>();
 }
 
 }  // namespace sylvex

@@ -5,6 +5,7 @@
 
 #include "component/ambient.h"
 #include "component/ole_extent.h"
+#include "platform/win32/readable.h"
 
 namespace sylvex {
 
@@ -18,8 +19,9 @@ bool MayMoveFocus(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_PARENTNOTIFY) return LOWORD(wParam) == WM_DESTROY;
     if (message != WM_NOTIFY) return false;
-    const UINT code = reinterpret_cast<const NMHDR*>(lParam)->code;
-    return code == static_cast<UINT>(NM_SETFOCUS) || code == static_cast<UINT>(NM_KILLFOCUS);
+    const auto notice = ReadFrom(reinterpret_cast<const NMHDR*>(lParam));
+    return notice &&
+           (notice->code == static_cast<UINT>(NM_SETFOCUS) || notice->code == static_cast<UINT>(NM_KILLFOCUS));
 }
 
 }  // namespace
@@ -67,8 +69,20 @@ void Embedding::AmbientChanged(DISPID property)
     m_view.Changed();
 }
 
+void Embedding::SetSite(IOleClientSite* site)
+{
+    const ComPtr<IOleClientSite> next(site);
+    if (next.As<IUnknown>().Get() != ComPtr<IOleClientSite>(m_core.Site()).As<IUnknown>().Get()) {
+        m_activation.LeaveInPlace();
+    }
+    m_core.SetSite(site);
+    // A control may have been loaded before it knew its container.
+    if (site) FollowAmbientFont();
+}
+
 void Embedding::FollowAmbientFont()
 {
+    if (m_activation.WasInPlace()) return;
     if (!m_inheritedFont || !LookAlike(m_inheritedFont, m_core.Font().As<IFont>())) return;
     m_core.SetFont(CopyOfAmbientFont(m_core).Get());
     SetFontInherited(true);

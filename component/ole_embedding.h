@@ -27,16 +27,20 @@ public:
     IOleAdviseHolder* Advises();
     /// Whether the font was taken over from the container, and follows it.
     void SetFontInherited(bool inherited);
+    /// The container is another one from now on, or none (null): the control leaves the place in the old one first.
+    void SetSite(IOleClientSite* site);
     /// An ambient property has changed; DISPID_UNKNOWN: several may have.
     void AmbientChanged(DISPID property);
-    /// Takes over the container's font, unless the control has one of its own.
-    void FollowAmbientFont();
 
 private:
+    /// Takes over the container's font, unless the control has one of its own or has been in place: from then on it
+    /// stays what the person has seen.
+    void FollowAmbientFont();
     // CoreObserver
     bool WindowMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
     void WindowGone() override;
     void ViewChanged() override;
+    std::shared_ptr<const void> PauseFrame() noexcept override { return m_activation.PauseFrame(); }
 
     ControlCore& m_core;
     Activation m_activation;

@@ -1,5 +1,7 @@
 #include "component/ole_inplace.h"
 
+#include "platform/win32/readable.h"
+
 namespace sylvex {
 
 void* InPlacePart::Find(const IID& id)
@@ -39,8 +41,10 @@ HRESULT InPlacePart::SetObjectRects(LPCRECT place, LPCRECT clip)
 
 HRESULT InPlacePart::TranslateAccelerator(LPMSG message)
 {
-    return Border(Identity(), IID_IOleInPlaceActiveObject,
-                  [&] { return Embedded().Place().TranslateKey(Checked(message)); });
+    return Border(Identity(), IID_IOleInPlaceActiveObject, [&] {
+        // Some 64-bit containers pass the lower half of the pointer.
+        return ReadFrom(message) ? Embedded().Place().TranslateKey(*message) : E_POINTER;
+    });
 }
 
 }  // namespace sylvex

@@ -11,12 +11,7 @@ namespace sylvex {
 
 HRESULT OleObjectPart::SetClientSite(IOleClientSite* site)
 {
-    return Border(Identity(), IID_IOleObject, [&] {
-        if (!site) Embedded().Place().LeaveInPlace();
-        Core().SetSite(site);
-        // A control may have been loaded before it knew its container.
-        if (site) Embedded().FollowAmbientFont();
-    });
+    return Border(Identity(), IID_IOleObject, [&] { Embedded().SetSite(site); });
 }
 
 HRESULT OleObjectPart::GetClientSite(IOleClientSite** site)
@@ -163,8 +158,7 @@ HRESULT OleControlPart::QuickActivate(QACONTAINER* container, QACONTROL* control
         answer.dwMiscStatus = kMiscStatus;
         answer.dwViewStatus = VIEWSTATUS_OPAQUE;
         const ComPtr<IUnknown> alive(Identity());
-        Core().SetSite(offer.pClientSite);
-        if (offer.pClientSite) Embedded().FollowAmbientFont();
+        Embedded().SetSite(offer.pClientSite);
         if (offer.pAdviseSink) Embedded().View().Set(DVASPECT_CONTENT, 0, offer.pAdviseSink);
         if (offer.pUnkEventSink) answer.dwEventCookie = Connect(__uuidof(::__Sylvex), offer.pUnkEventSink);
         if (offer.pPropertyNotifySink) {

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "component/enumerator.h"
+#include "component/property_pages.h"
 
 namespace sylvex {
 
@@ -32,8 +33,9 @@ LPOLESTR CopyForCaller(std::wstring_view text)
 ComPtr<IEnumOLEVERB> Verbs()
 {
     using Enumerator = ListEnumerator<IEnumOLEVERB, OLEVERB, Verb>;
-    return Make<Enumerator>(std::vector<Verb>{{OLEIVERB_PRIMARY, L"&Edit"}, {kVerbProperties, L"&Properties..."}})
-        .As<IEnumOLEVERB>();
+    std::vector<Verb> verbs{{OLEIVERB_PRIMARY, L"&Edit"}};
+    if (!PropertyPages().empty()) verbs.push_back({kVerbProperties, L"&Properties..."});
+    return Make<Enumerator>(std::move(verbs)).As<IEnumOLEVERB>();
 }
 
 }  // namespace sylvex

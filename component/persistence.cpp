@@ -1,5 +1,6 @@
 #include "component/persistence.h"
 
+#include "component/property_values.h"
 #include "diagnostics/trap.h"
 
 #include "SylvexControl_h.h"
@@ -15,17 +16,27 @@ void Check(HRESULT result)
     if (FAILED(result)) throw ComError{result};
 }
 
-// Empty when the bag has no such entry.
+bool IsObject(const Variant& value)
+{
+    return value.Type() == VT_UNKNOWN || value.Type() == VT_DISPATCH;
+}
+
+// A bag makes the object that its entry names, whatever that is, unless it is given one to fill.
+Variant ReadObjectEntry(IPropertyBag& bag, const SavedProperty& property, IErrorLog* errors)
+{
+    Variant value = ObjectValue(NewSystemObject(property.kind).Get());
+    if (FAILED(bag.Read(property.name, &value.Get(), errors))) return {};
+    const bool refused =
+        IsObject(value) && V_UNKNOWN(&value.Get()) && !IsSystemObject(property.kind, V_UNKNOWN(&value.Get()));
+    return refused ? Variant() : value;
+}
+
+// Empty when the bag has no such entry. Who takes any type gets what there is: bags convert less than the control.
 Variant ReadEntry(IPropertyBag& bag, const SavedProperty& property, IErrorLog* errors)
 {
+    if (property.kind != SavedKind::Plain) return ReadObjectEntry(bag, property, errors);
     Variant value;
-    // An object's place must hold nothing: bags look whether there is one to fill.
-    V_VT(&value.Get()) = property.type;
-    if (SUCCEEDED(bag.Read(property.name, &value.Get(), errors))) return value;
-    // A bag that cannot convert gives what it has to whoever takes anything.
-    Variant anything;
-    if (SUCCEEDED(bag.Read(property.name, &anything.Get(), nullptr))) return anything;
-    return {};
+    return SUCCEEDED(bag.Read(property.name, &value.Get(), errors)) && !IsObject(value) ? value : Variant();
 }
 
 bool IsNothing(const VARIANT& value)

@@ -1,6 +1,7 @@
 #include "component/property_pages.h"
 
 #include <olectl.h>
+#include <algorithm>
 #include <array>
 
 #include <initguid.h>
@@ -21,32 +22,38 @@ const std::array<PageKind, 3> kKinds{{{CLSID_StockFontPage, CLSID_CFontPropPage}
                                       {CLSID_StockColorPage, CLSID_CColorPropPage},
                                       {CLSID_StockPicturePage, CLSID_CPicturePropPage}}};
 
-bool IsRegistered(const CLSID& id)
+// The registry may name a page whose file has gone.
+bool Exists(const CLSID& page)
 {
-    wchar_t text[39] = {};
-    StringFromGUID2(id, text, ARRAYSIZE(text));
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, (std::wstring(L"CLSID\\") + text).c_str(), 0, KEY_READ, &key)) return false;
-    RegCloseKey(key);
-    return true;
-}
-
-CLSID PageOf(const PageKind& kind)
-{
-    return IsRegistered(kind.older) && !IsRegistered(kind.stock) ? kind.older : kind.stock;
+    ComPtr<IClassFactory> factory;
+    return SUCCEEDED(CoGetClassObject(page, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, factory.PutAny()));
 }
 
 }  // namespace
+
+std::vector<CLSID> PropertyPages()
+{
+    std::vector<CLSID> pages;
+    for (const PageKind& kind : kKinds) {
+        if (Exists(kind.stock)) {
+            pages.push_back(kind.stock);
+        } else if (Exists(kind.older)) {
+            pages.push_back(kind.older);
+        }
+    }
+    return pages;
+}
 
 HRESULT PropertyPagesPart::GetPages(CAUUID* pages)
 {
     return Border(IID_ISpecifyPropertyPages, [&] {
         Checked(pages) = {};
-        void* const memory = CoTaskMemAlloc(kKinds.size() * sizeof(GUID));
+        const std::vector<CLSID> found = PropertyPages();
+        if (found.empty()) return S_OK;
+        void* const memory = CoTaskMemAlloc(found.size() * sizeof(GUID));
         if (!memory) return E_OUTOFMEMORY;
-        *pages = {static_cast<ULONG>(kKinds.size()), static_cast<GUID*>(memory)};
-        for (std::size_t i = 0; i < kKinds.size(); ++i)
-            pages->pElems[i] = PageOf(kKinds[i]);
+        *pages = {static_cast<ULONG>(found.size()), static_cast<GUID*>(memory)};
+        std::copy(found.begin(), found.end(), pages->pElems);
         return S_OK;
     });
 }
@@ -55,11 +62,13 @@ HRESULT ShowPropertyPages(ControlCore& core, IUnknown* object, HWND parent)
 {
     const ComPtr<IOleControlSite> site = ComPtr<IOleClientSite>(core.Site()).As<IOleControlSite>();
     if (site && site->ShowPropertyFrame() == S_OK) return S_OK;
-    std::array<CLSID, kKinds.size()> pages{};
-    for (std::size_t i = 0; i < pages.size(); ++i)
-        pages[i] = PageOf(kKinds[i]);
-    return OleCreatePropertyFrame(parent, 0, 0, L"Sylvex", 1, &object, static_cast<ULONG>(pages.size()), pages.data(),
-                                  LOCALE_USER_DEFAULT, 0, nullptr);
+    std::vector<CLSID> pages = PropertyPages();
+    if (pages.empty()) return OLEOBJ_E_INVALIDVERB;
+    const std::shared_ptr<const void> pause = core.PauseFrame();
+    return Guarded([&] {
+        return OleCreatePropertyFrame(parent, 0, 0, L"Sylvex", 1, &object, static_cast<ULONG>(pages.size()),
+                                      pages.data(), LOCALE_USER_DEFAULT, 0, nullptr);
+    });
 }
 
 }  // namespace sylvex

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "component/property_values.h"
+#include "component/stream.h"
 
 namespace sylvex {
 
@@ -23,56 +24,9 @@ struct Header {
 };
 static_assert(sizeof(Header) == 20);
 
-void Check(HRESULT result)
-{
-    if (FAILED(result)) throw ComError{result};
-}
-
-void Write(IStream& stream, const void* data, std::size_t bytes)
-{
-    ULONG written = 0;
-    Check(stream.Write(data, static_cast<ULONG>(bytes), &written));
-    if (written != bytes) throw ComError{STG_E_MEDIUMFULL};
-}
-
-template <class Value>
-void Write(IStream& stream, const Value& value)
-{
-    Write(stream, &value, sizeof value);
-}
-
-void Read(IStream& stream, void* data, std::size_t bytes)
-{
-    ULONG read = 0;
-    Check(stream.Read(data, static_cast<ULONG>(bytes), &read));
-    if (read != bytes) throw ComError{STG_E_READFAULT};
-}
-
-template <class Value>
-Value Read(IStream& stream)
-{
-    Value value{};
-    Read(stream, &value, sizeof value);
-    return value;
-}
-
-ComPtr<IStream> MemoryStream()
-{
-    ComPtr<IStream> stream;
-    Check(CreateStreamOnHGlobal(nullptr, TRUE, stream.Put()));
-    return stream;
-}
-
-void Rewind(IStream& stream)
-{
-    Check(stream.Seek({}, STREAM_SEEK_SET, nullptr));
-}
-
 std::vector<std::byte> ContentOf(IStream& stream)
 {
-    STATSTG state{};
-    Check(stream.Stat(&state, STATFLAG_NONAME));
-    std::vector<std::byte> content(static_cast<std::size_t>(state.cbSize.QuadPart));
+    std::vector<std::byte> content(static_cast<std::size_t>(SizeOf(stream)));
     Rewind(stream);
     Read(stream, content.data(), content.size());
     return content;
@@ -94,22 +48,6 @@ ComPtr<IStream> Excerpt(IStream& stream, std::size_t bytes)
     return excerpt;
 }
 
-void WriteObject(IStream& stream, IUnknown* object)
-{
-    const ComPtr<IPersistStream> persistent = ComPtr<IUnknown>(object).As<IPersistStream>();
-    Write(stream, static_cast<std::uint8_t>(persistent ? 1 : 0));
-    if (persistent) Check(OleSaveToStream(persistent.Get(), &stream));
-}
-
-Variant ReadObject(IStream& stream)
-{
-    ComPtr<IUnknown> object;
-    if (Read<std::uint8_t>(stream) != 0) {
-        Check(OleLoadFromStream(&stream, IID_IUnknown, object.PutAny()));
-    }
-    return ObjectValue(object.Get());
-}
-
 void WriteText(IStream& stream, std::wstring_view text)
 {
     Write(stream, static_cast<std::uint32_t>(text.size()));
@@ -119,33 +57,31 @@ void WriteText(IStream& stream, std::wstring_view text)
 Variant ReadText(IStream& stream)
 {
     const std::size_t length = Read<std::uint32_t>(stream);
-    STATSTG state{};
-    Check(stream.Stat(&state, STATFLAG_NONAME));
-    if (length * sizeof(wchar_t) > state.cbSize.QuadPart) throw ComError{STG_E_DOCFILECORRUPT};
+    if (length > Remaining(stream) / sizeof(wchar_t)) throw ComError{STG_E_DOCFILECORRUPT};
     std::wstring text(length, L'\0');
     Read(stream, text.data(), length * sizeof(wchar_t));
     return Variant(std::wstring_view(text));
 }
 
-void WriteValue(IStream& stream, VARTYPE type, const VARIANT& value)
+void WriteValue(IStream& stream, const SavedProperty& property, const VARIANT& value)
 {
-    switch (type) {
+    switch (property.type) {
         case VT_BSTR:
             return WriteText(stream, ViewOf(V_BSTR(&value)));
         case VT_UNKNOWN:
-            return WriteObject(stream, V_UNKNOWN(&value));
+            return WriteObject(stream, property.kind, V_UNKNOWN(&value));
         default:
             return Write(stream, static_cast<std::int32_t>(NumberIn(value)));
     }
 }
 
-Variant ReadValue(IStream& stream, VARTYPE type)
+Variant ReadValue(IStream& stream, const SavedProperty& property)
 {
-    switch (type) {
+    switch (property.type) {
         case VT_BSTR:
             return ReadText(stream);
         case VT_UNKNOWN:
-            return ReadObject(stream);
+            return ReadObject(stream, property.kind);
         default:
             return Variant(static_cast<long>(Read<std::int32_t>(stream)));
     }
@@ -157,7 +93,7 @@ void WriteControl(IStream& stream, const SavedControl& control)
 {
     const ComPtr<IStream> values = MemoryStream();
     for (std::size_t i = 0; i < control.values.size(); ++i) {
-        WriteValue(*values, SavedProperties()[i].type, control.values[i].Get());
+        WriteValue(*values, SavedProperties()[i], control.values[i].Get());
     }
     const std::vector<std::byte> content = ContentOf(*values);
     Header header;
@@ -177,7 +113,7 @@ SavedControl ReadControl(IStream& stream)
     SavedControl control;
     control.extent = {header.width, header.height};
     for (std::size_t i = 0; i < control.values.size(); ++i) {
-        control.values[i] = ReadValue(*values, SavedProperties()[i].type);
+        control.values[i] = ReadValue(*values, SavedProperties()[i]);
     }
     return control;
 }

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "component/ambient.h"
+#include "component/fonts.h"
 #include "component/object_ref.h"
 #include "component/property_values.h"
 
@@ -102,7 +103,7 @@ Variant GetFont(ControlCore& core)
 
 void SetFont(ControlCore& core, const VARIANT& value)
 {
-    const ComPtr<IFontDisp> font = ObjectIn<IFontDisp>(value);
+    const ComPtr<IFontDisp> font = Limited(ObjectIn<IFontDisp>(value));
     core.SetFont(font ? font.Get() : CopyOfAmbientFont(core).Get());
 }
 
@@ -155,20 +156,20 @@ constexpr std::array<SavedProperty, kSavedPropertyCount> kProperties{{
     {L"BorderStyle", VT_I2, Short<0>, SETTING(BorderStyle, Number)},
     {L"Checkboxes", VT_BOOL, Flag<false>, SETTING(Checkboxes, Flag)},
     {L"Enabled", VT_BOOL, Flag<true>, SETTING(Enabled, Flag)},
-    {L"Font", VT_UNKNOWN, AmbientFontValue, GetFont, SetFont},
+    {L"Font", VT_UNKNOWN, AmbientFontValue, GetFont, SetFont, SavedKind::Font},
     {L"FullRowSelect", VT_BOOL, Flag<false>, SETTING(FullRowSelect, Flag)},
     {L"HideSelection", VT_BOOL, Flag<true>, SETTING(HideSelection, Flag)},
     {L"HotTracking", VT_BOOL, Flag<false>, SETTING(HotTracking, Flag)},
     {L"LabelEdit", VT_I2, Short<1>, SETTING(LabelEdit, Number)},
     {L"LineStyle", VT_I2, Short<1>, SETTING(LineStyle, Number)},
-    {L"MouseIcon", VT_UNKNOWN, NoObject, GetMouseIcon, SetMouseIcon},
+    {L"MouseIcon", VT_UNKNOWN, NoObject, GetMouseIcon, SetMouseIcon, SavedKind::Picture},
     {L"MousePointer", VT_I2, Short<0>, SETTING(MousePointer, Number)},
     {L"PathSeparator", VT_BSTR, Backslash, GetPathSeparator, SetPathSeparator},
     {L"FileFilter", VT_BSTR, NoText, VARIABLE(m_FileFilter), SetFileFilter},
-    {L"Picture", VT_UNKNOWN, NoObject, GetPicture, SetPicture},
-    {L"DragDropEnable", VT_I2, Short<0>, VARIABLE(m_DragDropEnable), SetBoolean<&Instance::m_DragDropEnable>},
+    {L"Picture", VT_UNKNOWN, NoObject, GetPicture, SetPicture, SavedKind::Picture},
+    {L"DragDropEnable", VT_BOOL, Short<0>, VARIABLE(m_DragDropEnable), SetBoolean<&Instance::m_DragDropEnable>},
     {L"BackColor", VT_I4, ButtonFace, GetBackColor, SetBackColor},
-    {L"RecursiveCheck", VT_I2, Short<1>, VARIABLE(m_RecursiveCheck), SetBoolean<&Instance::m_RecursiveCheck>},
+    {L"RecursiveCheck", VT_BOOL, Short<1>, VARIABLE(m_RecursiveCheck), SetBoolean<&Instance::m_RecursiveCheck>},
 }};
 
 #undef SETTING

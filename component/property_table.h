@@ -4,6 +4,7 @@
 
 #include "component/com.h"
 #include "component/control_core.h"
+#include "component/saved_objects.h"
 #include "diagnostics/dump.h"
 
 namespace sylvex {
@@ -19,6 +20,7 @@ struct SavedProperty {
     Variant (*get)(ControlCore& core);
     /// Writes without notices. Throws, and changes nothing, for a value that cannot be converted or is out of range.
     void (*set)(ControlCore& core, const VARIANT& value);
+    SavedKind kind = SavedKind::Plain;
 };
 
 constexpr std::size_t kSavedPropertyCount = 19;

@@ -12,10 +12,10 @@ Variant ShortValue(long number);
 /// VT_UNKNOWN; adds a reference. Null: an object that is nothing.
 Variant ObjectValue(IUnknown* object);
 
-/// The value of one of the control's variables; a boolean gives the numbers 0 and 1.
+/// The value of one of the control's variables.
 inline Variant ValueOf(bool value)
 {
-    return ShortValue(value ? 1 : 0);
+    return Variant(value);
 }
 inline Variant ValueOf(long value)
 {
@@ -38,7 +38,8 @@ ComPtr<Interface> ObjectIn(const VARIANT& value)
     return Incoming<Interface>(value);
 }
 
-/// Whether two values of one property mean the same; fonts are compared by what they look like.
+/// Whether two values of one property mean the same; fonts are compared by what they look like, all but texts and
+/// objects by number (true is -1).
 bool SameValue(const VARIANT& left, const VARIANT& right);
 
 }  // namespace sylvex

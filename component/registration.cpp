@@ -22,6 +22,8 @@ constexpr wchar_t kVersionedProgId[] = L"SylvexControl.Sylvex.1";
 constexpr wchar_t kTitle[] = L"Sylvex Folder and File Selector";
 constexpr WORD kMajorVersion = 1;
 constexpr WORD kMinorVersion = 0;
+// The file of this word size, of the neutral language, below the library's key.
+constexpr const wchar_t* kOwnLibrary = sizeof(void*) == 8 ? L"\\0\\win64" : L"\\0\\win32";
 constexpr GUID kControlCategory = {0x40FC6ED4, 0x2438, 0x11CF, {0xA3, 0xDB, 0x08, 0x00, 0x36, 0xF1, 0x25, 0x02}};
 
 /// A text below the classes key; `name` is empty for the key's default value.
@@ -147,10 +149,18 @@ void RemoveIfEmpty(Scope scope, const std::wstring& key)
     if (keys == 0 && values == 0) CheckRegistry(RegDeleteKeyW(RootOf(scope), ClassesPath(key).c_str()));
 }
 
-bool Exists(Scope scope, const std::wstring& key)
+bool Exists(Scope scope, const std::wstring& key, REGSAM view = 0)
 {
     Key found;
-    return RegOpenKeyExW(RootOf(scope), ClassesPath(key).c_str(), 0, KEY_READ, found.Put()) == ERROR_SUCCESS;
+    return RegOpenKeyExW(RootOf(scope), ClassesPath(key).c_str(), 0, KEY_READ | view, found.Put()) == ERROR_SUCCESS;
+}
+
+// Programs of the other word size have classes of their own, but the same program identifiers and type libraries. Where
+// there is only one word size this is asked for the own class.
+bool OtherWordSizeExists(Scope scope)
+{
+    constexpr REGSAM otherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    return Exists(scope, ClassKey(), otherView);
 }
 
 ComPtr<ITypeLib> LoadLibraryOf(const std::wstring& path)
@@ -195,11 +205,15 @@ HRESULT RegisterComponent(Scope scope) noexcept
 HRESULT UnregisterComponent(Scope scope) noexcept
 {
     return Border(IID_NULL, [&] {
-        UnregisterTypeLibrary(scope);
-        for (const std::wstring& key : {ClassKey(), std::wstring(kProgId), std::wstring(kVersionedProgId)}) {
-            RemoveTree(scope, key);
-        }
+        RemoveTree(scope, ClassKey());
         RemoveIfEmpty(scope, L"CLSID");
+        if (OtherWordSizeExists(scope)) {
+            RemoveTree(scope, LibraryKey() + kOwnLibrary);
+            return;
+        }
+        UnregisterTypeLibrary(scope);
+        for (const wchar_t* const key : {kProgId, kVersionedProgId})
+            RemoveTree(scope, key);
     });
 }
 

@@ -222,6 +222,7 @@ std::wstring Sylvex::ReturnFileName(const std::wstring& Arq)
 void Sylvex::SetReqListView(const std::shared_ptr<ListView>& New_ReqListView)
 {
     Trapped(m_instance, L"ReqListView", VARIABLES(New_ReqListView), kNone, [&](int& line) {
+        if (!m_container.MayChange(L"ReqListView")) return;
         line = 1;
         m_list.Binding().Bind(New_ReqListView);
         line = 2;

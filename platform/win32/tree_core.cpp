@@ -1,6 +1,7 @@
 #include "platform/win32/tree_core.h"
 
 #include "platform/runtime_error.h"
+#include "platform/win32/readable.h"
 
 namespace sylvex {
 
@@ -105,6 +106,8 @@ std::optional<LRESULT> TreeCore::Intercept(UINT message, WPARAM wParam, LPARAM l
 {
     if (message == WM_PAINT || message == WM_PRINTCLIENT) marks.BeforePaint();
     if (message == WM_SIZE || message == TVM_SETITEMHEIGHT) marks.Stale();
+    // Anybody may send it with any number, and the native tree believes it.
+    if (message == WM_NOTIFY && !ReadFrom(reinterpret_cast<const NMHDR*>(lParam))) return 0;
     if (message == WM_SETCURSOR) return face.OnSetCursor(lParam);
     if (message == WM_THEMECHANGED) return face.OnThemeChanged(wParam, lParam);
     if (message == WM_SETREDRAW) {
@@ -140,9 +143,10 @@ void TreeCore::OnDestroyed(HWND window)
 std::optional<LRESULT> TreeCore::OnParentMessage(UINT message, LPARAM lParam)
 {
     if (message == WM_NOTIFY && m_window) {
-        auto& header = *reinterpret_cast<NMHDR*>(lParam);
+        auto* const header = reinterpret_cast<NMHDR*>(lParam);
         const Frame frame(shared_from_this());
-        if (header.hwndFrom == m_window) return OnNotify(header);
+        const auto read = ReadFrom(header);
+        if (read && read->hwndFrom == m_window) return OnNotify(*header);
     }
     if (message == WM_DESTROY) {
         edit.Forget();

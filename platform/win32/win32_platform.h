@@ -18,6 +18,17 @@ namespace sylvex {
 /// Owns the services of the real platform; must outlive every control that was given them.
 class Win32Platform {
 public:
+    Win32Platform() : Win32Platform(nullptr) {}
+    /// `boxes` takes the place of the platform's own message boxes and outlives this object; null: none does.
+    explicit Win32Platform(MessageBoxes* boxes)
+        : m_platform{m_files,    m_shell,    m_regional, m_system,
+                     m_windows,  m_images,   m_timers,   boxes ? *boxes : m_boxes,
+                     m_reporter, m_boxTools, m_network,  m_drag}
+    {
+    }
+    Win32Platform(const Win32Platform&) = delete;
+    Win32Platform& operator=(const Win32Platform&) = delete;
+
     Platform& Get() { return m_platform; }
 
 private:
@@ -33,8 +44,7 @@ private:
     Win32BoxTools m_boxTools;
     Win32Network m_network;
     Win32Drag m_drag;
-    Platform m_platform{m_files,  m_shell, m_regional, m_system,   m_windows, m_images,
-                        m_timers, m_boxes, m_reporter, m_boxTools, m_network, m_drag};
+    Platform m_platform;
 };
 
 }  // namespace sylvex

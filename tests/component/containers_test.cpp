@@ -8,7 +8,9 @@
 #include <set>
 
 #include "component/ole_extent.h"
+#include "tests/component/box_closer.h"
 #include "tests/component/key_sink.h"
+#include "tests/component/planted_class.h"
 #include "tests/component/test_bag.h"
 #include "tests/component/test_container.h"
 
@@ -206,26 +208,86 @@ TEST(Activation, VerbsShowHideAndOpenTheProperties)
     EXPECT_EQ(container.TakeLog(), "ShowPropertyFrame\n");
     EXPECT_EQ(embedded.Do(OLEIVERB_OPEN), E_NOTIMPL);
     EXPECT_EQ(embedded.Do(77), OLEOBJ_S_INVALIDVERB);
+}
 
+std::set<LONG> VerbsOf(const Embedded& embedded)
+{
     ComPtr<IEnumOLEVERB> verbs;
-    ASSERT_HRESULT_SUCCEEDED(embedded.object->EnumVerbs(verbs.Put()));
+    EXPECT_HRESULT_SUCCEEDED(embedded.object->EnumVerbs(verbs.Put()));
     OLEVERB verb{};
     std::set<LONG> numbers;
-    while (verbs->Next(1, &verb, nullptr) == S_OK) {
+    while (verbs && verbs->Next(1, &verb, nullptr) == S_OK) {
         numbers.insert(verb.lVerb);
         CoTaskMemFree(verb.lpszVerbName);
     }
-    EXPECT_EQ(numbers, (std::set<LONG>{0, 1}));
+    return numbers;
 }
 
-TEST(Activation, NamesTheSystemsPagesForFontsColoursAndPictures)
+ULONG PagesOf(const Embedded& embedded)
+{
+    CAUUID pages{};
+    EXPECT_HRESULT_SUCCEEDED(embedded.As<ISpecifyPropertyPages>()->GetPages(&pages));
+    CoTaskMemFree(pages.pElems);
+    return pages.cElems;
+}
+
+TEST(Activation, OffersTheSystemsPropertyPagesThatThereAre)
+{
+    TestContainer container;
+    container.frameAnswer = E_NOTIMPL;
+    Embedded embedded(container);
+    ASSERT_HRESULT_SUCCEEDED(embedded.SetSite());
+    const std::vector<const CLSID*> pages{&CLSID_CFontPropPage, &CLSID_CColorPropPage, &CLSID_CPicturePropPage};
+    ComPtr<IClassFactory> real;
+    if (SUCCEEDED(CoGetClassObject(*pages[0], CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, real.PutAny()))) {
+        GTEST_SKIP() << "this system has the pages";
+    }
+    EXPECT_EQ(PagesOf(embedded), 0u);
+    EXPECT_EQ(VerbsOf(embedded), std::set<LONG>{0});
+    EXPECT_EQ(embedded.Do(1), OLEOBJ_E_INVALIDVERB) << "an empty sheet never closes";
+    EXPECT_HRESULT_FAILED(embedded.Do(OLEIVERB_PROPERTIES));
+
+    PlantedClass planted;
+    std::vector<DWORD> cookies(pages.size());
+    for (std::size_t i = 0; i < pages.size(); ++i)
+        CoRegisterClassObject(*pages[i], &planted, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookies[i]);
+    EXPECT_EQ(PagesOf(embedded), 3u);
+    EXPECT_EQ(VerbsOf(embedded), (std::set<LONG>{0, 1}));
+    for (const DWORD cookie : cookies)
+        CoRevokeClassObject(cookie);
+}
+
+// ---- What the container is told, and what it changes
+
+TEST(Activation, LeavesTheOldPlaceBeforeAnotherSiteIsItsOwn)
+{
+    TestContainer container;
+    TestContainer next;
+    Embedded embedded(container);
+    embedded.Start();
+    container.TakeLog();
+    EXPECT_HRESULT_SUCCEEDED(embedded.object->SetClientSite(&container));
+    EXPECT_EQ(container.TakeLog(), "") << "the same one again";
+
+    EXPECT_HRESULT_SUCCEEDED(embedded.object->SetClientSite(&next));
+    EXPECT_EQ(container.TakeLog(), "OnUIDeactivate\nOnFocus out\nOnInPlaceDeactivate\n");
+    EXPECT_EQ(container.References(), 0);
+    EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_UIACTIVATE));
+    EXPECT_TRUE(IsChild(next.Form(), embedded.Tree()));
+    EXPECT_EQ(next.TakeLog(), "OnInPlaceActivate\nOnUIActivate\nOnFocus in\n");
+}
+
+TEST(Activation, TellsTheFrameOfEachMessageBox)
 {
     TestContainer container;
     Embedded embedded(container);
-    CAUUID pages{};
-    ASSERT_HRESULT_SUCCEEDED(embedded.As<ISpecifyPropertyPages>()->GetPages(&pages));
-    EXPECT_EQ(pages.cElems, 3u);
-    CoTaskMemFree(pages.pElems);
+    embedded.Start();
+    const BoxCloser closer;
+    container.TakeLog();
+    EXPECT_HRESULT_FAILED(embedded.control->SetNode()) << "there is no list";
+    std::string log = container.TakeLog();
+    if (const auto focus = log.find("OnFocus out\n"); focus != std::string::npos) log.erase(focus, 12);
+    EXPECT_EQ(log, "DisableModeless\nEnableModeless\n") << "an error's report";
 }
 
 TEST(Activation, TwoControlsOnOneFormHandTheInterfaceOver)
@@ -283,15 +345,15 @@ TEST(Activation, FollowsTheAmbientProperties)
     container.font = NewFont(L"Arial", 12);
     Embedded embedded(container);
     ASSERT_HRESULT_SUCCEEDED(LoadsABag(container, embedded));
-    ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_UIACTIVATE));
     const ComPtr<IOleControl> control = embedded.As<IOleControl>();
 
     container.font = NewFont(L"Arial", 20, true);
     EXPECT_HRESULT_SUCCEEDED(control->OnAmbientPropertyChange(DISPID_AMBIENT_FONT));
     EXPECT_EQ(FontOf(embedded), TextOf(NewFont(L"Arial", 20, true).Get()));
-    EXPECT_HRESULT_SUCCEEDED(embedded.control->putref_Font(NewFont(L"Arial", 9).Get()));
-    EXPECT_HRESULT_SUCCEEDED(control->OnAmbientPropertyChange(DISPID_UNKNOWN));
-    EXPECT_EQ(FontOf(embedded), TextOf(NewFont(L"Arial", 9).Get())) << "a font of its own stays";
+    ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_UIACTIVATE));
+    container.font = NewFont(L"Arial", 14);
+    EXPECT_HRESULT_SUCCEEDED(control->OnAmbientPropertyChange(DISPID_AMBIENT_FONT));
+    EXPECT_EQ(FontOf(embedded), TextOf(NewFont(L"Arial", 20, true).Get())) << "it has been seen with this one";
 
     container.SetAmbient(DISPID_AMBIENT_UIDEAD, true);
     EXPECT_HRESULT_SUCCEEDED(control->OnAmbientPropertyChange(DISPID_AMBIENT_UIDEAD));

@@ -4,33 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/component/box_closer.h"
 #include "tests/component/key_sink.h"
 
 namespace sylvex::test {
 namespace {
-
-// Answers message boxes as soon as they come.
-class BoxCloser {
-public:
-    BoxCloser() : m_hook(SetWindowsHookExW(WH_CBT, OnHook, nullptr, GetCurrentThreadId())) {}
-    BoxCloser(const BoxCloser&) = delete;
-    BoxCloser& operator=(const BoxCloser&) = delete;
-    ~BoxCloser() { UnhookWindowsHookEx(m_hook); }
-
-private:
-    static LRESULT CALLBACK OnHook(int code, WPARAM wParam, LPARAM lParam)
-    {
-        const HWND window = reinterpret_cast<HWND>(wParam);
-        if (code == HCBT_ACTIVATE) {
-            // Systems give the only button either number.
-            for (const int button : {IDOK, IDCANCEL}) {
-                if (GetDlgItem(window, button)) PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
-            }
-        }
-        return CallNextHookEx(nullptr, code, wParam, lParam);
-    }
-    HHOOK m_hook;
-};
 
 class Keys : public testing::Test {
 protected:
@@ -121,7 +99,7 @@ TEST_F(Keys, WhileALabelIsEditedBelongToTheEdit)
     edit = open();
     SetFocus(container.Form());
     DrainMessages();
-    EXPECT_EQ(container.TakeLog(), "OnFocus out\n");
+    EXPECT_EQ(container.TakeLog(), "DisableModeless\nEnableModeless\nOnFocus out\n");
 }
 
 TEST_F(Keys, AreAnnouncedToTheContainersDefaultButtons)
@@ -145,6 +123,32 @@ TEST_F(Keys, RaiseNoEventsWhileTheyAreFrozen)
     control->FreezeEvents(FALSE);
     container.Key(WM_KEYDOWN, VK_UP);
     EXPECT_EQ(sink.keys, std::vector<short>{VK_UP});
+}
+
+TEST_F(Keys, RaiseNoEventsInAFormThatIsBeingDesigned)
+{
+    container.SetAmbient(DISPID_AMBIENT_USERMODE, false);
+    container.Key(WM_KEYDOWN, VK_DOWN);
+    EXPECT_TRUE(sink.keys.empty());
+    container.SetAmbient(DISPID_AMBIENT_USERMODE, true);
+    container.Key(WM_KEYDOWN, VK_UP);
+    EXPECT_EQ(sink.keys, std::vector<short>{VK_UP});
+}
+
+TEST_F(Keys, InAMessageThatCannotBeReadAreAnError)
+{
+    HWND window = nullptr;
+    embedded.As<IOleInPlaceObject>()->GetWindow(&window);
+    MSG whole{GetFocus(), WM_KEYDOWN, VK_DOWN, 1, 0, {}};
+    for (const LONG_PTR damaged : {LONG_PTR{16}, LONG_PTR{-64}, reinterpret_cast<LONG_PTR>(&whole) << 16}) {
+        const auto active = embedded.As<IOleInPlaceActiveObject>();
+        EXPECT_EQ(active->TranslateAccelerator(reinterpret_cast<MSG*>(damaged)), E_POINTER);
+        for (const HWND handed : {window, embedded.Tree()}) {
+            SendMessageW(handed, WM_GETDLGCODE, VK_RETURN, damaged);
+            SendMessageW(handed, WM_NOTIFY, 1, damaged);
+        }
+    }
+    EXPECT_EQ(Translate(WM_KEYDOWN, VK_DOWN), S_OK);
 }
 
 }  // namespace

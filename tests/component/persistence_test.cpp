@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <algorithm>
+#include <cstring>
 
+#include "tests/component/planted_class.h"
 #include "tests/component/test_bag.h"
 #include "tests/component/test_container.h"
 
@@ -111,7 +113,7 @@ TEST_F(Persistence, BagHoldsWhatDiffersFromTheDefaults)
     LoadBag();
     TestBag none;
     ASSERT_HRESULT_SUCCEEDED(loaded.As<IPersistPropertyBag>()->Save(&none, TRUE, FALSE));
-    EXPECT_TRUE(none.written.empty());
+    EXPECT_EQ(none.written, std::vector<std::string>{"RecursiveCheck"}) << "True is -1, the default is 1";
 
     Change(saved.control);
     ASSERT_HRESULT_SUCCEEDED(saved.As<IPersistPropertyBag>()->Save(&bag, TRUE, FALSE));
@@ -129,7 +131,7 @@ TEST_F(Persistence, BagThatWantsAllGetsEveryValueWithItsType)
     ASSERT_HRESULT_SUCCEEDED(saved.As<IPersistPropertyBag>()->Save(&bag, TRUE, TRUE));
     EXPECT_EQ(bag.written, kNames);
     const VARTYPE types[] = {VT_I2, VT_I2,      VT_I2, VT_BOOL, VT_BOOL, VT_UNKNOWN, VT_BOOL, VT_BOOL, VT_BOOL, VT_I2,
-                             VT_I2, VT_UNKNOWN, VT_I2, VT_BSTR, VT_BSTR, VT_UNKNOWN, VT_I2,   VT_I4,   VT_I2};
+                             VT_I2, VT_UNKNOWN, VT_I2, VT_BSTR, VT_BSTR, VT_UNKNOWN, VT_BOOL, VT_I4,   VT_BOOL};
     for (std::size_t i = 0; i < kNames.size(); ++i) {
         EXPECT_EQ(V_VT(&bag.Entries().at(kNames[i])), types[i]) << kNames[i];
     }
@@ -177,6 +179,105 @@ TEST_F(Persistence, JunkInABagGivesWayToTheDefaults)
     bag.Set("PathSeparator", null);
     EXPECT_EQ(LoadBag(), S_OK);
     EXPECT_EQ(Loaded(), Defaults());
+}
+
+constexpr CLSID kPlanted = {0x6A0F3C11, 0x52D7, 0x4E0B, {0x9B, 0x1D, 0x3F, 0x60, 0x7C, 0x5A, 0x21, 0xE4}};
+constexpr CLSID kFontClass = {0x0BE35203, 0x8F91, 0x11CE, {0x9D, 0xE3, 0x00, 0xAA, 0x00, 0x4B, 0xB8, 0x51}};
+constexpr CLSID kPictureClass = {0x0BE35204, 0x8F91, 0x11CE, {0x9D, 0xE3, 0x00, 0xAA, 0x00, 0x4B, 0xB8, 0x51}};
+
+// A saved state whose objects can be tampered with.
+class SavedObjects : public Persistence {
+protected:
+    SavedObjects()
+    {
+        saved.InitNew();
+        Change(saved.control);
+        const ComPtr<IStream> stream = NewStream();
+        saved.As<IPersistStreamInit>()->Save(stream.Get(), TRUE);
+        STATSTG state{};
+        stream->Stat(&state, STATFLAG_NONAME);
+        bytes.resize(state.cbSize.LowPart);
+        Rewind(stream);
+        stream->Read(bytes.data(), state.cbSize.LowPart, nullptr);
+    }
+    // Where the next object of the class stands in the state.
+    std::size_t Find(const CLSID& id, std::size_t from = 0) const
+    {
+        const auto* const first = reinterpret_cast<const char*>(&id);
+        const auto found =
+            std::search(bytes.begin() + static_cast<std::ptrdiff_t>(from), bytes.end(), first, first + sizeof id);
+        EXPECT_NE(found, bytes.end());
+        return static_cast<std::size_t>(found - bytes.begin());
+    }
+    template <class Value>
+    void Put(std::size_t at, const Value& value)
+    {
+        std::memcpy(bytes.data() + at, &value, sizeof value);
+    }
+    HRESULT LoadBytes()
+    {
+        const ComPtr<IStream> stream = NewStream();
+        stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
+        return LoadStream(stream);
+    }
+
+    std::vector<char> bytes;
+};
+
+TEST_F(SavedObjects, AreOnlyEverTheSystemsOwnFontsAndPictures)
+{
+    PlantedClass planted;
+    DWORD cookie = 0;
+    CoRegisterClassObject(kPlanted, &planted, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie);
+    Put(Find(kFontClass), kPlanted);
+    Put(Find(kPictureClass), kPlanted);
+    Put(Find(kPictureClass), kPlanted);
+    EXPECT_EQ(LoadBytes(), S_OK);
+    std::string expected = Changed();
+    const auto replace = [&](const std::string& text, const std::string& by) {
+        expected.replace(expected.find(text), text.size(), by);
+    };
+    replace(TextOf(NewFont(L"Courier New", 15, true).Get()), TextOf(container.font.Get()));
+    replace("MouseIcon=picture 3", "MouseIcon=none");
+    replace("Picture=picture 3", "Picture=none");
+    EXPECT_EQ(Loaded(), expected) << "what stands behind them is loaded";
+
+    for (const char* const name : {"Font", "MouseIcon", "Picture"})
+        bag.SetClass(name, kPlanted);
+    EXPECT_EQ(LoadBag(), S_OK);
+    EXPECT_EQ(Loaded(), Defaults());
+    EXPECT_EQ(planted.created, 0);
+    CoRevokeClassObject(cookie);
+}
+
+TEST_F(SavedObjects, ThatLieAboutTheirSizeAreRefused)
+{
+    const std::vector<char> whole = bytes;
+    const std::size_t picture = Find(kPictureClass) + sizeof(CLSID) + 4;
+    for (const DWORD size : {0xFFFFFFFFu, 0x7FFFFFFFu, 0x10000000u}) {
+        bytes = whole;
+        Put(picture, size);
+        EXPECT_EQ(LoadBytes(), STG_E_DOCFILECORRUPT);
+        EXPECT_EQ(Loaded(), Defaults());
+    }
+    bytes = whole;
+    bytes.resize(Find(kFontClass) + sizeof(CLSID) + 11);
+    Put(bytes.size() - 1, '\xFF');
+    Put(16, static_cast<DWORD>(bytes.size() - 20));
+    EXPECT_EQ(LoadBytes(), STG_E_DOCFILECORRUPT);
+}
+
+TEST_F(SavedObjects, HoldNoFontBeyondTheLargestSize)
+{
+    Put(Find(kFontClass) + sizeof(CLSID) + 6, DWORD{268550000});
+    EXPECT_EQ(LoadBytes(), S_OK);
+    EXPECT_NE(Loaded().find(" 16380 bold\n"), std::string::npos) << Loaded();
+    VARIANT font{};
+    V_VT(&font) = VT_UNKNOWN;
+    V_UNKNOWN(&font) = NewFont(L"Courier New", 26855, true).Detach();
+    bag.Set("Font", font);
+    EXPECT_EQ(LoadBag(), S_OK);
+    EXPECT_NE(Loaded().find(" 16380 bold\n"), std::string::npos) << Loaded();
 }
 
 TEST_F(Persistence, RoundTripThroughAStreamStopsAtItsEnd)
@@ -347,7 +448,7 @@ TEST_F(Persistence, FontOfTheContainerIsCopied)
     container.font.As<IFont>()->get_Italic(&italic);
     EXPECT_FALSE(italic);
     ASSERT_HRESULT_SUCCEEDED(loaded.As<IPersistPropertyBag>()->Save(&bag, TRUE, FALSE));
-    EXPECT_EQ(bag.written, std::vector<std::string>{"Font"});
+    EXPECT_EQ(bag.written, (std::vector<std::string>{"Font", "RecursiveCheck"}));
 }
 
 TEST_F(Persistence, AContainerThatSitesLastGivesItsFontToo)
@@ -356,7 +457,7 @@ TEST_F(Persistence, AContainerThatSitesLastGivesItsFontToo)
     ASSERT_HRESULT_SUCCEEDED(late.As<IPersistPropertyBag>()->Load(&bag, nullptr));
     ASSERT_HRESULT_SUCCEEDED(late.SetSite());
     ASSERT_HRESULT_SUCCEEDED(late.As<IPersistPropertyBag>()->Save(&bag, TRUE, FALSE));
-    EXPECT_EQ(bag.written, std::vector<std::string>());
+    EXPECT_EQ(bag.written, std::vector<std::string>{"RecursiveCheck"}) << "no font of its own";
 }
 
 TEST_F(Persistence, WindowNumberIsSavedFromDesignTime)

@@ -263,6 +263,49 @@ TEST_F(Registration, ForOneUserStaysWithTheUserAndLeavesNothingBehind)
     ExpectNothingChanged();
 }
 
+// The class as a component of the other word size registers it.
+class OtherWordSize {
+public:
+    OtherWordSize()
+    {
+        RegCreateKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, nullptr, 0, KEY_WRITE | kView, nullptr, &m_key, nullptr);
+    }
+    OtherWordSize(const OtherWordSize&) = delete;
+    OtherWordSize& operator=(const OtherWordSize&) = delete;
+    ~OtherWordSize() { Remove(); }
+    void Remove()
+    {
+        RegCloseKey(std::exchange(m_key, nullptr));
+        RegDeleteKeyExW(HKEY_LOCAL_MACHINE, kKey, kView, 0);
+    }
+
+private:
+    static constexpr const wchar_t* kKey = L"Software\\Classes\\CLSID\\{7834C981-1BEB-4F8A-ACFA-8F0F4E2E3A7E}";
+    static constexpr REGSAM kView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    HKEY m_key = nullptr;
+};
+
+TEST_F(Registration, KeepsWhatTheOtherWordSizeShares)
+{
+    BOOL emulated = sizeof(void*) == 8;
+    if (!emulated) IsWow64Process(GetCurrentProcess(), &emulated);
+    if (!emulated) GTEST_SKIP() << "there is only one word size";
+    OtherWordSize other;
+    ASSERT_HRESULT_SUCCEEDED(m_file.Register());
+    const Lines registered = AddedToMachine();
+    ASSERT_HRESULT_SUCCEEDED(m_file.Unregister());
+    Lines gone = Without(registered, AddedToMachine());
+    for (const std::string& line : Below(gone, kClass))
+        gone.erase(line);
+    std::erase_if(gone, [](const std::string& line) { return line.find("\\1.0\\0\\win") != std::string::npos; });
+    EXPECT_EQ(gone, Lines());
+
+    other.Remove();
+    ASSERT_HRESULT_SUCCEEDED(m_file.Register());
+    ASSERT_HRESULT_SUCCEEDED(m_file.Unregister());
+    ExpectNothingChanged();
+}
+
 TEST_F(Registration, CanBeRepeated)
 {
     EXPECT_HRESULT_SUCCEEDED(m_file.Unregister());

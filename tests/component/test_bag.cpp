@@ -48,7 +48,9 @@ STDMETHODIMP TestBag::QueryInterface(REFIID id, void** found)
 
 STDMETHODIMP TestBag::Read(LPCOLESTR name, VARIANT* value, IErrorLog*)
 {
-    if (read.empty() || read.back() != Narrow(name)) read.push_back(Narrow(name));
+    read.push_back(Narrow(name));
+    const auto made = m_classes.find(Narrow(name));
+    if (made != m_classes.end()) return Make(made->second, *value);
     const auto entry = m_entries.find(Narrow(name));
     if (entry == m_entries.end()) return E_INVALIDARG;
     const VARTYPE wanted = V_VT(value);
@@ -58,8 +60,18 @@ STDMETHODIMP TestBag::Read(LPCOLESTR name, VARIANT* value, IErrorLog*)
         VariantClear(&given);
         return E_FAIL;
     }
+    VariantClear(value);
     *value = given;
     return S_OK;
+}
+
+// As platforms' bags do: an object that is there is filled, otherwise one of the entry's class is made.
+HRESULT TestBag::Make(const CLSID& id, VARIANT& value)
+{
+    if (V_VT(&value) == VT_UNKNOWN && V_UNKNOWN(&value)) return E_FAIL;
+    V_VT(&value) = VT_UNKNOWN;
+    return CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
+                            reinterpret_cast<void**>(&V_UNKNOWN(&value)));
 }
 
 STDMETHODIMP TestBag::Write(LPCOLESTR name, VARIANT* value)

@@ -26,6 +26,8 @@ public:
     void Set(const std::string& name, VARIANT value);
     void SetText(const std::string& name, const wchar_t* text);
     void SetNumber(const std::string& name, long number);
+    /// An entry that holds an object of this class.
+    void SetClass(const std::string& name, const CLSID& id) { m_classes[name] = id; }
     const std::map<std::string, VARIANT>& Entries() const { return m_entries; }
 
     STDMETHODIMP QueryInterface(REFIID id, void** found) override;
@@ -35,7 +37,10 @@ public:
     STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override;
 
 private:
+    HRESULT Make(const CLSID& id, VARIANT& value);
+
     std::map<std::string, VARIANT> m_entries;
+    std::map<std::string, CLSID> m_classes;
 };
 
 /// An empty stream, and a storage, in memory.

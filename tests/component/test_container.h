@@ -29,6 +29,8 @@ public:
     RECT place{10, 10, 210, 160};
     /// What its form does with a key that a control leaves to it.
     HRESULT keyAnswer = S_OK;
+    /// Whether it has property pages of its own way.
+    HRESULT frameAnswer = S_OK;
     /// Whether it lets a changed size through to the control.
     bool allowsResize = true;
     /// The control that was last made active with the user interface; what keys go to first.
@@ -80,7 +82,11 @@ public:
     STDMETHODIMP TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
     STDMETHODIMP TranslateAccelerator(LPMSG message, DWORD modifiers) override;
     STDMETHODIMP OnFocus(BOOL gained) override { return Note(gained ? "OnFocus in" : "OnFocus out"); }
-    STDMETHODIMP ShowPropertyFrame() override { return Note("ShowPropertyFrame"); }
+    STDMETHODIMP ShowPropertyFrame() override
+    {
+        Note("ShowPropertyFrame");
+        return frameAnswer;
+    }
 
     STDMETHODIMP GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
     STDMETHODIMP RequestBorderSpace(LPCBORDERWIDTHS) override { return INPLACE_E_NOTOOLSPACE; }
@@ -90,7 +96,7 @@ public:
     STDMETHODIMP SetMenu(HMENU, HOLEMENU, HWND) override { return E_NOTIMPL; }
     STDMETHODIMP RemoveMenus(HMENU) override { return E_NOTIMPL; }
     STDMETHODIMP SetStatusText(LPCOLESTR) override { return S_OK; }
-    STDMETHODIMP EnableModeless(BOOL) override { return S_OK; }
+    STDMETHODIMP EnableModeless(BOOL enable) override { return Note(enable ? "EnableModeless" : "DisableModeless"); }
     STDMETHODIMP TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
 
     STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }

@@ -252,6 +252,24 @@ let BuildFileListFilter 68030000 (string)
 )");
 }
 
+// The properties that tell of their changes; each asks first whoever listens.
+TEST(TypeLibrary, SaysWhichPropertiesAreBound)
+{
+    constexpr WORD bound = FUNCFLAG_FBINDABLE | FUNCFLAG_FREQUESTEDIT;
+    ITypeInfo* const control = TableOf("_Sylvex");
+    std::set<std::string> silent;
+    FUNCDESC* function = nullptr;
+    for (UINT index = 0; SUCCEEDED(control->GetFuncDesc(index, &function)); ++index) {
+        const std::string line = Describe(control, *function);
+        if (function->invkind != INVOKE_FUNC && (function->wFuncFlags & bound) != bound) {
+            EXPECT_FALSE(function->wFuncFlags & bound) << line;
+            silent.insert(line.substr(0, line.find(' ', 4)));
+        }
+        control->ReleaseFuncDesc(function);
+    }
+    EXPECT_EQ(silent, (std::set<std::string>{"get SelectedItem", "let SelectedItem", "get TreeView"}));
+}
+
 TEST(TypeLibrary, EventsHaveTheirNumbersAndParameters)
 {
     ITypeInfo* const events = Find("__Sylvex");
