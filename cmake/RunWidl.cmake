@@ -19,3 +19,10 @@ foreach(what "-t|${base}.tlb" "-h|${base}_h.h" "-u|${base}_i.c")
     message(FATAL_ERROR "widl did not make ${output} (exit status ${result})")
   endif()
 endforeach()
+
+# widl gives the default of a reference to an object the type "pointer", which no reader takes; it is the number 0. (Both
+# are packed into one word each, the type above the value; the default of a Boolean comes next.)
+execute_process(
+  COMMAND ${CMAKE_COMMAND} -E env LC_ALL=C
+    sed -i [[s/\x00\x00\x00\xE8\(\x00\x00\x00\xAC\)/\x00\x00\x00\x8C\1/]] ${base}.tlb
+  COMMAND_ERROR_IS_FATAL ANY)

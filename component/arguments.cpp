@@ -1,6 +1,7 @@
 #include "component/arguments.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace sylvex {
 
@@ -11,13 +12,10 @@ bool Has(const ELEMDESC& parameter, USHORT flag)
     return (parameter.paramdesc.wParamFlags & flag) != 0;
 }
 
-// Number of parameters that a late-bound caller sees: the result is not one of them.
-UINT VisibleParameters(const FUNCDESC& function)
+/// Whether a required argument has no value; also a script's variable that holds one that was left out.
+bool IsLeftOut(const VARIANT& argument)
 {
-    UINT count = static_cast<UINT>(function.cParams);
-    while (count > 0 && Has(function.lprgelemdescParam[count - 1], PARAMFLAG_FRETVAL))
-        --count;
-    return count;
+    return IsMissing(V_VT(&argument) == (VT_BYREF | VT_VARIANT) ? *V_VARIANTREF(&argument) : argument);
 }
 
 VARIANT MissingArgument()
@@ -28,49 +26,95 @@ VARIANT MissingArgument()
     return missing;
 }
 
-// The type behind a by-reference parameter; VT_EMPTY when the parameter goes by value. A single pointer to a described
-// type is an object, which goes by value.
-VARTYPE ReferencedType(const TYPEDESC& type)
-{
-    if (type.vt != VT_PTR) return VT_EMPTY;
-    const TYPEDESC& target = *type.lptdesc;
-    if (target.vt == VT_PTR) return VT_DISPATCH;
-    return target.vt == VT_USERDEFINED ? static_cast<VARTYPE>(VT_EMPTY) : target.vt;
-}
+/// What a member takes in one place.
+struct ParameterType {
+    VARTYPE type;
+    bool byReference;
+    /// Of an object.
+    IID interfaceId;
+};
 
-// The identifier of the interface in a parameter of the form "pointer to pointer to interface".
-IID InterfaceOf(ITypeInfo& info, const TYPEDESC& type)
+ParameterType TypeOf(ITypeInfo& info, const TYPEDESC& type);
+
+/// An enumeration is a number, a name of another type that type, anything else an object with an interface of its own.
+ParameterType DescribedType(ITypeInfo& info, HREFTYPE reference)
 {
-    const TYPEDESC& target = *type.lptdesc->lptdesc;
+    ParameterType found{VT_DISPATCH, false, IID_IDispatch};
     ComPtr<ITypeInfo> described;
     TYPEATTR* attributes = nullptr;
-    if (target.vt != VT_USERDEFINED || FAILED(info.GetRefTypeInfo(target.hreftype, described.Put())) ||
-        FAILED(described->GetTypeAttr(&attributes))) {
-        return IID_IDispatch;
+    if (FAILED(info.GetRefTypeInfo(reference, described.Put())) || FAILED(described->GetTypeAttr(&attributes)))
+        return found;
+    if (attributes->typekind == TKIND_ENUM) {
+        found.type = VT_I4;
+    } else if (attributes->typekind == TKIND_ALIAS) {
+        found = TypeOf(*described, attributes->tdescAlias);
+    } else {
+        found.interfaceId = attributes->guid;
     }
-    const IID id = attributes->guid;
     described->ReleaseTypeAttr(attributes);
-    return id;
+    return found;
 }
 
+/// A pointer to an interface is the object, which goes by value; any other pointer is a reference.
+ParameterType TypeOf(ITypeInfo& info, const TYPEDESC& type)
+{
+    if (type.vt == VT_USERDEFINED) return DescribedType(info, type.hreftype);
+    if (type.vt != VT_PTR) return {type.vt, false, IID_NULL};
+    ParameterType target = TypeOf(info, *type.lptdesc);
+    target.byReference = target.type != VT_DISPATCH || type.lptdesc->vt == VT_PTR;
+    return target;
+}
+
+/// A copy of an argument, what it refers to included.
+Variant Copied(const VARIANT& argument)
+{
+    try {
+        return Variant(argument);
+    } catch (const ComError& error) {
+        if (error.result == E_OUTOFMEMORY) throw;
+        throw ComError{DISP_E_BADVARTYPE};
+    }
+}
+
+/// Empty and Null are no object: not every script has a word of its own for Nothing.
 Variant ConvertedObject(const VARIANT& argument, const IID& id)
 {
-    const Variant value(argument);
+    const Variant value = Copied(argument);
     Variant object(static_cast<IDispatch*>(nullptr));
     if (value.Type() == VT_EMPTY || value.Type() == VT_NULL) return object;
     if (value.Type() != VT_DISPATCH && value.Type() != VT_UNKNOWN) throw ComError{DISP_E_TYPEMISMATCH};
     IUnknown* const given = V_UNKNOWN(&value.Get());
-    if (given && FAILED(given->QueryInterface(id, reinterpret_cast<void**>(&V_DISPATCH(&object.Get()))))) {
-        throw ComError{DISP_E_TYPEMISMATCH};
-    }
+    if (!given) return object;
+    void* found = nullptr;
+    if (FAILED(Guarded([&] { return given->QueryInterface(id, &found); }))) throw ComError{DISP_E_TYPEMISMATCH};
+    V_DISPATCH(&object.Get()) = static_cast<IDispatch*>(found);
     return object;
+}
+
+void ChangeType(Variant& value, VARTYPE type)
+{
+    // An object's value is asked of the object.
+    const HRESULT changed = Guarded([&] { return VariantChangeType(&value.Get(), &value.Get(), 0, type); });
+    if (changed == DISP_E_OVERFLOW || changed == E_OUTOFMEMORY) throw ComError{changed};
+    if (FAILED(changed)) throw ComError{DISP_E_TYPEMISMATCH};
+}
+
+/// Callers know no numbers without a sign: 32 bits may come as either.
+void ChangeToUnsigned(Variant& value)
+{
+    ChangeType(value, VT_I8);
+    const LONGLONG number = V_I8(&value.Get());
+    if (number < std::numeric_limits<LONG>::min() || number > std::numeric_limits<ULONG>::max())
+        throw ComError{DISP_E_OVERFLOW};
+    V_VT(&value.Get()) = VT_UI4;
+    V_UI4(&value.Get()) = static_cast<ULONG>(number);
 }
 
 Variant Converted(const VARIANT& argument, VARTYPE type)
 {
-    Variant value(argument);
+    Variant value = Copied(argument);
     if (type == VT_VARIANT || value.Type() == type) return value;
-    if (FAILED(VariantChangeType(&value.Get(), &value.Get(), 0, type))) throw ComError{DISP_E_TYPEMISMATCH};
+    type == VT_UI4 ? ChangeToUnsigned(value) : ChangeType(value, type);
     return value;
 }
 
@@ -89,67 +133,116 @@ bool Same(const Variant& left, const Variant& right)
 
 }  // namespace
 
-BoundArguments::BoundArguments(ITypeInfo& info, const FUNCDESC& function, DISPPARAMS& given, UINT* badArgument)
-    : m_given(given), m_parameters(given)
+UINT VisibleParameters(const FUNCDESC& function)
 {
-    std::vector<VARIANT*> places(VisibleParameters(function));
-    if (!Place(function, places)) return;
+    UINT count = static_cast<UINT>(function.cParams);
+    while (count > 0 && Has(function.lprgelemdescParam[count - 1], PARAMFLAG_FRETVAL))
+        --count;
+    return count;
+}
+
+bool MayGiveObject(const FUNCDESC& function)
+{
+    const UINT result = VisibleParameters(function);
+    if (result == static_cast<UINT>(function.cParams)) return false;
+    const TYPEDESC& type = function.lprgelemdescParam[result].tdesc;
+    return type.vt == VT_PTR && (type.lptdesc->vt == VT_PTR || type.lptdesc->vt == VT_VARIANT);
+}
+
+BoundArguments::BoundArguments(ITypeInfo& info, const FUNCDESC& function, DISPPARAMS& given, UINT* badArgument)
+    : m_given(given),
+      m_badArgument(badArgument),
+      m_isWrite(function.invkind != INVOKE_FUNC && function.invkind != INVOKE_PROPERTYGET)
+{
+    const std::vector<VARIANT*> places = Place(function);
     m_slots.reserve(places.size());
     m_arguments.reserve(places.size());
     for (std::size_t index = places.size(); index-- > 0;) {
         try {
             m_arguments.push_back(Bind(info, function.lprgelemdescParam[index], places[index]));
-        } catch (const ComError&) {
-            if (badArgument && places[index]) *badArgument = static_cast<UINT>(places[index] - given.rgvarg);
-            throw;
+        } catch (const ComError& error) {
+            Refuse(places[index], error.result);
         }
     }
-    m_parameters.rgvarg = m_arguments.data();
-    m_parameters.cArgs = static_cast<UINT>(m_arguments.size());
-    // Only the value of a property write still needs its name: the others are in their places.
-    const bool isWrite = given.cNamedArgs > 0 && given.rgdispidNamedArgs[0] == DISPID_PROPERTYPUT;
-    m_parameters.cNamedArgs = isWrite ? 1 : 0;
-    m_bound = true;
+    m_parameters = {m_arguments.data(), m_isWrite ? &m_valueName : nullptr, static_cast<UINT>(m_arguments.size()),
+                    m_isWrite ? 1u : 0u};
 }
 
-// Finds each parameter's argument, null for an optional one that was left out; false when the arguments do not fit.
-bool BoundArguments::Place(const FUNCDESC& function, std::vector<VARIANT*>& places) const
+/// Throws `result`, with the argument's place for the caller when there is such an argument.
+void BoundArguments::Refuse(const VARIANT* argument, HRESULT result) const
 {
-    if (m_given.cArgs > places.size()) return false;
+    if (m_badArgument && argument) *m_badArgument = static_cast<UINT>(argument - m_given.rgvarg);
+    throw ComError{result};
+}
+
+/// Finds each parameter's argument, null for an optional one that was left out.
+std::vector<VARIANT*> BoundArguments::Place(const FUNCDESC& function)
+{
+    std::vector<VARIANT*> places(VisibleParameters(function));
+    if (m_given.cArgs > places.size()) throw ComError{DISP_E_BADPARAMCOUNT};
+    if (m_given.cNamedArgs > m_given.cArgs || (m_given.cArgs > 0 && !m_given.rgvarg) ||
+        (m_given.cNamedArgs > 0 && !m_given.rgdispidNamedArgs)) {
+        throw ComError{E_INVALIDARG};
+    }
     for (UINT index = 0; index < m_given.cArgs; ++index) {
-        std::size_t place = m_given.cArgs - 1 - index;
-        if (index < m_given.cNamedArgs) {
-            const DISPID name = m_given.rgdispidNamedArgs[index];
-            place = name == DISPID_PROPERTYPUT ? places.size() - 1 : static_cast<std::size_t>(name);
-        }
-        if (place >= places.size() || places[place]) return false;
-        places[place] = &m_given.rgvarg[index];
+        VARIANT& argument = m_given.rgvarg[index];
+        if ((V_VT(&argument) & VT_BYREF) && !V_BYREF(&argument)) Refuse(&argument, E_INVALIDARG);
+        const std::size_t place = PlaceOf(index, places.size());
+        if (place >= places.size()) Refuse(&argument, DISP_E_PARAMNOTFOUND);
+        if (places[place]) Refuse(&argument, DISP_E_BADPARAMCOUNT);
+        places[place] = &argument;
     }
-    for (std::size_t index = 0; index < places.size(); ++index) {
-        const bool optional = Has(function.lprgelemdescParam[index], PARAMFLAG_FOPT);
-        if (places[index] && optional && IsMissing(*places[index])) places[index] = nullptr;
-        if (!places[index] && !optional) return false;
+    // A write gives its value by name.
+    if (m_isWrite && (m_given.cNamedArgs == 0 || !places.back())) throw ComError{DISP_E_PARAMNOTFOUND};
+    for (std::size_t index = 0; index < places.size() - (m_isWrite ? 1 : 0); ++index) {
+        const bool isOptional = Has(function.lprgelemdescParam[index], PARAMFLAG_FOPT);
+        if (places[index] && !IsLeftOut(*places[index])) continue;
+        if (!isOptional) Refuse(places[index], DISP_E_PARAMNOTOPTIONAL);
+        places[index] = nullptr;
     }
-    return true;
+    return places;
+}
+
+/// The parameter that an argument is meant for, `count` or more when there is none. Arguments come last to first, the
+/// named ones ahead of the others.
+std::size_t BoundArguments::PlaceOf(UINT index, std::size_t count) const
+{
+    if (index >= m_given.cNamedArgs) return m_given.cArgs - 1 - index;
+    const DISPID name = m_given.rgdispidNamedArgs[index];
+    if (m_isWrite && name == DISPID_PROPERTYPUT) return count - 1;
+    // The value of a write goes by that name only.
+    const std::size_t named = count - (m_isWrite ? 1 : 0);
+    return name >= 0 && static_cast<std::size_t>(name) < named ? static_cast<std::size_t>(name) : count;
 }
 
 VARIANT BoundArguments::Bind(ITypeInfo& info, const ELEMDESC& parameter, VARIANT* argument)
 {
-    const VARTYPE type = ReferencedType(parameter.tdesc);
-    if (type == VT_EMPTY) return argument ? *argument : MissingArgument();
-    if (!argument) return Refer(type, EmptyValue(type), nullptr);
-    if (type == VT_DISPATCH)
-        return Refer(type, ConvertedObject(*argument, InterfaceOf(info, parameter.tdesc)), argument);
-    if (V_VT(argument) == (type | VT_BYREF)) return *argument;
-    return Refer(type, Converted(*argument, type), argument);
+    const auto [type, byReference, interfaceId] = TypeOf(info, parameter.tdesc);
+    if (!argument) {
+        if (byReference) return Refer(type, EmptyValue(type), nullptr);
+        return type == VT_VARIANT ? MissingArgument() : Store(EmptyValue(type), nullptr);
+    }
+    if (type == VT_DISPATCH) {
+        Variant object = ConvertedObject(*argument, interfaceId);
+        return byReference ? Refer(type, std::move(object), argument) : Store(std::move(object), nullptr);
+    }
+    if (byReference && V_VT(argument) != (type | VT_BYREF)) return Refer(type, Converted(*argument, type), argument);
+    const bool fits = byReference || type == VT_VARIANT || V_VT(argument) == type;
+    return fits ? *argument : Store(Converted(*argument, type), nullptr);
 }
 
-// An argument that refers to storage of its own holding `value`.
-VARIANT BoundArguments::Refer(VARTYPE type, Variant value, VARIANT* origin)
+/// Keeps a value for the call; `origin` is the caller's variable that receives what the member changes, or null.
+VARIANT& BoundArguments::Store(Variant value, VARIANT* origin)
 {
     Variant before(value);
     m_slots.push_back({std::move(value), std::move(before), origin});
-    VARIANT& stored = m_slots.back().value.Get();
+    return m_slots.back().value.Get();
+}
+
+/// An argument that refers to storage of its own holding `value`.
+VARIANT BoundArguments::Refer(VARTYPE type, Variant value, VARIANT* origin)
+{
+    VARIANT& stored = Store(std::move(value), origin);
     VARIANT reference{};
     V_VT(&reference) = static_cast<VARTYPE>(type | VT_BYREF);
     // Every value of a variant begins at the same place, so the address of one member is that of all.

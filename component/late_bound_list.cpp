@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 namespace sylvex {
 
@@ -48,15 +49,22 @@ VARIANT Single(double value)
     return number;
 }
 
-/// A window's handle in a number of any type; nothing when the value is no number.
+/// A window's handle in a number of any type; nothing when the value is no number, or none that 32 bits hold: more than
+/// those a window's handle does not have, and it widens with its sign.
 std::optional<WindowHandle> HandleIn(const VARIANT& value)
 {
     constexpr std::array kNumbers{VT_I1,   VT_UI1, VT_I2,  VT_UI2, VT_I4, VT_UI4, VT_INT,
                                   VT_UINT, VT_I8,  VT_UI8, VT_R4,  VT_R8, VT_CY,  VT_DECIMAL};
     if (std::find(kNumbers.begin(), kNumbers.end(), V_VT(&value)) == kNumbers.end()) return std::nullopt;
     Variant number(value);
-    if (FAILED(VariantChangeType(&number.Get(), &number.Get(), 0, VT_I8))) return std::nullopt;
-    return static_cast<WindowHandle>(V_I8(&number.Get()));
+    if (V_VT(&value) == VT_UI8) {
+        V_VT(&number.Get()) = VT_I8;
+    } else if (FAILED(VariantChangeType(&number.Get(), &number.Get(), 0, VT_I8))) {
+        return std::nullopt;
+    }
+    const LONGLONG wide = V_I8(&number.Get());
+    if (wide < std::numeric_limits<LONG>::min() || wide > std::numeric_limits<ULONG>::max()) return std::nullopt;
+    return static_cast<WindowHandle>(static_cast<INT_PTR>(static_cast<INT>(wide)));
 }
 
 }  // namespace

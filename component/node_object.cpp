@@ -53,7 +53,8 @@ NodeObject::~NodeObject()
 NodeObject& NodeObject::Known(INode& object)
 {
     void* identity = nullptr;
-    if (FAILED(object.QueryInterface(NodeIdentity::kId, &identity))) ThrowTypeMismatch();
+    const HRESULT asked = Guarded([&] { return object.QueryInterface(NodeIdentity::kId, &identity); });
+    if (FAILED(asked)) ThrowTypeMismatch();
     // The caller's own reference keeps the object.
     object.Release();
     return static_cast<NodeObject&>(*static_cast<NodeIdentity*>(identity));

@@ -1,3 +1,5 @@
+#include <exception>
+
 #include "component/late_bound_list.h"
 #include "component/object_ref.h"
 #include "component/reported_value.h"
@@ -68,6 +70,15 @@ HRESULT SylvexObject::LetSurface(DISPID property, Write&& write) noexcept
     });
 }
 
+GivenNode SylvexObject::NodeOf(INode* node)
+{
+    try {
+        return m_core.Objects().NodeOf(node);
+    } catch (...) {
+        return GivenNode(std::current_exception());
+    }
+}
+
 STDMETHODIMP SylvexObject::Enumerate()
 {
     return Member([](Sylvex& control) { control.Enumerate(); });
@@ -83,8 +94,9 @@ STDMETHODIMP SylvexObject::put_ImageList(VARIANT* New_ImageList)
     return Member([&](Sylvex& control) {
         // The tree shows the present one until it has the new one.
         const Variant before(m_core.Objects().ImageList());
-        control.LetImageList(Converted(control.State(), L"ImageList", "New_ImageList", Checked(New_ImageList),
-                                       [&](const VARIANT& list) { return m_core.Objects().TakeImageList(list); }));
+        control.LetImageList(
+            ReportedConversion(control.State(), L"ImageList", "New_ImageList", Checked(New_ImageList),
+                               [&](const VARIANT& list) { return m_core.Objects().TakeImageList(list); }));
     });
 }
 

@@ -104,9 +104,9 @@ private:
     /// Writes a property of the surface with the notices that belong to it.
     template <class Write>
     HRESULT LetSurface(DISPID property, Write&& write) noexcept;
-    /// The node behind an argument, null for nothing.
-    Node* NodeOf(INode* node) { return m_core.Objects().NodeOf(node); }
-    Node* NodeOf(INode** node) { return node ? NodeOf(*node) : nullptr; }
+    /// The node behind an argument.
+    GivenNode NodeOf(INode* node);
+    GivenNode NodeOf(INode** node) { return NodeOf(node ? *node : nullptr); }
 
     ControlCore m_core;
 };

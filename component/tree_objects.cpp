@@ -1,8 +1,11 @@
 #include "component/tree_objects.h"
 
+#include <limits>
+
 #include "component/node_object.h"
 #include "component/nodes_object.h"
 #include "component/tree_object.h"
+#include "platform/win32/handles.h"
 
 namespace sylvex {
 
@@ -28,6 +31,18 @@ Variant HandleProperty(const VARIANT& object)
     return handle;
 }
 
+/// Whether there is an image list at that address; what is not one may be anything, and fault.
+bool IsImageList(ImageListHandle handle)
+{
+    try {
+        int width = 0;
+        int height = 0;
+        return Guarded([&] { return ImageList_GetIconSize(HandleOf<HIMAGELIST>(handle), &width, &height); }) != FALSE;
+    } catch (...) {
+        return false;
+    }
+}
+
 ImageListHandle ImageListOf(const VARIANT& given)
 {
     Variant handle(given);
@@ -35,7 +50,13 @@ ImageListHandle ImageListOf(const VARIANT& given)
     if (handle.Type() == VT_BSTR || FAILED(VariantChangeType(&handle.Get(), &handle.Get(), 0, VT_I8))) {
         ThrowTypeMismatch();
     }
-    return static_cast<ImageListHandle>(V_I8(&handle.Get()));
+    // An address has no sign: callers that know 32 bits only, with a sign, may have made one of them.
+    const LONGLONG wide = V_I8(&handle.Get());
+    const auto address = wide < 0 ? static_cast<ULONG>(wide) : static_cast<ULONGLONG>(wide);
+    if (address > std::numeric_limits<ImageListHandle>::max()) ThrowTypeMismatch();
+    const auto list = static_cast<ImageListHandle>(address);
+    if (list != 0 && !IsImageList(list)) ThrowTypeMismatch();
+    return list;
 }
 
 }  // namespace

@@ -82,12 +82,12 @@ public:
         return SUCCEEDED(m_table.GetFuncIndexOfMemId(member, kind, &index)) &&
                SUCCEEDED(m_table.GetFuncDesc(index, &m_function));
     }
-    /// Whether the call can mean a method or a property write. Reads need no care: their arguments go by value.
+    /// The method, property write or property read that a call of this kind means.
     bool Find(DISPID member, WORD kind)
     {
-        if ((kind & DISPATCH_METHOD) && Find(member, INVOKE_FUNC)) return true;
-        return (kind & DISPATCH_PROPERTYPUT) &&
-               (Find(member, INVOKE_PROPERTYPUT) || Find(member, INVOKE_PROPERTYPUTREF));
+        for (const INVOKEKIND one : {INVOKE_FUNC, INVOKE_PROPERTYPUT, INVOKE_PROPERTYPUTREF, INVOKE_PROPERTYGET})
+            if ((kind & one) && Find(member, one)) return true;
+        return false;
     }
     const FUNCDESC& Get() const { return *m_function; }
 
@@ -96,18 +96,39 @@ private:
     FUNCDESC* m_function = nullptr;
 };
 
+/// Arguments behind a property that takes none are meant for the object that it gives, as in Nodes(1).
+HRESULT InvokeDefault(const Description& description, void* object, DISPID member, WORD kind, const Invocation& call)
+{
+    DISPPARAMS none{};
+    Variant value;
+    const HRESULT got = description.info->Invoke(object, member, DISPATCH_PROPERTYGET, &none, value.Put(),
+                                                 call.exception, call.badArgument);
+    if (FAILED(got)) return got;
+    IDispatch* const given = value.Type() == VT_DISPATCH ? V_DISPATCH(&value.Get()) : nullptr;
+    if (!given) return DISP_E_BADPARAMCOUNT;
+    return Guarded([&] {
+        return given->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, kind, call.arguments, call.result,
+                             call.exception, call.badArgument);
+    });
+}
+
 HRESULT Invoke(const Description& description, void* object, DISPID member, WORD kind, const Invocation& call)
 {
     Function function(*description.table);
-    if (!function.Find(member, kind)) {
-        return description.info->Invoke(object, member, kind, call.arguments, call.result, call.exception,
-                                        call.badArgument);
-    }
-    BoundArguments arguments(*description.table, function.Get(), *call.arguments, call.badArgument);
-    const HRESULT result =
-        description.info->Invoke(object, member, kind, arguments.Get(), call.result, call.exception, call.badArgument);
-    if (SUCCEEDED(result)) arguments.CopyBack();
-    return result;
+    if (!function.Find(member, kind)) return DISP_E_MEMBERNOTFOUND;
+    const FUNCDESC& called = function.Get();
+    const bool isRead = called.invkind == INVOKE_PROPERTYGET;
+    if (isRead && call.arguments->cArgs > 0 && VisibleParameters(called) == 0 && MayGiveObject(called))
+        return InvokeDefault(description, object, member, kind, call);
+    BoundArguments arguments(*description.table, called, *call.arguments, call.badArgument);
+    VARIANT* const result = isRead || called.invkind == INVOKE_FUNC ? call.result : nullptr;
+    const HRESULT done = description.info->Invoke(object, member, static_cast<WORD>(called.invkind), arguments.Get(),
+                                                  result, call.exception, call.badArgument);
+    if (FAILED(done)) return done;
+    arguments.CopyBack();
+    // Scripts know no numbers without a sign: a colour is 32 bits to them.
+    if (result && V_VT(result) == VT_UI4) V_VT(result) = VT_I4;
+    return done;
 }
 
 }  // namespace
@@ -127,6 +148,7 @@ HRESULT CopyTypeInfo(const GUID& id, ITypeInfo** info) noexcept
 HRESULT FindMembers(const IID& interfaceId, const IID& reserved, LPOLESTR* names, UINT count, DISPID* members) noexcept
 {
     if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+    if (!names || !members || count == 0) return E_INVALIDARG;
     return Border(interfaceId, [&] { return TypeInfoOf(interfaceId)->GetIDsOfNames(names, count, members); });
 }
 

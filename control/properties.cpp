@@ -137,11 +137,11 @@ Node* Sylvex::SelectedItem()
     return Get(L"SelectedItem", [&] { return m_instance.TV.SelectedItem(); });
 }
 
-void Sylvex::LetSelectedItem(Node* New_SelectedItem)
+void Sylvex::LetSelectedItem(const GivenNode& New_SelectedItem)
 {
     Trapped(m_instance, L"SelectedItem", VARIABLES(New_SelectedItem), kNone, [&](int& line) {
         line = 1;
-        m_instance.TV.SetSelectedItem(New_SelectedItem);
+        m_instance.TV.SetSelectedItem(New_SelectedItem.Get());
     });
 }
 

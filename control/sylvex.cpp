@@ -125,9 +125,26 @@ void Sylvex::Clear()
     m_tree.Clear();
 }
 
-std::wstring Sylvex::BuildFullPath(Node* nod)
+namespace {
+
+/// Reports a node that was refused as a failure of the procedure that it was given to.
+template <class Parameters, class Locals>
+Node* Resolved(const GivenNode& node, const Module& module, const wchar_t* procedure, const Parameters& parameters,
+               const Locals& locals)
 {
-    return m_tree.BuildFullPath(nod);
+    if (!node.IsRefused()) return node.Get();
+    return Trapped(module, procedure, parameters, locals, [&](int& line) {
+        line = 1;
+        return node.Get();
+    });
+}
+
+}  // namespace
+
+std::wstring Sylvex::BuildFullPath(const GivenNode& nod)
+{
+    const std::wstring sFullPath;
+    return m_tree.BuildFullPath(Resolved(nod, m_instance, L"BuildFullPath", VARIABLES(nod), VARIABLES(sFullPath)));
 }
 
 /// Hides the bound list, empties it and fills it anew from the first node, and shows it again.
@@ -166,13 +183,13 @@ void Sylvex::Refresh()
     });
 }
 
-bool Sylvex::CheckNodeSelective(Node* node)
+bool Sylvex::CheckNodeSelective(const GivenNode& node)
 {
-    const NodeRef ref(node);
-    return Trapped(m_instance, L"CheckNodeSelective", Variables("Node", ref), kNone, [&](int& line) {
+    return Trapped(m_instance, L"CheckNodeSelective", Variables("Node", node), kNone, [&](int& line) {
         line = 1;
-        if (node == nullptr) throw ObjectNotSet();
-        TV_NodeCheck(*node);
+        Node* const given = node.Get();
+        if (given == nullptr) throw ObjectNotSet();
+        TV_NodeCheck(*given);
         return false;
     });
 }
@@ -199,9 +216,11 @@ void Sylvex::FreezeCtl(bool bFreeze)
     });
 }
 
-void Sylvex::BuildFileList(Node* pNode, bool RecursiveCall)
+void Sylvex::BuildFileList(const GivenNode& pNode, bool RecursiveCall)
 {
-    m_list.BuildFileList(pNode, RecursiveCall);
+    const std::wstring sPath;
+    const auto parameters = VARIABLES(pNode, RecursiveCall);
+    m_list.BuildFileList(Resolved(pNode, m_instance, L"BuildFileList", parameters, VARIABLES(sPath)), RecursiveCall);
 }
 
 bool Sylvex::AssignSysIL()

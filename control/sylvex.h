@@ -6,6 +6,7 @@
 
 #include "checks/check_by_path.h"
 #include "checks/tree_select.h"
+#include "control/given_node.h"
 #include "dragdrop/drop.h"
 #include "dragdrop/rename.h"
 #include "filelist/file_list.h"
@@ -65,10 +66,10 @@ public:
 
     void Enumerate();
     void Clear();
-    std::wstring BuildFullPath(Node* nod);
+    std::wstring BuildFullPath(const GivenNode& nod);
     void Refresh();
     /// Always false.
-    bool CheckNodeSelective(Node* node);
+    bool CheckNodeSelective(const GivenNode& node);
     void FreezeCtl(bool bFreeze);
     std::wstring Path();
     /// Stores the path of an existing file or folder, selects its node when it is loaded, and rebuilds the bound list.
@@ -81,7 +82,7 @@ public:
     /// Gives that node the mark `bState` as a click does; `bBuildList`: the list is rebuilt.
     void SetNodeChecked(bool bState, bool bBuildList = false);
     /// `pNode` null: nothing happens.
-    void BuildFileList(Node* pNode, bool RecursiveCall);
+    void BuildFileList(const GivenNode& pNode, bool RecursiveCall);
     bool AssignSysIL();
     Currency CVC(const std::wstring& ValToConvert);
     std::wstring ReturnFileName(const std::wstring& Arq);
@@ -110,7 +111,7 @@ public:
     bool RecursiveCheck();
     void LetRecursiveCheck(bool New_RecursiveCheck);
     Node* SelectedItem();
-    void LetSelectedItem(Node* New_SelectedItem);
+    void LetSelectedItem(const GivenNode& New_SelectedItem);
     /// A foreign image list for the tree; 0 none.
     void LetImageList(ImageListHandle New_ImageList);
 

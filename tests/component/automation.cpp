@@ -75,6 +75,11 @@ Value::Value(int value) : Value()
     V_VT(&m_value) = VT_I4, V_I4(&m_value) = value;
 }
 
+Value::Value(LONGLONG value) : Value()
+{
+    V_VT(&m_value) = VT_I8, V_I8(&m_value) = value;
+}
+
 Value::Value(bool value) : Value()
 {
     V_VT(&m_value) = VT_BOOL, V_BOOL(&m_value) = value ? VARIANT_TRUE : VARIANT_FALSE;

@@ -24,6 +24,7 @@ class Value {
 public:
     Value() { VariantInit(&m_value); }
     Value(int value);
+    Value(LONGLONG value);
     Value(bool value);
     Value(double value);
     Value(const wchar_t* text);

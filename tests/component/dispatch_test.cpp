@@ -17,6 +17,9 @@ constexpr DISPID kCheckNodeSelective = 0x60030055;
 constexpr DISPID kConvert = 0x60030065;
 constexpr DISPID kFont = 0x68030012;
 constexpr DISPID kFreeze = 0x60030056;
+constexpr DISPID kSetNodeChecked = 0x6003005C;
+constexpr DISPID kColor = 0x68030006;
+constexpr DISPID kTree = 0x68030003;
 
 // "12345678" as one little-endian integer.
 constexpr LONGLONG kEightDigits = 0x3837363534333231;
@@ -155,15 +158,77 @@ TEST_F(LateBound, PropertiesCanBeWrittenInEitherWay)
     VariantClear(&font);
 }
 
-TEST_F(LateBound, WrongNumbersOfArgumentsAreRefused)
+TEST_F(LateBound, ArgumentsThatDoNotFitAreRefused)
 {
     VARIANT state{};
     V_VT(&state) = VT_BOOL;
-    EXPECT_TRUE(FAILED(Call(kFreeze, DISPATCH_METHOD, {})));
-    EXPECT_EQ(Call(kFreeze, DISPATCH_METHOD, {state, state}), DISP_E_BADPARAMCOUNT);
+    VARIANT missing{};
+    V_VT(&missing) = VT_ERROR;
+    V_ERROR(&missing) = DISP_E_PARAMNOTFOUND;
+    VARIANT huge{};
+    V_VT(&huge) = VT_R8;
+    V_R8(&huge) = 5e9;
+    const struct {
+        const char* what;
+        DISPID member;
+        WORD kind;
+        std::vector<VARIANT> reversed;
+        std::vector<DISPID> names;
+        HRESULT error;
+        UINT place = 99;
+    } calls[] = {
+        {"one too few", kFreeze, DISPATCH_METHOD, {}, {}, DISP_E_PARAMNOTOPTIONAL},
+        {"one left out", kFreeze, DISPATCH_METHOD, {missing}, {}, DISP_E_PARAMNOTOPTIONAL, 0},
+        {"a variable left out",
+         kFreeze,
+         DISPATCH_METHOD,
+         {Reference(VT_VARIANT, &missing)},
+         {},
+         DISP_E_PARAMNOTOPTIONAL,
+         0},
+        {"one too many", kFreeze, DISPATCH_METHOD, {state, state}, {}, DISP_E_BADPARAMCOUNT},
+        {"one twice", kSetNodeChecked, DISPATCH_METHOD, {state, state}, {0}, DISP_E_BADPARAMCOUNT, 1},
+        {"an unknown name", kFreeze, DISPATCH_METHOD, {state}, {7}, DISP_E_PARAMNOTFOUND, 0},
+        {"a name of a write", kFreeze, DISPATCH_METHOD, {state}, {DISPID_PROPERTYPUT}, DISP_E_PARAMNOTFOUND, 0},
+        {"no reference", kFreeze, DISPATCH_METHOD, {Reference(VT_BOOL, nullptr)}, {}, E_INVALIDARG, 0},
+        {"an index of a property without one", kColor, DISPATCH_PROPERTYGET, {state}, {}, DISP_E_BADPARAMCOUNT},
+        {"a write of two", kColor, DISPATCH_PROPERTYPUT, {state, state}, {DISPID_PROPERTYPUT}, DISP_E_BADPARAMCOUNT},
+        {"a write without a value", kColor, DISPATCH_PROPERTYPUT, {}, {}, DISP_E_PARAMNOTFOUND},
+        {"a write whose value has no name", kColor, DISPATCH_PROPERTYPUT, {state}, {}, DISP_E_PARAMNOTFOUND},
+        {"a number too large", kColor, DISPATCH_PROPERTYPUT, {huge}, {DISPID_PROPERTYPUT}, DISP_E_OVERFLOW, 0},
+        {"what cannot be written", kTree, DISPATCH_PROPERTYPUT, {state}, {DISPID_PROPERTYPUT}, DISP_E_MEMBERNOTFOUND},
+        {"what is not there", 77, DISPATCH_METHOD, {}, {}, DISP_E_MEMBERNOTFOUND},
+    };
+    for (const auto& [what, member, kind, reversed, names, error, place] : calls) {
+        std::vector<VARIANT> given(reversed);
+        std::vector<DISPID> named(names);
+        DISPPARAMS arguments = {given.data(), named.data(), static_cast<UINT>(given.size()),
+                                static_cast<UINT>(named.size())};
+        m_bad = 99;
+        EXPECT_EQ(m_control->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &arguments, nullptr, nullptr, &m_bad),
+                  error)
+            << what;
+        EXPECT_EQ(m_bad, place) << what;
+    }
     VARIANT result = state;
     EXPECT_HRESULT_SUCCEEDED(Call(kFreeze, DISPATCH_METHOD, {Reference(VT_VARIANT, &state)}, &result));
     EXPECT_EQ(V_VT(&result), VT_EMPTY);
+}
+
+TEST_F(LateBound, AnObjectOfAnyKindIsLetGoOf)
+{
+    VARIANT font{};
+    ASSERT_HRESULT_SUCCEEDED(Call(kFont, DISPATCH_PROPERTYGET, {}, &font));
+    const auto references = [&] {
+        V_DISPATCH(&font)->AddRef();
+        return V_DISPATCH(&font)->Release();
+    };
+    ASSERT_HRESULT_SUCCEEDED(Call(kFont, DISPATCH_PROPERTYPUTREF, {font}));
+    const ULONG before = references();
+    V_VT(&font) = VT_UNKNOWN;
+    EXPECT_HRESULT_SUCCEEDED(Call(kFont, DISPATCH_PROPERTYPUTREF, {font}));
+    EXPECT_EQ(references(), before);
+    VariantClear(&font);
 }
 
 }  // namespace

@@ -92,7 +92,8 @@ TEST_F(ListObjects, OneListHasOneObject)
 TEST_F(ListObjects, OnlyListsAreTaken)
 {
     const Value tree = control.Get(L"TreeView");
-    for (const Value& wrong : {Value(L"list"), Value(true), Value(tree.Get(L"hWnd")), Value(1.5), Value(7), tree}) {
+    const Value beyond(window.Handle().Number() + (1LL << 32));
+    for (const Value& wrong : {Value(L"list"), Value(true), Value(tree.Get(L"hWnd")), Value(1.5), beyond, tree}) {
         EXPECT_EQ(ErrorOf([&] { control.Set(L"ReqListView", wrong); }), kTypeMismatch);
     }
     EXPECT_TRUE(list.Is(control.Get(L"ReqListView")));

@@ -56,7 +56,8 @@ TEST_F(SylvexObject, NewControlShowsThePlaceholderAndItsDefaults)
     EXPECT_EQ(control.Get(L"BuildFileListFilter").Text(), L"*");
     EXPECT_TRUE(control.Get(L"RecursiveCheck").Flag());
     EXPECT_FALSE(control.Get(L"DragDropEnable").Flag());
-    EXPECT_EQ(static_cast<unsigned>(V_I4(&control.Get(L"BackColor").Raw())), 0x8000000Fu);
+    EXPECT_EQ(V_VT(&control.Get(L"BackColor").Raw()), VT_I4) << "scripts know no number without a sign";
+    EXPECT_EQ(static_cast<unsigned>(control.Get(L"BackColor").Number()), 0x8000000Fu);
     EXPECT_TRUE(control.Get(L"Picture").IsNothing());
     EXPECT_TRUE(control.Get(L"MouseIcon").IsNothing());
     EXPECT_TRUE(control.Get(L"ReqListView").IsNothing() || V_VT(&control.Get(L"ReqListView").Raw()) == VT_EMPTY);
@@ -96,15 +97,37 @@ TEST_F(SylvexObject, NodesOfOthersAreRefused)
     const Value foreign = other.Get(L"TreeView").Get(L"Nodes").Get(L"Item", {1});
     const Value removed = AddRoot(L"removed");
     Nodes().Call(L"Remove", {removed.Get(L"Index")});
-    const std::pair<const Value*, long> nodes[] = {{&foreign, kElementNotFound}, {&removed, kNodeGone}};
+    const std::pair<const Value*, std::wstring> nodes[] = {{&foreign, L"35601"}, {&removed, L"35605"}};
+    const std::pair<const wchar_t*, std::function<void(const Value&)>> members[] = {
+        {L"BuildFullPath", [&](const Value& node) { control.Call(L"BuildFullPath", {node}); }},
+        {L"CheckNodeSelective", [&](const Value& node) { control.Call(L"CheckNodeSelective", {node}); }},
+        {L"BuildFileList", [&](const Value& node) { control.Call(L"BuildFileList", {node}); }},
+        {L"SelectedItem", [&](const Value& node) { control.Put(L"SelectedItem", node); }},
+    };
     for (const auto& [node, error] : nodes) {
-        EXPECT_EQ(ErrorOf([&, node = node] { control.Call(L"BuildFullPath", {*node}); }), error);
-        EXPECT_EQ(ErrorOf([&, node = node] { control.Call(L"CheckNodeSelective", {*node}); }), error);
-        EXPECT_EQ(ErrorOf([&, node = node] { control.Call(L"BuildFileList", {*node}); }), error);
-        EXPECT_EQ(ErrorOf([&, node = node] { control.Put(L"SelectedItem", *node); }), error);
+        for (const auto& [name, call] : members) {
+            EXPECT_EQ(ErrorOf([&, node = node, call = call] { call(*node); }), kPassedOn);
+            EXPECT_EQ(reports.Take(), L"Sylvex." + std::wstring(name) + L" " + error);
+        }
     }
     EXPECT_NE(ErrorOf([&] { control.Call(L"BuildFullPath", {control}); }), 0) << "the control is no node";
     EXPECT_EQ(reports.Take(), L"");
+}
+
+TEST_F(SylvexObject, ValuesOfTheWrongKindAreReported)
+{
+    const auto window = static_cast<LONGLONG>(reinterpret_cast<INT_PTR>(WindowOf(control)));
+    for (const Value& wrong : {Value(L"text"), Value(window), control}) {
+        EXPECT_EQ(ErrorOf([&] { control.Set(L"ReqListView", wrong); }), kTypeMismatch);
+        EXPECT_EQ(reports.Take(), L"Sylvex.ReqListView 13");
+        EXPECT_EQ(ErrorOf([&] { control.Put(L"ImageList", wrong); }), kPassedOn);
+        EXPECT_EQ(reports.Take(), L"Sylvex.ImageList 13");
+    }
+    const ComPtr<::_Sylvex> members = NewControl();
+    VARIANT unknown{};
+    V_VT(&unknown) = 77;
+    EXPECT_EQ(HRESULT_CODE(members->putref_ReqListView(unknown)), kTypeMismatch);
+    EXPECT_EQ(reports.Take(), L"Sylvex.ReqListView 13");
 }
 
 /// Answers for a node's interface and does nothing.
@@ -129,7 +152,8 @@ public:
 TEST_F(SylvexObject, SomebodyElsesNodeObjectIsATypeMismatch)
 {
     Impostor impostor;
-    EXPECT_EQ(ErrorOf([&] { control.Call(L"BuildFullPath", {static_cast<IDispatch*>(&impostor)}); }), kTypeMismatch);
+    EXPECT_EQ(ErrorOf([&] { control.Call(L"BuildFullPath", {static_cast<IDispatch*>(&impostor)}); }), kPassedOn);
+    EXPECT_EQ(reports.Take(), L"Sylvex.BuildFullPath 13");
 }
 
 TEST_F(SylvexObject, SelectedItemTakesAndGivesNodes)

@@ -150,6 +150,10 @@ std::string Arguments(ITypeInfo* info, const FUNCDESC& function, const std::vect
         // The value of a property write has no name that anybody could use.
         const std::size_t name = static_cast<std::size_t>(index) + 1;
         arguments += (function.invkind == INVOKE_FUNC && name < names.size() ? names[name] + ":" : "") + type;
+        if (!(parameter.paramdesc.wParamFlags & PARAMFLAG_FHASDEFAULT)) continue;
+        const VARIANT& value = parameter.paramdesc.pparamdescex->varDefaultValue;
+        EXPECT_TRUE(V_VT(&value) == VT_I4 || V_VT(&value) == VT_BOOL) << V_VT(&value);
+        arguments += "=" + std::to_string(V_VT(&value) == VT_I4 ? V_I4(&value) : V_BOOL(&value));
     }
     return "(" + arguments + ")" + (result.empty() ? "" : " ") + result;
 }
@@ -241,9 +245,9 @@ get ReqListView 68030001 () variant
 set ReqListView 68030001 (variant)
 method CheckNodeSelective 60030055 (Node:&INode) boolean
 method FreezeCtl 60030056 (bFreeze:&boolean) variant
-method BuildFileList 60030058 (optional pNode:&INode, optional RecursiveCall:&boolean)
+method BuildFileList 60030058 (optional pNode:&INode=0, optional RecursiveCall:&boolean=0)
 method SetNode 6003005A ()
-method SetNodeChecked 6003005C (bState:&boolean, optional bBuildList:&boolean)
+method SetNodeChecked 6003005C (bState:&boolean, optional bBuildList:&boolean=0)
 method AssignSysIL 6003005E () boolean
 method CVC 60030065 (ValToConvert:&string) currency
 method ReturnFileName 60030068 (Arq:string) string

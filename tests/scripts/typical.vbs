@@ -19,6 +19,10 @@ Set selector = CreateObject("SylvexControl.Sylvex")
 Set nodes = selector.TreeView.Nodes
 WScript.Echo "New: " & nodes.Count & " node, " & nodes(1).Key & ", " & nodes(1).Text
 
+WScript.Echo "BackColor: " & Hex(selector.BackColor + 0) & ", button face " & (selector.BackColor = &H8000000F)
+selector.BackColor = &H80000005
+WScript.Echo "Window: " & Hex(selector.BackColor) & ", a label's is a " & TypeName(nodes(1).ForeColor)
+
 selector.FileFilter = "*.txt;*.log"
 selector.Checkboxes = True
 selector.Enumerate
