@@ -6,8 +6,9 @@
 
 readonly xvfbDir="$buildDir/xvfb"
 wine=wine
-# Which build runs: x64, or x86 after useX86.
+# Which build runs, and in which prefix; useWine10 sets others.
 arch=x64
+prefixName=wine-x64
 desktopLocked=''
 
 export WINEARCH=win64
@@ -30,7 +31,7 @@ lockDesktop() {
 
 useHiddenDesktop() {
     lockDesktop
-    export WINEPREFIX="$buildDir/wine-$arch"
+    export WINEPREFIX="$buildDir/$prefixName"
     trap stopDesktop EXIT
     trap 'exit 130' INT TERM HUP
     killPrograms # Of a command that was killed itself.
@@ -165,8 +166,10 @@ stopXvfb() {
 stopLeftovers() {
     for WINEPREFIX in "$buildDir"/wine-*; do
         export WINEPREFIX
-        [[ "$WINEPREFIX" = *-x86* ]] || killPrograms
+        killPrograms
     done
-    [ ! -d "$buildDir/wine-x86" ] || (WINEPREFIX="$buildDir/wine-x86"; useX86; killPrograms)
+    for WINEPREFIX in "$buildDir"/wine10-*; do
+        [ ! -d "$wine10Root" ] || (useWine10 x64 && killPrograms)
+    done
     stopXvfb
 }

@@ -24,13 +24,13 @@ makePackage() {
     cp -r README.md CHANGELOG.md CONTRIBUTING.md docs samples component/SylvexControl.idl "$packageDir/"
 }
 
-# The packaged host in a prefix in which nothing is registered: the manifest beside it is all it has.
+# testPackage LABEL: the packaged host in a prefix in which nothing is registered: the manifest beside it is all it has.
 testPackage() {
-    local before="$WINEPREFIX" log="$logDir/package.log"
-    say "Running the packaged host where nothing is registered ($arch)"
+    local before="$WINEPREFIX" log="$logDir/package-$1.log"
+    say "Running the packaged host where nothing is registered ($1)"
     makePackage "$arch"
     killPrograms
-    export WINEPREFIX="$buildDir/wine-$arch-bare"
+    export WINEPREFIX="$before-bare"
     makePrefix unmanaged
     (cd "$WINEPREFIX/drive_c" && timeout -k 10 120 "$wine" "$packageDir/$arch/SylvexHost.exe" \
         --script "$(windowsPath "$packageDir/samples/script/tick.vbs")" --exit) \

@@ -28,12 +28,16 @@ installMissing() {
     done
     [ ${#missing[@]} -gt 0 ] || return 0
 
-    say "Installing ${missing[*]} (a minute or two)"
+    installPackages "${missing[@]}"
+}
+
+installPackages() {
+    say "Installing $* (a minute or two)"
     mkdir -p "$logDir"
     local log="$logDir/install.log"
     {
         asRoot apt-get update &&
             asRoot env DEBIAN_FRONTEND=noninteractive \
-                apt-get install -y --no-install-recommends "${missing[@]}"
+                apt-get install -y --no-install-recommends "$@"
     } >"$log" 2>&1 </dev/null || { tail -20 "$log" >&2; fail "the installation failed: $log"; }
 }

@@ -5,12 +5,12 @@ failed=0
 filter='*'
 
 commandTest() {
-    local withX86='' withAsan=''
+    local -A also=()
     while [ $# -gt 0 ]; do
         case "$1" in
-            --x86) withX86=1 ;;
-            --asan) withAsan=1 ;;
-            --all) withX86=1 withAsan=1 ;;
+            --x86 | --asan) also[${1#--}]=1 ;;
+            --all) also=([asan]=1 [newer]=1 [x86]=1) ;;
+            --wine10) also=([newer]=1 [only]=1) ;;
             --filter) filter="${2:?--filter needs a pattern}"; shift ;;
             *) fail "test: unknown option $1" ;;
         esac
@@ -18,11 +18,15 @@ commandTest() {
     done
     installMissing
 
-    buildPreset native
-    runTests native 300 "$buildDir/native/sylvex_tests"
-    [ -z "$withAsan" ] || testSanitized
-    testWindows
-    [ -z "$withX86" ] || testX86
+    if [ -z "${also[only]:-}" ]; then
+        buildPreset native
+        runTests native 300 "$buildDir/native/sylvex_tests"
+        [ -z "${also[asan]:-}" ] || testSanitized
+        buildPreset x64
+        testOnDesktop x64
+    fi
+    [ -z "${also[newer]:-}" ] || testWine10 x64
+    [ -z "${also[x86]:-}" ] || testWine10 x86
 
     printf '%d passed, %d failed\n' "$passed" "$failed"
     [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
@@ -33,15 +37,15 @@ testSanitized() {
     UBSAN_OPTIONS=print_stacktrace=1 runTests asan 900 "$buildDir/asan/sylvex_tests"
 }
 
-testWindows() {
-    buildPreset x64
+# testOnDesktop LABEL: all that runs on the hidden desktop, by the Wine that is in use.
+testOnDesktop() {
     useHiddenDesktop
     registerComponent
-    runTests x64 900 "$buildDir/x64/sylvex_component_tests.exe" "$wine"
+    runTests "$1" 900 "$buildDir/$arch/sylvex_component_tests.exe" "$wine"
     runScripts
     runHostScript properties.js
     runHostScript events.vbs
-    testPackage
+    testPackage "$1"
 }
 
 # runTests LABEL SECONDS PROGRAM [LAUNCHER...]: one googletest program.

@@ -3,6 +3,7 @@
 #include <excpt.h>
 #include <float.h>
 
+#include <cstddef>
 #include <cstring>
 
 namespace {
@@ -27,6 +28,22 @@ volatile double g_noughts = 0;
     volatile char room[4096];
     room[0] = static_cast<char>(depth);
     return depth < 0 ? room[0] : Overflow(depth + 1) + room[0];
+}
+
+// The platform keeps the room that was asked for (SetThreadStackGuarantee) below the page that tells of an overflow.
+// Where a stack is committed to its end from the start, that page is laid where the platform would have it.
+void LayGuardAsPromised()
+{
+    ULONG promised = 0;
+    SetThreadStackGuarantee(&promised);  // of nothing: asks
+    MEMORY_BASIC_INFORMATION stack{};
+    VirtualQuery(&promised, &stack, sizeof(stack));
+    char* const end = static_cast<char*>(stack.AllocationBase);
+    const auto* const thread = reinterpret_cast<const NT_TIB*>(NtCurrentTeb());
+    if (static_cast<char*>(thread->StackLimit) - end > static_cast<std::ptrdiff_t>(promised)) return;
+    constexpr std::size_t kPage = 4096;
+    DWORD before = 0;
+    VirtualProtect(end + kPage + promised, 1, PAGE_READWRITE | PAGE_GUARD, &before);
 }
 
 void RaiseNested()
@@ -120,6 +137,7 @@ void Commit(Fault fault)
             RaiseNested();
             break;
         case Fault::OverflowStack:
+            LayGuardAsPromised();
             g_zero = Overflow(0);
             break;
     }

@@ -13,6 +13,8 @@ public:
     virtual ~HandTools() = default;
     virtual void Press(Point where, short button) = 0;
     virtual void MoveTo(Point where) = 0;
+    /// How many moves the tree has been told of; a system may tell of one that nobody has made.
+    virtual int MovesTold() = 0;
     virtual void Release() = 0;
     /// The same while the program is busy: it hears of the release at the next Wait.
     virtual void ReleaseUnheard() = 0;

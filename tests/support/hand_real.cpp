@@ -33,6 +33,7 @@ public:
         SetCursorPos(point.x, point.y);
         Wait(15);
     }
+    int MovesTold() override { return m_movesTold; }
     void Release() override
     {
         Button(std::exchange(m_button, short{1}) == 1 ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP);
@@ -69,6 +70,7 @@ public:
         for (;;) {
             MSG message;
             while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+                if (message.message == WM_MOUSEMOVE && message.hwnd == m_tree) ++m_movesTold;
                 TranslateMessage(&message);
                 DispatchMessageW(&message);
             }
@@ -117,6 +119,7 @@ private:
     HWND m_tree;
     UINT m_doubleClick = GetDoubleClickTime();
     short m_button = 1;
+    int m_movesTold = 0;
 };
 
 }  // namespace

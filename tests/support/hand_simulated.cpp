@@ -16,7 +16,12 @@ public:
     {
     }
     void Press(Point where, short button) override { m_user.Press(where, button); }
-    void MoveTo(Point where) override { m_user.MoveTo(where); }
+    void MoveTo(Point where) override
+    {
+        ++m_moves;
+        m_user.MoveTo(where);
+    }
+    int MovesTold() override { return m_moves; }
     void Release() override { m_user.Release(); }
     void ReleaseUnheard() override { m_unheard = m_desktop.system.Now(); }
     void PressKey(short key) override
@@ -46,6 +51,7 @@ public:
     void LoseCapture() override { m_desktop.drag.LoseCapture(); }
 
 private:
+    int m_moves = 0;
     SimulatedDesktop& m_desktop;
     SimulatedTree& m_tree;
     WindowHandle m_window;
