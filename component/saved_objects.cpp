@@ -4,10 +4,13 @@
 
 #include <cstddef>
 #include <cstring>
+#include <span>
 #include <vector>
 
+#include "component/picture_check.h"
 #include "component/property_values.h"
 #include "component/stream.h"
+#include "platform/runtime_error.h"
 
 namespace sylvex {
 
@@ -16,6 +19,8 @@ namespace {
 // Some SDK headers declare these without defining them.
 constexpr CLSID kFontClass = {0x0BE35203, 0x8F91, 0x11CE, {0x9D, 0xE3, 0x00, 0xAA, 0x00, 0x4B, 0xB8, 0x51}};
 constexpr CLSID kPictureClass = {0x0BE35204, 0x8F91, 0x11CE, {0x9D, 0xE3, 0x00, 0xAA, 0x00, 0x4B, 0xB8, 0x51}};
+
+constexpr std::size_t kPictureHeader = 8;
 
 using Bytes = std::vector<std::byte>;
 
@@ -54,6 +59,7 @@ Bytes ReadPictureBytes(IStream& stream)
 {
     constexpr std::uint32_t preamble = 0x0000746C;
     std::uint32_t header[2] = {};
+    static_assert(sizeof header == kPictureHeader);
     Bytes bytes;
     Append(bytes, stream, sizeof header);
     std::memcpy(header, bytes.data(), sizeof header);
@@ -62,13 +68,18 @@ Bytes ReadPictureBytes(IStream& stream)
     return bytes;
 }
 
+/// False when the object refuses the content, or meets a fault in it.
 bool Load(IUnknown* object, const Bytes& bytes)
 {
     const ComPtr<IStream> stream = MemoryStream();
     Write(*stream, bytes.data(), bytes.size());
     Rewind(*stream);
     const ComPtr<IPersistStream> persistent = ComPtr<IUnknown>(object).As<IPersistStream>();
-    return persistent && SUCCEEDED(persistent->Load(stream.Get()));
+    try {
+        return persistent && SUCCEEDED(Guarded([&] { return persistent->Load(stream.Get()); }));
+    } catch (const RuntimeError&) {
+        return false;
+    }
 }
 
 }  // namespace
@@ -104,7 +115,8 @@ Variant ReadObject(IStream& stream, SavedKind kind)
     if (Read<std::uint8_t>(stream) == 0) return ObjectValue(nullptr);
     const auto id = Read<CLSID>(stream);
     const Bytes bytes = kind == SavedKind::Font ? ReadFontBytes(stream) : ReadPictureBytes(stream);
-    if (id != ClassOf(kind)) return {};
+    const bool whole = kind == SavedKind::Font || IsWholePicture(std::span(bytes).subspan(kPictureHeader));
+    if (id != ClassOf(kind) || !whole) return {};
     const ComPtr<IUnknown> object = NewSystemObject(kind);
     return Load(object.Get(), bytes) ? ObjectValue(object.Get()) : Variant();
 }

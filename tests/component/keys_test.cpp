@@ -139,8 +139,8 @@ TEST_F(Keys, InAMessageThatCannotBeReadAreAnError)
 {
     HWND window = nullptr;
     embedded.As<IOleInPlaceObject>()->GetWindow(&window);
-    MSG whole{GetFocus(), WM_KEYDOWN, VK_DOWN, 1, 0, {}};
-    for (const LONG_PTR damaged : {LONG_PTR{16}, LONG_PTR{-64}, reinterpret_cast<LONG_PTR>(&whole) << 16}) {
+    void* const reserved = VirtualAlloc(nullptr, 4096, MEM_RESERVE, PAGE_NOACCESS);
+    for (const LONG_PTR damaged : {LONG_PTR{16}, reinterpret_cast<LONG_PTR>(reserved)}) {
         const auto active = embedded.As<IOleInPlaceActiveObject>();
         EXPECT_EQ(active->TranslateAccelerator(reinterpret_cast<MSG*>(damaged)), E_POINTER);
         for (const HWND handed : {window, embedded.Tree()}) {
@@ -148,6 +148,7 @@ TEST_F(Keys, InAMessageThatCannotBeReadAreAnError)
             SendMessageW(handed, WM_NOTIFY, 1, damaged);
         }
     }
+    VirtualFree(reserved, 0, MEM_RELEASE);
     EXPECT_EQ(Translate(WM_KEYDOWN, VK_DOWN), S_OK);
 }
 

@@ -267,6 +267,19 @@ TEST_F(SavedObjects, ThatLieAboutTheirSizeAreRefused)
     EXPECT_EQ(LoadBytes(), STG_E_DOCFILECORRUPT);
 }
 
+TEST_F(SavedObjects, WhoseHeadersPromiseMoreThanTheyHoldAreLeftOut)
+{
+    const std::size_t picture = Find(kPictureClass) + sizeof(CLSID) + 8;
+    Put(picture, BITMAPFILEHEADER{0x4D42, 0, 0, 0, sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER)});
+    Put(picture + sizeof(BITMAPFILEHEADER),
+        BITMAPINFOHEADER{sizeof(BITMAPINFOHEADER), 3000, 3000, 1, 32, BI_RGB, 0, 0, 0, 0, 0});
+    // The place of the only image in the icon.
+    Put(Find(kPictureClass, picture) + sizeof(CLSID) + 8 + 18, DWORD{0x00FFFFFF});
+    EXPECT_EQ(LoadBytes(), S_OK);
+    EXPECT_NE(Loaded().find("MouseIcon=none\nMousePointer=99\n"), std::string::npos) << Loaded();
+    EXPECT_NE(Loaded().find("Picture=none\nDragDropEnable=-1\n"), std::string::npos);
+}
+
 TEST_F(SavedObjects, HoldNoFontBeyondTheLargestSize)
 {
     Put(Find(kFontClass) + sizeof(CLSID) + 6, DWORD{268550000});

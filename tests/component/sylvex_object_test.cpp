@@ -1,3 +1,7 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -356,6 +360,10 @@ TEST_F(SylvexObject, WritesNameTheChangedPropertyToTheHost)
     sink.permission = S_FALSE;
     control.Put(L"FileFilter", L"*.d");
     control.Put(L"BackColor", 2);
+    HWND const list = CreateWindowW(WC_LISTVIEWW, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    control.Put(L"ReqListView", static_cast<int>(reinterpret_cast<INT_PTR>(list)));
+    EXPECT_TRUE(control.Get(L"ReqListView").IsNothing());
+    DestroyWindow(list);
     EXPECT_EQ(control.Get(L"FileFilter").Text(), L"*.c");
     EXPECT_EQ(control.Get(L"BackColor").Number(), 1);
     point->Unadvise(cookie);

@@ -1,0 +1,93 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <gtest/gtest.h>
+
+#include "tests/component/key_sink.h"
+#include "tests/component/test_bag.h"
+#include "tests/component/test_container.h"
+
+namespace sylvex::test {
+namespace {
+
+TEST(End, MayComeInsideAnEventOfTheControl)
+{
+    KeySink sink;
+    TestContainer container;
+    Embedded embedded(container);
+    embedded.Start();
+    sink.Connect(embedded);
+    sink.onKey = [&] { embedded.Close(); };
+    const HWND tree = embedded.Tree();
+    container.Key(WM_KEYDOWN, VK_DOWN);
+    DrainMessages();
+    EXPECT_EQ(sink.keys.size(), 1u);
+    EXPECT_FALSE(IsWindow(tree));
+    EXPECT_EQ(container.References(), 0);
+}
+
+TEST(End, OfTheFormInsideAnEventOfTheControl)
+{
+    KeySink sink;
+    TestContainer container;
+    Embedded embedded(container);
+    embedded.Start();
+    sink.Connect(embedded);
+    sink.onKey = [&] {
+        container.active.Reset();
+        container.DestroyForm();
+        embedded.Close();
+    };
+    container.Key(WM_KEYDOWN, VK_DOWN);
+    DrainMessages();
+    EXPECT_EQ(container.References(), 0);
+}
+
+LRESULT CALLBACK SaveFromForm(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR object)
+{
+    if (message != WM_DESTROY) return DefSubclassProc(window, message, wParam, lParam);
+    SetParent(window, nullptr);
+    reinterpret_cast<IOleInPlaceObject*>(object)->InPlaceDeactivate();
+    return 0;
+}
+
+TEST(End, OfAFormMayLeaveTheControlToTheNextOne)
+{
+    TestContainer container;
+    Embedded embedded(container);
+    embedded.Start();
+    ASSERT_HRESULT_SUCCEEDED(embedded.control->Enumerate());
+    const auto object = embedded.As<IOleInPlaceObject>();
+    HWND window = nullptr;
+    object->GetWindow(&window);
+    SetWindowSubclass(window, &SaveFromForm, 1, reinterpret_cast<DWORD_PTR>(object.Get()));
+    container.DestroyForm();
+    ASSERT_TRUE(IsWindow(window));
+    RemoveWindowSubclass(window, &SaveFromForm, 1);
+    container.NewForm();
+    ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_INPLACEACTIVATE));
+    EXPECT_GT(TreeView_GetCount(embedded.Tree()), 1);
+    EXPECT_HRESULT_SUCCEEDED(embedded.control->Enumerate());
+    int windows = 0;
+    for (HWND child = nullptr; (child = FindWindowExW(window, child, nullptr, nullptr)) != nullptr;)
+        ++windows;
+    EXPECT_EQ(windows, 1);
+}
+
+TEST(End, SavesThroughTheSiteOnlyWhenThereIsSomethingToSave)
+{
+    TestContainer container;
+    Embedded embedded(container);
+    embedded.Start();
+    container.TakeLog();
+    EXPECT_HRESULT_SUCCEEDED(embedded.object->Close(OLECLOSE_SAVEIFDIRTY));
+    EXPECT_NE(container.TakeLog().find("SaveObject"), std::string::npos) << "a new control";
+    TestBag bag;
+    EXPECT_HRESULT_SUCCEEDED(embedded.As<IPersistPropertyBag>()->Save(&bag, TRUE, FALSE));
+    EXPECT_HRESULT_SUCCEEDED(embedded.object->Close(OLECLOSE_SAVEIFDIRTY));
+    EXPECT_EQ(container.TakeLog().find("SaveObject"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace sylvex::test
