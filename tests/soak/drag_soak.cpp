@@ -86,7 +86,12 @@ void DragSoak::Step()
 {
     LeaveEdit();
     SetForegroundWindow(container.Form());
-    OneIn(3) ? Rename() : Drag();
+    if (OneIn(15))
+        RenameRoot();
+    else if (OneIn(3))
+        Rename();
+    else
+        Drag();
     if (m_held != INVALID_HANDLE_VALUE) CloseHandle(std::exchange(m_held, INVALID_HANDLE_VALUE));
     Wait(30);
 }
@@ -108,6 +113,7 @@ void DragSoak::Check(SoakCount& count)
     const bool confirmed = told.find(L"Successful drop") != std::wstring::npos;
     if (changed.empty()) {
         ++(told.empty() ? count.silent : count.told);
+        if (m_meant.brokenOff && !told.empty()) wrong += L"it was broken off\n";
         if (m_meant.certain) wrong += L"nothing has happened\n";
         if (confirmed && told.starts_with(L"[Successful")) wrong += L"done, it says, and it is not\n";
     } else {
@@ -115,6 +121,7 @@ void DragSoak::Check(SoakCount& count)
         ++(m_meant.name.empty() ? count.moved : count.renamed);
         if (!IsMeant(after) && !IsMerged(after)) wrong += L"not what the hand meant:\n" + changed;
     }
+    if (!IsLinkedInPlace()) wrong += L"what the link leads to has gone\n";
     if (const std::string left = LeftOver(); !left.empty())
         wrong += L"left over: " + std::wstring(left.begin(), left.end()) + L"\n";
     Survey();
@@ -163,7 +170,7 @@ void DragSoak::Drag()
     if (!from) return Note(L"(nothing to drag)");
     const Row& source = *from->row;
     m_meant.source = source.known;
-    m_plain = ReadsTrue(source, *m_before);
+    m_plain = ReadsTrue(source, *m_before) && source.known != Link();
     Note(L"drag " + TextOf(source));
     if (OneIn(12)) InTheWay(source);
     MoveTo(from->hold);
@@ -243,7 +250,11 @@ void DragSoak::Release(POINT place)
 void DragSoak::BreakOff()
 {
     Note(L", Escape");
-    m_meant = {};
+    m_meant = {.brokenOff = true};
+    if (OneIn(3)) {
+        Note(L" with the focus elsewhere");
+        SetFocus(container.Form());
+    }
     Key(VK_ESCAPE);
     Button(MOUSEEVENTF_LEFTUP);
 }
@@ -314,6 +325,30 @@ void DragSoak::Rename()
     TakeText(source);
 }
 
+/// A drive or a root, whose text is a part of the paths below it.
+void DragSoak::RenameRoot()
+{
+    const auto rows = ShownRows();
+    std::vector<Shown> roots;
+    std::copy_if(rows.begin(), rows.end(), std::back_inserter(roots), [this](const Shown& shown) {
+        if (shown.row) return false;
+        const Value node = NodeAt(shown.hold);
+        return !node.IsNothing() && (node.Get(L"Key").Text() == L"C:\\" || node.Get(L"Parent").IsNothing());
+    });
+    if (roots.empty()) return Note(L"(no root in sight)");
+    const Shown& shown = AnyOf(roots);
+    const Value node = NodeAt(shown.hold);
+    const std::wstring text = node.Get(L"Text").Text();
+    Note(L"rename the root \"" + text + L"\"");
+    Click(shown.hold);
+    Key(VK_F2);
+    if (!Until([this] { return Edit() != nullptr; })) return Note(L" (no label opens)");
+    if (control.Get(L"TreeView").Get(L"SelectedItem").Is(node)) Type(L"t");
+    Key(VK_RETURN);
+    LeaveEdit();
+    if (node.Get(L"Text").Text() != text) wrong += L"the root reads \"" + node.Get(L"Text").Text() + L"\"\n";
+}
+
 /// Notes what the hand means by this name.
 void DragSoak::Mean(const Row& source, const std::wstring& typed)
 {
@@ -342,7 +377,7 @@ void DragSoak::EndEdit(const std::vector<Shown>& rows)
 {
     if (OneIn(4)) {
         Note(L", Escape");
-        m_meant = {};
+        m_meant = {.brokenOff = true};
         Key(VK_ESCAPE);
     } else if (OneIn(3)) {
         Note(L", a click elsewhere");

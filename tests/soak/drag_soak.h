@@ -27,11 +27,12 @@ public:
 private:
     /// What a step may do: at most one of these.
     struct Meant {
-        std::string source;
-        std::string folder;  ///< where it may come to lie; empty: nowhere else
-        std::wstring name;   ///< what it may be called then; empty: nothing else
+        std::string source{};
+        std::string folder{};  ///< where it may come to lie; empty: nowhere else
+        std::wstring name{};   ///< what it may be called then; empty: nothing else
+        std::string twin{};    ///< what has the name of `source` in `folder` already
         bool certain = false;
-        std::string twin;  ///< what has the name of `source` in `folder` already
+        bool brokenOff = false;
     };
 
     void TestBody() override {}
@@ -54,6 +55,7 @@ private:
 
     void Rename();
     std::wstring NewName(const std::wstring& old);
+    void RenameRoot();
     void Mean(const Row& source, const std::wstring& typed);
     void EndEdit(const std::vector<Shown>& rows);
     void LeaveEdit();

@@ -14,14 +14,58 @@ bool Holds(const std::map<std::wstring, std::string>& shown, const std::vector<V
                        [&](const Value& row) { return shown.contains(row.Get(L"Text").Text()); });
 }
 
+/// Runs a program of the system below the emulated one, where there is such a thing. Windows' own call makes no links
+/// there.
+void RunBelow(const std::wstring& program, const std::wstring& arguments)
+{
+    STARTUPINFOW start{};
+    start.cb = sizeof(start);
+    PROCESS_INFORMATION process{};
+    std::wstring line = program + L" " + arguments;
+    const std::wstring path = L"\\\\?\\unix\\bin\\" + program;
+    if (!CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process))
+        return;
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+}
+
+/// The path that such a program knows; empty where there is none.
+std::wstring PathBelow(const std::wstring& path)
+{
+    const auto ask = reinterpret_cast<char* (*)(const wchar_t*)>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
+    const char* const found = ask ? ask(path.c_str()) : nullptr;
+    return found ? std::wstring(found, found + std::string_view(found).size()) : std::wstring();
+}
+
 }  // namespace
 
 SoakTree::SoakTree(unsigned seed) : m_random(seed)
 {
     RemoveBranch(base);
     MakeBranch(base, 0);
+    if (OneIn(2)) MakeLink();
     if (OneIn(2)) control.Put(L"FileFilter", L"*.txt");
     LoadAnew();
+}
+
+SoakTree::~SoakTree()
+{
+    if (m_link.empty()) return;
+    // Not by looking into folders, which would go through the link.
+    RunBelow(L"rm", L"-rf " + PathBelow(base));
+    Until([this] { return GetFileAttributesW(base.c_str()) == INVALID_FILE_ATTRIBUTES; });
+    RemoveBranch(m_linked);
+}
+
+void SoakTree::MakeLink()
+{
+    RemoveBranch(m_linked);
+    MakeBranch(m_linked, 1);
+    const std::wstring link = base + L"\\link";
+    if (!PathBelow(base).empty()) RunBelow(L"ln", L"-s " + PathBelow(m_linked) + L" " + PathBelow(base) + L"/link");
+    if (Until([&] { return GetFileAttributesW(link.c_str()) != INVALID_FILE_ATTRIBUTES; }))
+        m_link = Census(m_linked).top;
 }
 
 int SoakTree::Any(int limit)
@@ -159,13 +203,18 @@ const SoakTree::Row* SoakTree::RowAt(POINT place)
     return hold ? RowOf(*hold) : nullptr;
 }
 
-const SoakTree::Row* SoakTree::RowOf(POINT place)
+Value SoakTree::NodeAt(POINT place) const
 {
     const HDC screen = GetDC(nullptr);
     const double twips = 1440.0 / GetDeviceCaps(screen, LOGPIXELSX);
     ReleaseDC(nullptr, screen);
     ScreenToClient(Tree(), &place);
-    const Value node = control.Get(L"TreeView").Call(L"HitTest", {place.x * twips, place.y * twips});
+    return control.Get(L"TreeView").Call(L"HitTest", {place.x * twips, place.y * twips});
+}
+
+const SoakTree::Row* SoakTree::RowOf(POINT place)
+{
+    const Value node = NodeAt(place);
     if (node.IsNothing()) return nullptr;
     const Value number = node.Get(L"Tag");
     if (V_VT(&number.Raw()) != VT_I4) return nullptr;

@@ -28,6 +28,7 @@ protected:
 
     /// The same seed gives the same branch.
     explicit SoakTree(unsigned seed);
+    ~SoakTree() override;
 
     /// A number below `limit`, which is above 0.
     int Any(int limit);
@@ -47,6 +48,12 @@ protected:
     /// The row at a place on the screen; null where there is none that we know.
     const Row* RowAt(POINT place);
     HTREEITEM ItemAt(POINT place) const;
+    /// The node at a place on the screen; nothing beside the rows.
+    Value NodeAt(POINT place) const;
+    /// The folder's link to a folder elsewhere, as a census knows both; empty where there is none.
+    const std::string& Link() const { return m_link; }
+    /// Whether what the link leads to is where it was.
+    bool IsLinkedInPlace() const { return m_link.empty() || Census(m_linked).top == m_link; }
     /// Whether the row's text and those above it give the place on disk of what it stands for.
     bool ReadsTrue(const Row& row, const Census& now) const;
     /// From now on the row's text is right as it is.
@@ -57,11 +64,14 @@ protected:
 private:
     void MakeBranch(const std::wstring& folder, int depth);
     void Mark(const std::wstring& folder);
+    void MakeLink();
     void Survey(const Value& folder, const std::string& known, const Census& now);
     void Enter(const std::vector<Value>& fresh, const Value& folder, const std::string& known, const Census& now);
     std::optional<POINT> HoldOf(HTREEITEM item) const;
     const Row* RowOf(POINT place);
 
+    const std::wstring m_linked = base + L"Linked";
+    std::string m_link;
     std::mt19937 m_random;
     std::map<int, Row> m_rows;
     Value m_base;
