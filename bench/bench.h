@@ -78,6 +78,8 @@ private:
         }
         Point CursorPosition() override { return m_real.CursorPosition(); }
         void ResetPointer() override { m_real.ResetPointer(); }
+        std::uint32_t Now() override { return m_real.Now(); }
+        std::uint32_t InputTime() override { return m_real.InputTime(); }
         std::wstring ProgramName() override { return m_real.ProgramName(); }
 
     private:
