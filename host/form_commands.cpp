@@ -201,6 +201,7 @@ void Form::GoTo(const std::wstring& text)
     const PathWalker walker(Control());
     path->names.empty() ? walker.Open(*path) : static_cast<void>(walker.Find(*path));
     Check(Control().put_Path(Bstr(path->Text()).Get()), L"Path");
+    SetWindowTextW(Item(IDC_PATH), path->Text().c_str());
     ShowStatus(path->Text());
 }
 

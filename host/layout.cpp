@@ -118,7 +118,7 @@ RECT Layout::ClientArea() const
 RECT Layout::LowerArea() const
 {
     RECT area = ClientArea();
-    area.top += 3 * (m_metrics.RowHeight() + m_metrics.Y(kGap));
+    area.top += (2 + CommandRows()) * (m_metrics.RowHeight() + m_metrics.Y(kGap));
     return area;
 }
 
@@ -166,19 +166,51 @@ void Layout::ArrangeFilters(Moves& moves, RECT row) const
     moves.Move(IDC_PATTERNS, x, row.top, row.right - x, height);
 }
 
+std::vector<Layout::Piece> Layout::FlowCommands(int width) const
+{
+    std::vector<Piece> pieces;
+    int x = 0;
+    int row = 0;
+    const auto place = [&](int id, int wide, int gap) {
+        if (x > 0 && x + wide > width) {
+            x = 0;
+            ++row;
+        }
+        pieces.push_back({id, x, row, wide});
+        x += wide + m_metrics.X(gap);
+    };
+    for (const int id : kChecks)
+        place(id, CheckWidth(id), kWideGap);
+    const int buttons = static_cast<int>(std::size(kButtons)) * (ButtonWidth() + m_metrics.X(kGap));
+    const bool together = buttons <= width && x + buttons > width;
+    if (together) {
+        x = 0;
+        ++row;
+    }
+    for (const int id : kButtons)
+        place(id, ButtonWidth(), kGap);
+    return pieces;
+}
+
+int Layout::CommandRows() const
+{
+    return FlowCommands(WidthOf(ClientArea())).back().row + 1;
+}
+
 void Layout::ArrangeCommands(Moves& moves, RECT row) const
 {
-    const int height = HeightOf(row);
-    int left = row.left + LabelWidth(IDC_FILE_FILTER_LABEL);
-    for (const int id : kChecks) {
-        moves.Move(id, left, row.top, CheckWidth(id), height);
-        left += CheckWidth(id) + m_metrics.X(kWideGap);
+    const int nextRow = m_metrics.RowHeight() + m_metrics.Y(kGap);
+    std::vector<Piece> pieces = FlowCommands(WidthOf(row));
+    const Piece& last = pieces.back();
+    // With room to spare the check boxes stand below the fields, and the buttons at the right.
+    const int label = LabelWidth(IDC_FILE_FILTER_LABEL);
+    const int spare = WidthOf(row) - (last.x + last.width);
+    if (last.row == 0 && spare >= label) {
+        for (std::size_t i = 0; i < pieces.size(); ++i)
+            pieces[i].x += i < std::size(kChecks) ? label : spare;
     }
-    const int width = ButtonWidth();
-    int right = row.right;
-    for (const int id : {IDC_COPY, IDC_EXPORT, IDC_REFRESH, IDC_ENUMERATE}) {
-        moves.Move(id, right - width, row.top, width, height);
-        right -= width + m_metrics.X(id == IDC_EXPORT ? kWideGap : kGap);
+    for (const Piece& piece : pieces) {
+        moves.Move(piece.id, row.left + piece.x, row.top + piece.row * nextRow, piece.width, HeightOf(row));
     }
 }
 
@@ -218,12 +250,10 @@ void Layout::MovePanesEdge(int y)
 
 SIZE Layout::Minimum() const
 {
-    int checks = 0;
+    int widest = 4 * ButtonWidth();
     for (const int id : kChecks)
-        checks += CheckWidth(id) + m_metrics.X(kWideGap);
-    const int buttons = 4 * ButtonWidth() + m_metrics.X(2 * kGap + kWideGap);
-    const int width = LabelWidth(IDC_FILE_FILTER_LABEL) + checks + buttons + 2 * m_metrics.X(kMargin);
-    return {width, m_metrics.Y(200)};
+        widest = std::max(widest, CheckWidth(id));
+    return {widest + 2 * m_metrics.X(kMargin), m_metrics.Y(200)};
 }
 
 }  // namespace sylvex::host

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <string_view>
+#include <vector>
 
 namespace sylvex::host {
 
@@ -48,13 +49,23 @@ public:
 
 private:
     class Moves;
+    /// A window's place among wrapped ones.
+    struct Piece {
+        int id;
+        int x;
+        int row;
+        int width;
+    };
     RECT ClientArea() const;
     int ButtonWidth() const;
     int CheckWidth(int id) const;
     int LabelWidth(int id) const;
     void ArrangePath(Moves& moves, RECT row) const;
     void ArrangeFilters(Moves& moves, RECT row) const;
+    /// Check boxes and buttons: in one row where they fit, otherwise in as many as they need.
     void ArrangeCommands(Moves& moves, RECT row) const;
+    int CommandRows() const;
+    std::vector<Piece> FlowCommands(int width) const;
     void ArrangePanes(Moves& moves, RECT area) const;
     void ArrangeLog(Moves& moves, RECT area) const;
     /// Area of the panes and the log, below the rows of settings.

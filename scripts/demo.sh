@@ -10,7 +10,7 @@ commandDemo() {
     folder="$(cd "$callerDir" && cd "${1:-$root}" 2>/dev/null && pwd -P)" || fail "demo: no such folder: $1"
     local ownDisplay="${DISPLAY:-}"
     installMissing
-    buildPreset x64
+    buildPreset x64 SylvexControl SylvexHost
     needArtifact "$buildDir/x64/SylvexHost.exe"
     if [ -n "$ownDisplay" ]; then useOwnDesktop; else useHiddenDesktop; fi
     registerComponent
@@ -58,7 +58,7 @@ chooseTicked() {
 # Sets arguments: all that the demo asks of the sample host, in one place.
 hostArguments() {
     local entry
-    arguments=(--open "$(windowsPath "$1")")
+    arguments=(--open "$(windowsPath "$1")" --path "$(windowsPath "$1")")
     for entry in "${ticked[@]}"; do
         arguments+=(--check "$(windowsPath "$entry")")
     done
