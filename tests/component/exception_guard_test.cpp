@@ -12,9 +12,9 @@
 
 #include "diagnostics/exception_filter.h"
 #include "diagnostics/trap.h"
-#include "platform/simulated/simulated_desktop.h"
 #include "platform/win32/exception_guard.h"
 #include "tests/component/faults.h"
+#include "tests/simulated/simulated_desktop.h"
 
 namespace sylvex::test {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "dragdrop/disk_operations.h"
 #include "dragdrop/drag_tree.h"
-#include "platform/simulated/text.h"
+#include "tests/simulated/text.h"
 #include "tests/support/desk_simulated.h"
 #include "tests/support/hand.h"
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/simulated/tree_user.h"
+#include "tests/simulated/tree_user.h"
 #include "tests/support/desk_simulated.h"
 #include "tests/support/scene.h"
 

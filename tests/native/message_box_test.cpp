@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "diagnostics/message_box.h"
-#include "platform/simulated/simulated_desktop.h"
+#include "tests/simulated/simulated_desktop.h"
 
 namespace sylvex {
 namespace {

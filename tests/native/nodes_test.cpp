@@ -3,7 +3,7 @@
 #include <functional>
 #include <random>
 
-#include "platform/simulated/simulated_desktop.h"
+#include "tests/simulated/simulated_desktop.h"
 #include "tests/support/scene.h"
 #include "widgets/nodes.h"
 #include "widgets/order_index.h"

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "platform/simulated/text.h"
+#include "tests/simulated/text.h"
 #include "tests/support/desk_simulated.h"
 #include "tests/support/scene.h"
 #include "tree/path_search.h"

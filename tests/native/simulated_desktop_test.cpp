@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/simulated/simulated_desktop.h"
-#include "platform/simulated/text.h"
-#include "platform/simulated/wildcards.h"
+#include "tests/simulated/simulated_desktop.h"
+#include "tests/simulated/text.h"
+#include "tests/simulated/wildcards.h"
 #include "tests/support/desk_simulated.h"
 
 namespace sylvex {

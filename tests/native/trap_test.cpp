@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "diagnostics/trap.h"
-#include "platform/simulated/simulated_desktop.h"
+#include "tests/simulated/simulated_desktop.h"
 
 namespace sylvex {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/simulated/simulated_desktop.h"
+#include "tests/simulated/simulated_desktop.h"
 #include "tests/support/desk.h"
 
 namespace sylvex {

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <string>
+
+#include "platform/drag.h"
+#include "tests/simulated/simulated_windows.h"
+
+namespace sylvex {
+
+/// Drags on the simulated desktop. Only trees have a place on the screen.
+class SimulatedDrag final : public Drag {
+public:
+    SimulatedDrag(CallGate& gate, SimulatedWindows& windows);
+    SimulatedDrag(const SimulatedDrag&) = delete;
+    SimulatedDrag& operator=(const SimulatedDrag&) = delete;
+
+    /// What follows the pointer: "" without a drag, otherwise such as "drag image of Shell32.dll,3 held at 5,4 shown at
+    /// 30,40", or "... hidden".
+    std::string Face() const;
+    /// The window that has the capture, 0 for none.
+    WindowHandle Captured() const { return m_captured; }
+    /// Something else takes the mouse: another program, a message box.
+    void LoseCapture();
+    /// Escape is pressed in another window of the program.
+    void PressEscape();
+    /// How often windows were made to paint at once.
+    int Updates() const { return m_updates; }
+
+    Size PictureSize(ImageListHandle list) override;
+    bool BeginDrag(ImageListHandle list, int picture, Point hotSpot) override;
+    void DragEnter(WindowHandle window, Point where) override;
+    void DragMove(Point where) override;
+    void DragLeave(WindowHandle window) noexcept override;
+    void DragShowNolock(bool show) override;
+    void EndDrag() noexcept override;
+    std::optional<Rect> ClientRect(WindowHandle window) override;
+    std::optional<Rect> WindowRect(WindowHandle window) override;
+    std::optional<Point> ClientToScreen(WindowHandle window, Point client) override;
+    Point ScreenToClient(WindowHandle window, Point screen) override;
+    std::optional<ScrollBar> GetScrollInfo(WindowHandle window, int bar) override;
+    int GetScrollPos(WindowHandle window, int bar) override;
+    void UpdateWindow(WindowHandle window) override;
+    void SetCapture(WindowHandle window, std::function<void()> lost, std::function<void()> escape) override;
+    void ReleaseCapture() noexcept override;
+
+private:
+    CallGate& m_gate;
+    SimulatedWindows& m_windows;
+    std::string m_picture;
+    Point m_hotSpot;
+    Point m_where;
+    bool m_shown = false;
+    WindowHandle m_captured = 0;
+    std::function<void()> m_lost;
+    std::function<void()> m_escape;
+    int m_updates = 0;
+};
+
+}  // namespace sylvex
