@@ -56,22 +56,42 @@ void CheckByPath::Check(Node& node, bool bState)
 
 short CheckByPath::DrillDownNodeCheck(Node& pNode, const std::wstring& pText, bool bState)
 {
+    std::optional<TreeView::Updating> hidden;
+    Descent descent = m_search.To(pText);
+    NodeRef node(&pNode);
+    // What is looked for deeper down counts as found.
+    short missing = 0;
+    for (bool isFirst = true; node; isFirst = false) {
+        const ChildOnPath next = StepDown(*node, pText, bState, descent, hidden);
+        if (isFirst && next.child == nullptr) missing = 1;
+        node = next.isTarget ? NodeRef() : NodeRef(next.child);
+    }
+    return missing;
+}
+
+/// One level of the way down: opens the node, and ticks the child that is the target or says that there is none.
+ChildOnPath CheckByPath::StepDown(Node& pNode, const std::wstring& pText, bool bState, Descent& descent,
+                                  std::optional<TreeView::Updating>& hidden)
+{
     const NodeRef node(&pNode);
     const auto parameters = Variables("pNode,pText,bState", node, pText, bState);
     return Trapped(m_instance, L"DrillDownNodeCheck", parameters, kNone, [&](int& line) {
         line = 1;
-        const Descent level(m_depth);
+        // One paint for all levels that open.
+        if (!hidden && !pNode.Expanded()) hidden.emplace(m_instance.TV);
         pNode.SetExpanded(true);
         line = 2;
-        const ChildOnPath next = m_search.Towards(*node, pText);
+        const ChildOnPath next = m_search.Towards(*node, descent);
         line = 3;
+        if (next.child != nullptr && !next.isTarget) return next;
+        if (hidden) hidden->End();
         if (next.child == nullptr) {
             TellNotPresent(m_boxes, m_instance.platform.boxTools.TopLevelOf(m_instance.TV.hWnd()), pText);
-            return short{1};
+        } else {
+            line = 4;
+            Check(*next.child, bState);
         }
-        line = 4;
-        next.isTarget ? Check(*next.child, bState) : static_cast<void>(DrillDownNodeCheck(*next.child, pText, bState));
-        return short{0};
+        return next;
     });
 }
 

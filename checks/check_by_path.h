@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "instance/instance.h"
@@ -26,13 +27,14 @@ public:
 
 private:
     void CheckDrive(const std::vector<std::wstring>& parts, const std::wstring& Path, bool bState);
+    ChildOnPath StepDown(Node& pNode, const std::wstring& pText, bool bState, Descent& descent,
+                         std::optional<TreeView::Updating>& hidden);
     void Check(Node& node, bool bState);
 
     Instance& m_instance;
     TreeViewEvents& m_events;
     MManipulateMsgBox& m_boxes;
     PathSearch m_search;
-    int m_depth = 0;
 };
 
 }  // namespace sylvex

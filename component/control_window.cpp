@@ -7,7 +7,6 @@ namespace sylvex {
 namespace {
 
 constexpr wchar_t kClassName[] = L"SylvexControlWindow";
-constexpr UINT kDeferred = WM_APP + 1;
 constexpr DWORD kHiddenStyle = WS_POPUP | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
 constexpr DWORD kPlacedStyle = WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
 
@@ -15,6 +14,13 @@ HRESULT LastError()
 {
     const HRESULT result = HRESULT_FROM_WIN32(GetLastError());
     return FAILED(result) ? result : E_FAIL;
+}
+
+/// Our own message, under a number that no other program's message has.
+UINT DeferredMessage()
+{
+    static const UINT number = RegisterWindowMessageW(L"SylvexControl.Deferred");
+    return number;
 }
 
 /// The window class, for as long as the component is loaded.
@@ -119,7 +125,7 @@ Size ControlWindow::InnerSize() const
 
 bool ControlWindow::Defer()
 {
-    if (!m_window || !PostMessageW(m_window, kDeferred, 0, 0)) return false;
+    if (!m_window || !PostMessageW(m_window, DeferredMessage(), 0, 0)) return false;
     ++m_deferred;
     return true;
 }
@@ -132,19 +138,27 @@ void ControlWindow::Lost()
     try {
         Ensure();
         for (int waiting = 0; waiting < m_deferred; ++waiting)
-            PostMessageW(m_window, kDeferred, 0, 0);
+            PostMessageW(m_window, DeferredMessage(), 0, 0);
     } catch (const ComError&) {  // out of windows: what was deferred stays undone
     }
+}
+
+LRESULT ControlWindow::DoDeferred()
+{
+    // Anybody can send any message.
+    if (m_deferred == 0) return 0;
+    --m_deferred;
+    m_owner.Deferred();
+    return 0;
 }
 
 LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
     HWND const window = m_window;
     LRESULT result = 0;
+    if (message == DeferredMessage()) return DoDeferred();
     switch (message) {
-        case kDeferred:
-            --m_deferred;
-            m_owner.Deferred();
+        case WM_CLOSE:  // to all windows, perhaps: this one goes with its control
             return 0;
         case WM_DESTROY:
             m_owner.Destroying();

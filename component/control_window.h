@@ -50,6 +50,7 @@ public:
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT DoDeferred();
     void Lost();
 
     ControlWindowOwner& m_owner;

@@ -103,7 +103,7 @@ STDMETHODIMP NodeObject::get_Text(BSTR* value)
 
 STDMETHODIMP NodeObject::put_Text(BSTR value)
 {
-    return Let([&](Node& node) { node.SetText(ViewOf(value)); });
+    return Let([&](Node& node) { node.SetTextAlone(ViewOf(value)); });
 }
 
 STDMETHODIMP NodeObject::get_Key(BSTR* value)

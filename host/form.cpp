@@ -174,7 +174,7 @@ LRESULT Form::Answer(UINT message, WPARAM wParam, LPARAM lParam)
             OnTimer(wParam);
             return 0;
         case kStart:
-            Start();
+            if (!std::exchange(m_started, true)) Start();
             return 0;
         default:
             return AnswerFrame(message, wParam, lParam);

@@ -115,6 +115,7 @@ private:
     HACCEL m_accelerators = nullptr;
     HWND m_lastFocus = nullptr;
     std::function<void()> m_whenPainted;
+    bool m_started = false;
     int m_busy = 0;
     bool m_leaving = false;
     int m_status = 0;

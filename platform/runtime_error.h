@@ -32,10 +32,6 @@ inline RuntimeError TypeMismatch()
 {
     return {13, L"Type mismatch"};
 }
-inline RuntimeError OutOfStackSpace()
-{
-    return {28, L"Out of stack space"};
-}
 inline RuntimeError ObjectNotSet()
 {
     return {91, L"Object variable or With block variable not set"};

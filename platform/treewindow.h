@@ -44,6 +44,9 @@ struct TreeHit {
 class TreeWindowListener {
 public:
     virtual ~TreeWindowListener() = default;
+    /// Whether this is what the owner gave for the row. Anybody can insert rows into the window and write their data,
+    /// so it is asked before the data of a row is handed to any other call. Rows of strangers are told of by none.
+    virtual bool Owns(ItemHandle row, ItemData item) const noexcept = 0;
     /// The user opens (or closes) a row, or some program sends the window such a message; false keeps it as it is.
     virtual bool Expanding(ItemData item, bool expand) = 0;
     /// The row has been opened or closed.
@@ -69,6 +72,8 @@ public:
     virtual bool LabelEditing(ItemData item) = 0;
     /// The typed text, nothing when the edit was abandoned; false keeps the old label.
     virtual bool LabelEdited(ItemData item, const std::optional<std::wstring>& text) = 0;
+    /// Somebody destroys the window; for the last time its rows can be deleted.
+    virtual void Destroying() = 0;
 };
 
 /// The settings of the tree's face, each with the values that its property has.
@@ -92,6 +97,9 @@ public:
     virtual WindowHandle Handle() const = 0;
     /// Inserts a row as a child of `parent` (0: top level) behind `after` (0: last, kFirstRow: first); 0 on failure.
     virtual ItemHandle Insert(ItemHandle parent, ItemHandle after, ItemData data, const ItemLook& look) = 0;
+    /// Before the window goes: whether its rows can be deleted. While the platform's own code runs in it they cannot,
+    /// and their memory stays behind.
+    virtual bool MayEmpty() = 0;
     /// Deletes a row with all below it; 0 deletes every row.
     virtual void Delete(ItemHandle item) = 0;
     virtual void SetText(ItemHandle item, std::wstring_view text) = 0;

@@ -1,5 +1,6 @@
 #include "tree/navigation.h"
 
+#include <optional>
 #include <vector>
 
 #include "diagnostics/message_box.h"
@@ -94,25 +95,38 @@ void Navigation::SetNode()
 
 void Navigation::DrillDownNode(Node& pNode, const std::wstring& pText)
 {
+    std::optional<TreeView::Updating> hidden;
+    Descent descent = m_search.To(pText);
+    NodeRef node(&pNode);
+    while (Node* const next = StepDown(*node, pText, descent, hidden))
+        node = NodeRef(next);
+}
+
+/// One level of the way down: opens the node, and gives the child that the way goes on through, null at its end.
+Node* Navigation::StepDown(Node& pNode, const std::wstring& pText, Descent& descent,
+                           std::optional<TreeView::Updating>& hidden)
+{
     const NodeRef node(&pNode);
     NodeRef nod;
-    Trapped(m_instance, L"DrillDownNode", Variables("pNode,pText", node, pText), VARIABLES(nod), [&](int& line) {
+    const auto parameters = Variables("pNode,pText", node, pText);
+    return Trapped(m_instance, L"DrillDownNode", parameters, VARIABLES(nod), [&](int& line) -> Node* {
         line = 1;
-        const Descent level(m_depth);
+        // One paint for all levels that open.
+        if (!hidden && !pNode.Expanded()) hidden.emplace(m_instance.TV);
         pNode.SetExpanded(true);
         line = 2;
-        const ChildOnPath next = m_search.Towards(*node, pText);
+        const ChildOnPath next = m_search.Towards(*node, descent);
         line = 3;
         nod = NodeRef(next.child);
+        if (next.child != nullptr && !next.isTarget) return next.child;
+        if (hidden) hidden->End();
         if (next.child == nullptr) {
             TellNotPresent(m_boxes, m_instance.TV.hWnd(), pText);
-        } else if (next.isTarget) {
+        } else {
             line = 4;
             Show(*next.child);
-        } else {
-            line = 5;
-            DrillDownNode(*next.child, pText);
         }
+        return nullptr;
     });
 }
 

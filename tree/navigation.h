@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "instance/instance.h"
@@ -28,6 +29,7 @@ public:
     void DrillDownNode(Node& pNode, const std::wstring& pText);
 
 private:
+    Node* StepDown(Node& pNode, const std::wstring& pText, Descent& descent, std::optional<TreeView::Updating>& hidden);
     void Show(Node& node);
     bool IsFolderRow(const std::wstring& typ) const;
 
@@ -35,7 +37,6 @@ private:
     FolderTree& m_tree;
     MManipulateMsgBox& m_boxes;
     PathSearch m_search;
-    int m_depth = 0;
 };
 
 /// Tells the user, over the window `owner`, that the path does not exist.

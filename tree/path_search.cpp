@@ -1,5 +1,6 @@
 #include "tree/path_search.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "platform/text.h"
@@ -7,9 +8,6 @@
 namespace sylvex {
 
 namespace {
-
-/// Every level may hold a dump and an event of the host on the stack; no path that a person works with is as deep.
-constexpr int kDeepest = 1000;
 
 constexpr bool IsAscii(wchar_t c)
 {
@@ -131,28 +129,32 @@ Node* PathSearch::First(const std::wstring& path)
     });
 }
 
-ChildOnPath PathSearch::Towards(Node& parent, const std::wstring& pText)
+Descent PathSearch::To(const std::wstring& pText) const
+{
+    return {CaselessText(m_instance.platform.regional, pText + L'\\')};
+}
+
+ChildOnPath PathSearch::Towards(Node& parent, Descent& descent)
 {
     Regional& regional = m_instance.platform.regional;
-    const CaselessText target(regional, pText + L'\\');
+    const CaselessText& target = descent.target;
     const std::wstring above = parent.FullPath() + parent.Collection().PathSeparator();
     const std::wstring folder = m_tree.PathOf(above, {});
     const bool inside = target.BeginsWith(folder);
+    if (inside) descent.reached = std::max(descent.reached, folder.size());
     const std::wstring_view below = inside ? target.Text().substr(folder.size()) : std::wstring_view();
     const CaselessText next(regional, WithoutStar(below.substr(0, below.find(L'\\'))));
     for (Node* child = parent.Child(); child != nullptr; child = child->Next()) {
         const std::wstring& text = child->Text();
         if (inside && !next.Equals(text) && IsOnePart(text)) continue;
-        const ChildOnPath found = Judge(*child, m_tree.PathOf(above + text, text), target);
-        if (found.child != nullptr) return found;
+        const std::wstring path = m_tree.PathOf(above + text, text);
+        if (path.size() <= descent.reached) continue;
+        const ChildOnPath found = Judge(*child, path, target);
+        if (found.child == nullptr) continue;
+        descent.reached = path.size();
+        return found;
     }
     return {};
-}
-
-Descent::Descent(int& depth) : m_depth(depth)
-{
-    if (m_depth >= kDeepest) throw OutOfStackSpace();
-    ++m_depth;
 }
 
 }  // namespace sylvex

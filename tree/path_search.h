@@ -29,6 +29,12 @@ struct ChildOnPath {
     bool isTarget = false;  ///< the way ends at the child
 };
 
+/// A way down to a path, and how much of the path it has come to.
+struct Descent {
+    CaselessText target;
+    std::size_t reached = 0;
+};
+
 /// Finds nodes by the paths that FolderTree::BuildFullPath gives them, letter case aside and with one separator at the
 /// end of either. What one step of a descent and one pass over all nodes cost does not depend on how deep nodes lie.
 class PathSearch {
@@ -37,9 +43,11 @@ public:
 
     /// The loaded node of that path with the lowest index, null when there is none. Reads no disk.
     Node* First(const std::wstring& path);
-    /// The first child of `parent` that `pText` leads to: as its target, a folder's path without its last separator or
-    /// with "*" behind it, or on the way to it.
-    ChildOnPath Towards(Node& parent, const std::wstring& pText);
+    /// Begins a descent to `pText`: a folder's path without its last separator or with "*" behind it.
+    Descent To(const std::wstring& pText) const;
+    /// The first child of `parent` that the descent leads to, as its target or on the way to it. Each step comes to a
+    /// longer part of the path than any before, so that a descent ends whatever the texts of the nodes are.
+    ChildOnPath Towards(Node& parent, Descent& descent);
 
 private:
     static bool MayEnd(const Node& node, const std::vector<CaselessText>& parts);
@@ -47,19 +55,6 @@ private:
 
     Instance& m_instance;
     FolderTree& m_tree;
-};
-
-/// Counts the levels of a recursion while they are active.
-class Descent {
-public:
-    /// Raises 28 when there are too many levels already.
-    explicit Descent(int& depth);
-    ~Descent() { --m_depth; }
-    Descent(const Descent&) = delete;
-    Descent& operator=(const Descent&) = delete;
-
-private:
-    int& m_depth;
 };
 
 }  // namespace sylvex

@@ -79,6 +79,13 @@ void Node::SetText(std::wstring_view text)
     m_nodes->m_mirror.TextChanged(*this);
 }
 
+void Node::SetTextAlone(std::wstring_view text)
+{
+    const NodeRef keep(this);
+    m_nodes->ResolveBelow(*this);
+    keep->SetText(text);
+}
+
 ImageName Node::Image() const
 {
     return m_nodes->m_images.Name(m_image);

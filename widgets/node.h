@@ -67,6 +67,9 @@ public:
     void SetKey(const std::wstring& key);
     const std::wstring& Text() const { return m_text; }
     void SetText(std::wstring_view text);
+    /// The same for a host, which leaves the disk as it is: what waits to be asked for at the node and below it is
+    /// asked before, by the paths that are true. May raise what the question raises.
+    void SetTextAlone(std::wstring_view text);
     /// The three pictures; writing raises 35601 when the image list has none of that name.
     ImageName Image() const;
     void SetImage(const ImageName& image);

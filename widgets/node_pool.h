@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -12,6 +13,8 @@ public:
     explicit NodePool(std::size_t objectSize) : m_size(objectSize) {}
     void* Take();
     void Give(void* object) noexcept;
+    /// Whether an object of the pool, taken or free, begins at this address.
+    bool Holds(std::uintptr_t address) const noexcept;
     /// Gives all memory back; no object may be alive.
     void Reset() noexcept;
 
@@ -22,6 +25,7 @@ private:
     static constexpr std::size_t kPerBlock = 512;
     std::size_t m_size;
     std::vector<std::unique_ptr<std::byte[]>> m_blocks;
+    std::vector<std::uintptr_t> m_starts;  // of the blocks, ascending
     std::size_t m_usedInLast = kPerBlock;
     Free* m_free = nullptr;
 };

@@ -220,6 +220,14 @@ Node* Nodes::Find(const std::wstring& key) const
     return found == m_keys.end() ? nullptr : found->second;
 }
 
+const Node* Nodes::AtAddress(std::uintptr_t address) const noexcept
+{
+    if (!m_pool.Holds(address)) return nullptr;
+    // Memory of nodes, though perhaps of one that has gone: the slots know which ones live.
+    const auto* const node = reinterpret_cast<const Node*>(address);
+    return node->m_slot < m_slots.size() && m_slots[node->m_slot] == node ? node : nullptr;
+}
+
 Node& Nodes::Item(const std::wstring& key)
 {
     Node* node = Find(key);
@@ -249,14 +257,19 @@ void Nodes::Resolve(Node& node)
 {
     node.m_childPending = false;
     --m_pending;
+    // A failure is reported, and who hears of it may remove the node.
+    const std::uint32_t slot = node.m_slot;
+    const auto lives = [&] { return slot < m_slots.size() && m_slots[slot] == &node; };
     bool exists = false;
     try {
         exists = m_question && m_question(node);
     } catch (...) {
+        if (!lives()) throw;
         node.m_childPending = true;
         ++m_pending;
         throw;
     }
+    if (!lives()) throw NodeGone();
     if (exists) {
         Node* child = new (m_pool.Take()) Node;
         child->m_nodes = this;
@@ -274,6 +287,32 @@ void Nodes::ResolveAll()
 {
     for (std::size_t slot = m_lowestPending; m_pending > 0 && slot < m_slots.size(); ++slot)
         if (m_slots[slot] != nullptr && m_slots[slot]->m_childPending) Resolve(*m_slots[slot]);
+}
+
+void Nodes::ResolveBelow(Node& top)
+{
+    if (m_pending == 0) return;
+    std::vector<NodeRef> waiting;
+    const Node* node = &top;
+    while (node != nullptr) {
+        if (node->m_childPending) waiting.emplace_back(m_slots[node->m_slot]);
+        if (node->m_child != nullptr) {
+            node = node->m_child;
+            continue;
+        }
+        while (node != &top && node->m_next == nullptr)
+            node = node->m_parent;
+        node = node != &top ? node->m_next : nullptr;
+    }
+    for (const NodeRef& asked : waiting)
+        if (asked.IfAlive() != nullptr && asked->m_childPending) Resolve(*asked);
+}
+
+void Nodes::SetPathSeparator(const std::wstring& separator)
+{
+    if (separator == m_pathSeparator) return;
+    ResolveAll();
+    m_pathSeparator = separator;
 }
 
 /// Renumbers the slots when most are empty, so that reading a folder again and again does not grow the order.

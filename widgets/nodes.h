@@ -66,6 +66,8 @@ public:
     /// Raises 35601 when no node has the key.
     Node& Item(const std::wstring& key);
     Node* Find(const std::wstring& key) const;
+    /// The node that lives at an address, which may be any number; null when none does.
+    const Node* AtAddress(std::uintptr_t address) const noexcept;
     /// The first root, null when empty. (Index 1 is the oldest node, which is the first root unless roots were inserted
     /// before it.)
     Node* FirstRoot() const { return m_firstRoot; }
@@ -85,7 +87,8 @@ public:
     void MarksWritten() { m_mirror.MarksChanged(); }
 
     const std::wstring& PathSeparator() const { return m_pathSeparator; }
-    void SetPathSeparator(const std::wstring& separator) { m_pathSeparator = separator; }
+    /// What waits to be asked for is asked before: later it would be another path. May raise what the question raises.
+    void SetPathSeparator(const std::wstring& separator);
     ImageNames& Images() { return m_images; }
     Regional& RegionalServices() { return m_regional; }
 
@@ -103,6 +106,7 @@ private:
     void SetKeyOf(Node& node, const std::wstring& key);
     void Resolve(Node& node);
     void ResolveAll();
+    void ResolveBelow(Node& top);
     void CompactIfSparse();
     void Move(Node& node, Node& parent);
 

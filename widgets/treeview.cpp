@@ -1,5 +1,6 @@
 #include "widgets/treeview.h"
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -14,11 +15,6 @@ Node& NodeOf(ItemData item)
     return *reinterpret_cast<Node*>(item);
 }
 
-ItemData DataOf(Node& node)
-{
-    return reinterpret_cast<ItemData>(&node);
-}
-
 }  // namespace
 
 TreeView::TreeView(Platform& platform, TreeViewEvents& events, WindowHandle parent)
@@ -29,6 +25,7 @@ TreeView::TreeView(Platform& platform, TreeViewEvents& events, WindowHandle pare
 
 TreeView::~TreeView()
 {
+    Destroying();
     m_window.reset();
 }
 
@@ -45,6 +42,7 @@ void TreeView::AttachWindow(WindowHandle parent)
 
 void TreeView::DetachWindow()
 {
+    Destroying();
     m_window.reset();
     Forget(nullptr);
 }
@@ -59,84 +57,6 @@ void TreeView::WriteSettings()
     m_window->SetVisible(m_visible);
     m_window->Move(m_place);
     if (m_hasCheckPictures) m_window->InstallCheckPictures();
-}
-
-// ---- rows of the window, written from the model
-
-bool TreeView::HasRow(const Node& node) const
-{
-    return m_window != nullptr && node.m_item != 0;
-}
-
-ExpandButton TreeView::ButtonOf(const Node& node) const
-{
-    if (node.m_childPending) return ExpandButton::Ask;
-    return node.m_children > 0 ? ExpandButton::Yes : ExpandButton::No;
-}
-
-ItemLook TreeView::LookOf(const Node& node) const
-{
-    const int image = node.m_expanded && node.m_expandedImage != 0 ? node.m_expandedImage : node.m_image;
-    const int selected = node.m_extras ? node.m_extras->selectedImage : 0;
-    return {node.m_text,    m_images.Picture(image), m_images.Picture(selected != 0 ? selected : image),
-            ButtonOf(node), node.m_checked,          node.m_bold};
-}
-
-void TreeView::InsertRow(Node& node, ItemHandle after)
-{
-    const ItemHandle parent = node.m_parent != nullptr ? node.m_parent->m_item : 0;
-    ++m_layoutVersion;
-    node.m_item = m_window->Insert(parent, after, DataOf(node), LookOf(node));
-    if (node.m_item == 0) throw OutOfMemory();
-}
-
-/// Gives the children of `parent` (null: the roots) their rows, unless they have them.
-void TreeView::Realise(Node* parent)
-{
-    const bool has = parent != nullptr ? parent->m_realised : m_rootsRealised;
-    if (has || m_window == nullptr || (parent != nullptr && parent->m_item == 0)) return;
-    Updating hidden(*this);
-    InsertRowsOf(parent);
-    hidden.End();
-}
-
-/// The same for all levels below that the model has open. Rows go in while their parent is still closed, which is what
-/// keeps the window's own work small.
-void TreeView::InsertRowsOf(Node* parent)
-{
-    std::vector<Node*> parents{parent};
-    std::vector<Node*> opened;
-    while (!parents.empty()) {
-        Node* at = parents.back();
-        parents.pop_back();
-        (at != nullptr ? at->m_realised : m_rootsRealised) = true;
-        if (at != nullptr && at != parent) opened.push_back(at);
-        for (Node* child = at != nullptr ? at->m_child : m_nodes.FirstRoot(); child != nullptr; child = child->m_next) {
-            InsertRow(*child, 0);
-            if (child->m_expanded) parents.push_back(child);
-        }
-    }
-    for (auto at = opened.rbegin(); at != opened.rend(); ++at)
-        m_window->Expand((*at)->m_item, true);
-}
-
-/// Takes the rows below `parent` (null: all) out of the model's books; the window has lost them already.
-void TreeView::Forget(Node* parent)
-{
-    (parent != nullptr ? parent->m_realised : m_rootsRealised) = false;
-    Node* node = parent != nullptr ? parent->m_child : m_nodes.FirstRoot();
-    while (node != nullptr) {
-        node->m_item = 0;
-        if (node->m_realised && node->m_child != nullptr) {
-            node->m_realised = false;
-            node = node->m_child;
-            continue;
-        }
-        node->m_realised = false;
-        while (node->m_next == nullptr && node->m_parent != parent)
-            node = node->m_parent;
-        node = node->m_next;
-    }
 }
 
 // ---- what the model tells
@@ -162,9 +82,7 @@ void TreeView::Removing(Node& node)
     if (!HasRow(node)) return;
     ++m_layoutVersion;
     if (m_edited.IfAlive() == &node) m_window->CancelEdit();
-    m_byWindow = true;  // a selection that the window moves on by itself is no click
-    m_window->Delete(node.m_item);
-    m_byWindow = false;
+    DeleteRows(&node);
     node.m_item = 0;
     Forget(&node);
 }
@@ -173,9 +91,7 @@ void TreeView::RemovingAll()
 {
     if (m_window != nullptr) {
         m_window->CancelEdit();
-        m_byWindow = true;
-        m_window->Delete(0);
-        m_byWindow = false;
+        DeleteRows(nullptr);
     }
 }
 
@@ -221,9 +137,9 @@ void TreeView::Reordered(Node* parent)
     const NodeRef selected = m_selected;
     m_window->CancelEdit();
     Updating hidden(*this);
-    m_byWindow = true;
     for (Node* node = parent != nullptr ? parent->m_child : m_nodes.FirstRoot(); node != nullptr; node = node->m_next)
-        m_window->Delete(node->m_item);
+        DeleteRows(node);
+    m_byWindow = true;
     Forget(parent);
     InsertRowsOf(parent);
     if (parent != nullptr && parent->m_expanded) m_window->Expand(parent->m_item, true);
@@ -303,11 +219,15 @@ bool TreeView::Show(Node& node)
     for (Node* above = node.m_parent; above != nullptr; above = above->m_parent)
         ancestors.emplace_back(above);
     bool opened = false;
+    std::optional<Updating> hidden;
     for (auto at = ancestors.rbegin(); at != ancestors.rend(); ++at) {
         Node& ancestor = **at;
+        // One paint for all levels that open.
+        if (opened && !ancestor.m_expanded && !hidden) hidden.emplace(*this);
         opened = opened || !ancestor.m_expanded;
         ancestor.SetExpanded(true);
     }
+    if (hidden) hidden->End();
     Node& alive = AsItIsNow(keep, parent, text);
     const bool scrolled = HasRow(alive) && m_window->EnsureVisible(alive.m_item);
     return opened || scrolled;

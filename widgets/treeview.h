@@ -61,7 +61,7 @@ public:
     Node* HitTest(Point where);
     /// The row of a node in the window, 0 while it has none.
     ItemHandle ItemOf(const Node& node) const { return node.m_item; }
-    /// The node of a row that the window has just told of, null for 0.
+    /// The node of a row that the window has just told of, null for 0 and for a row that somebody else has inserted.
     Node* NodeOfItem(ItemHandle item);
     /// Opens the selected node's label for editing; nothing without a selection.
     void StartLabelEdit();
@@ -123,6 +123,7 @@ private:
     Node* SelectedNode() override { return SelectedItem(); }
 
     // TreeWindowListener
+    bool Owns(ItemHandle row, ItemData item) const noexcept override;
     bool Expanding(ItemData item, bool expand) override;
     void Expanded(ItemData item, bool expand) override;
     bool HasChildren(ItemData item) override;
@@ -139,6 +140,7 @@ private:
     void MouseUp(short button, short shift, Point where) override;
     bool LabelEditing(ItemData item) override;
     bool LabelEdited(ItemData item, const std::optional<std::wstring>& text) override;
+    void Destroying() override;
 
     bool HasRow(const Node& node) const;
     ItemLook LookOf(const Node& node) const;
@@ -147,6 +149,8 @@ private:
     void Realise(Node* parent);
     void InsertRowsOf(Node* parent);
     void Forget(Node* parent);
+    std::vector<ItemHandle> PiecesOf(Node* top) const;
+    void DeleteRows(Node* top);
     bool OpenModel(Node& node);
     void CloseModel(Node& node);
     void WriteSettings();
@@ -159,8 +163,9 @@ private:
     Nodes m_nodes;
     std::unique_ptr<TreeWindow> m_window;
     bool m_rootsRealised = false;
-    bool m_byWindow = false;        // the window is changing the selection by itself
-    const Node* m_asked = nullptr;  // the window is asking whether this node has children
+    bool m_byWindow = false;           // the window is changing the selection by itself
+    const Node* m_asked = nullptr;     // the window is asking whether this node has children
+    const Node* m_inserted = nullptr;  // gets its row just now
     NodeRef m_selected;
     NodeRef m_dropHighlight;
     NodeRef m_edited;

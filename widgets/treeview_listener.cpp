@@ -29,6 +29,12 @@ void TreeView::FromWindow(Body&& body) noexcept
     }
 }
 
+bool TreeView::Owns(ItemHandle row, ItemData item) const noexcept
+{
+    const Node* node = m_nodes.AtAddress(item);
+    return node != nullptr && (node->m_item == row || node == m_inserted);
+}
+
 bool TreeView::Expanding(ItemData item, bool expand)
 {
     Node& node = NodeOf(item);
@@ -178,7 +184,8 @@ Node* TreeView::NodeOfItem(ItemHandle item)
     record.hItem = item;
     const auto address = reinterpret_cast<std::intptr_t>(&record);
     if (item == 0 || m_platform.windows.Send(hWnd(), TVM_GETITEMA, 0, address) == 0) return nullptr;
-    return &NodeOf(static_cast<ItemData>(record.lParam));
+    const auto data = static_cast<ItemData>(record.lParam);
+    return Owns(item, data) ? &NodeOf(data) : nullptr;
 }
 
 void TreeView::StartLabelEdit(const std::wstring& typed)

@@ -13,7 +13,7 @@ public:
     explicit Win32Timer(std::function<void()> tick) : m_tick(std::move(tick)) {}
     ~Win32Timer() override
     {
-        if (m_enabled) KillTimer(m_window.get(), Identifier());
+        if (m_enabled) KillTimer(m_window.get(), kIdentifier);
     }
 
     int Interval() const override { return m_interval; }
@@ -32,13 +32,13 @@ public:
         if (enabled) {
             Set();
         } else {
-            KillTimer(m_window.get(), Identifier());
+            KillTimer(m_window.get(), kIdentifier);
         }
         m_enabled = enabled;
     }
 
 private:
-    UINT_PTR Identifier() const noexcept { return reinterpret_cast<UINT_PTR>(this); }
+    static constexpr UINT_PTR kIdentifier = 1;
 
     void Set()
     {
@@ -47,16 +47,18 @@ private:
         if (!m_window) {
             m_window.reset(
                 CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
+            SetWindowLongPtrW(m_window.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
         }
-        if (!m_window || !SetTimer(m_window.get(), Identifier(), static_cast<UINT>(m_interval), &OnTimer)) {
+        if (!m_window || !SetTimer(m_window.get(), kIdentifier, static_cast<UINT>(m_interval), &OnTimer)) {
             throw OutOfMemory();
         }
     }
 
-    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR identifier, DWORD)
+    static void CALLBACK OnTimer(HWND window, UINT, UINT_PTR, DWORD)
     {
-        const auto* const timer = reinterpret_cast<const Win32Timer*>(identifier);
-        if (!timer->m_enabled) return;
+        // By its window, which only we know, and not by a number that a message brings.
+        const auto* const timer = reinterpret_cast<const Win32Timer*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (!timer || !timer->m_enabled) return;
         // The callback may destroy the timer.
         const auto tick = timer->m_tick;
         tick();

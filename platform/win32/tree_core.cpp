@@ -46,7 +46,17 @@ LRESULT TreeCore::Send(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (!m_window) return 0;
     const Frame frame(shared_from_this());
-    return CallWindowProcW(m_native, m_window, message, wParam, lParam);
+    return CallNative(m_window, message, wParam, lParam);
+}
+
+LRESULT TreeCore::CallNative(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const auto orders = rows.Orders();
+    ++m_natives;
+    const auto answer = CallWindowProcW(m_native, window, message, wParam, lParam);
+    --m_natives;
+    rows.Obey(orders);
+    return answer;
 }
 
 LRESULT TreeCore::Send(UINT message, WPARAM wParam, HTREEITEM item)
@@ -85,21 +95,37 @@ std::optional<LRESULT> TreeCore::OnHooked(HWND window, UINT message, WPARAM wPar
 LRESULT TreeCore::OnTreeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     const Frame frame(shared_from_this());
-    if (message == WM_NCDESTROY) {
-        OnDestroyed(window);
-    } else if (message == WM_DESTROY) {
-        edit.Forget();
-        face.BeforeDestroy(window);
-        const auto result = CallWindowProcW(m_native, window, message, wParam, lParam);
-        // It has let go of its rows. A container may have saved the window above it in this very moment, which then
-        // outlives its form, and this one with it.
-        m_emptied = window;
-        m_window = nullptr;
-        return result;
-    } else if (m_listener && m_window) {
+    if (message == WM_NCDESTROY) return OnGone(window, message, wParam, lParam);
+    if (message == WM_DESTROY) return OnDestroy(window, message, wParam, lParam);
+    if (m_listener && m_window) {
         if (const auto answer = Intercept(message, wParam, lParam)) return *answer;
     }
-    return CallWindowProcW(m_native, window, message, wParam, lParam);
+    return CallNative(window, message, wParam, lParam);
+}
+
+LRESULT TreeCore::OnDestroy(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    edit.Forget();
+    if (m_natives == 0 && m_listener && m_window) m_listener->Destroying();
+    face.BeforeDestroy(window);
+    // A host that destroys the window out of one of its calls: the native code goes on when that returns, and what it
+    // goes on with must still be there. Its memory stays behind.
+    const auto result = m_natives > 0 || m_leavesRows ? 0 : CallNative(window, message, wParam, lParam);
+    // It has let go of its rows. A container may have saved the window above it in this very moment, which then
+    // outlives its form, and this one with it.
+    m_emptied = window;
+    m_window = nullptr;
+    return result;
+}
+
+LRESULT TreeCore::OnGone(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    m_window = nullptr;
+    m_detached = nullptr;
+    m_emptied = nullptr;
+    WindowHook::Detach(m_parent, *this);
+    WindowHook::Detach(window, *this);
+    return CallWindowProcW(m_natives > 0 || m_leavesRows ? DefWindowProcW : m_native, window, message, wParam, lParam);
 }
 
 std::optional<LRESULT> TreeCore::Intercept(UINT message, WPARAM wParam, LPARAM lParam)
@@ -123,21 +149,18 @@ std::optional<LRESULT> TreeCore::OnItemMessage(UINT message, WPARAM wParam, LPAR
     switch (message) {
         case TVM_EXPAND:
             return rows.Route(wParam, reinterpret_cast<HTREEITEM>(lParam));
+        case TVM_SELECTITEM:
+            if ((wParam & TVGN_CARET) != TVGN_CARET && wParam != TVGN_FIRSTVISIBLE) return std::nullopt;
+            [[fallthrough]];
+        case TVM_ENSUREVISIBLE:
+            if (rows.Reveal(reinterpret_cast<HTREEITEM>(lParam))) return std::nullopt;
+            return FALSE;
         case TVM_EDITLABELA:
         case TVM_EDITLABELW:
             return edit.OnAsked(message, wParam, lParam);
         default:
             return marks.OnItemMessage(message, wParam, lParam);
     }
-}
-
-void TreeCore::OnDestroyed(HWND window)
-{
-    m_window = nullptr;
-    m_detached = nullptr;
-    m_emptied = nullptr;
-    WindowHook::Detach(m_parent, *this);
-    WindowHook::Detach(window, *this);
 }
 
 std::optional<LRESULT> TreeCore::OnParentMessage(UINT message, LPARAM lParam)
@@ -163,7 +186,7 @@ std::optional<LRESULT> TreeCore::OnNotify(NMHDR& header)
         case TVN_ITEMEXPANDINGW:
             return rows.OnExpanding(change);
         case TVN_ITEMEXPANDEDW:
-            return rows.OnExpanded(change);
+            return rows.OnExpanded();
         case TVN_SELCHANGEDW:
             return rows.OnSelected(change);
         case TVN_DELETEITEMW:

@@ -39,6 +39,12 @@ public:
         call(*m_listener);
         return m_listener && m_window;
     }
+    /// False while native code runs in the window; then its rows are never freed.
+    bool MayEmpty() noexcept
+    {
+        m_leavesRows = m_leavesRows || m_natives > 0;
+        return !m_leavesRows;
+    }
     /// Lets go of the listener and destroys the window, at once or as soon as no native code runs in it.
     void Close() noexcept;
 
@@ -55,7 +61,9 @@ private:
     LRESULT OnTreeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> Intercept(UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> OnItemMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    void OnDestroyed(HWND window);
+    LRESULT CallNative(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnDestroy(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnGone(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> OnNotify(NMHDR& header);
     void TakeOut() noexcept;
 
@@ -66,6 +74,8 @@ private:
     TreeWindowListener* m_listener;
     WNDPROC m_native = nullptr;
     int m_depth = 0;
+    int m_natives = 0;  // calls of the native procedure that are under way
+    bool m_leavesRows = false;
 };
 
 }  // namespace sylvex

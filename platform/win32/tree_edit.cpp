@@ -21,6 +21,7 @@ void TreeEdit::Begin(HTREEITEM item)
 LRESULT TreeEdit::OnAsked(UINT message, WPARAM wParam, LPARAM lParam)
 {
     const auto keep = m_core.shared_from_this();
+    if (!m_core.rows.Reveal(reinterpret_cast<HTREEITEM>(lParam))) return 0;
     const bool before = std::exchange(m_asked, true);
     const auto edit = m_core.Send(message, wParam, lParam);
     m_asked = before;
@@ -36,9 +37,9 @@ LRESULT TreeEdit::OnBegin(const NMTVDISPINFOW& notice)
 {
     constexpr LRESULT kNoEditing = TRUE;
     if (!m_asked && (!m_automatic || m_core.input.SpoilsEditing())) return kNoEditing;
+    const auto data = m_core.rows.Owned(notice.item.hItem, notice.item.lParam);
     bool allowed = false;
-    const auto data = static_cast<ItemData>(notice.item.lParam);
-    const bool told = m_core.Tell([&](TreeWindowListener& l) { allowed = l.LabelEditing(data); });
+    const bool told = data && m_core.Tell([&](TreeWindowListener& l) { allowed = l.LabelEditing(*data); });
     if (!told || !allowed) return kNoEditing;
     m_open = true;
     return FALSE;

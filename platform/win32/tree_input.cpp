@@ -194,10 +194,12 @@ LRESULT TreeInput::OnClick()
     constexpr UINT kBesideRow = TVHT_ONITEMRIGHT | TVHT_ONITEMINDENT;
     const auto place = m_core.face.SelectsFullRow() ? kOnRow | kBesideRow : kOnRow;
     if (!m_press.item || m_press.item != m_press.caret || (m_press.flags & place) == 0) return 0;
-    if (const auto data = m_core.rows.DataOf(m_press.item)) {
+    auto* const row = m_press.item;
+    if (const auto data = m_core.rows.DataOf(row)) {
         m_core.Tell([&](TreeWindowListener& l) { l.Clicked(*data); });
     }
-    return 0;
+    // Else the tree would select the row, which may have gone.
+    return m_press.item == row && m_core.Window() ? FALSE : TRUE;
 }
 
 bool TreeInput::IsDrag(Point here) const
@@ -231,7 +233,7 @@ LRESULT TreeInput::OnKeyDown(UINT message, WPARAM wParam, LPARAM lParam)
 {
     auto key = static_cast<short>(wParam);
     if (!m_core.Tell([&](TreeWindowListener& l) { l.KeyDown(key, ShiftOfKeys()); })) return 0;
-    m_starPressed = false;
+    m_command = 0;
     if (key == 0 || (message == WM_KEYDOWN && DoKey(key))) return 0;
     return m_core.Send(message, static_cast<WPARAM>(key), lParam);
 }
@@ -245,17 +247,28 @@ bool TreeInput::DoKey(short key)
         m_core.Tell([&](TreeWindowListener& l) { l.CheckClicked(*data); });
         return true;
     }
-    if (key == VK_MULTIPLY) {
-        // The tree would open all there is below the row, which here means to read a whole disk.
-        m_starPressed = true;
-        m_core.rows.Route(TVE_EXPAND, row);
-        return true;
-    }
+    if (DoExpanding(key, row)) return true;
     if (key == VK_F2 && m_core.edit.Automatic()) {
         m_core.edit.Begin(row);
         return true;
     }
     return false;
+}
+
+/// Opening and closing: the tree itself goes on with the row although the listener may have taken it away.
+bool TreeInput::DoExpanding(short key, HTREEITEM row)
+{
+    // The tree would open all there is below the row, which here means to read a whole disk.
+    if (key == VK_MULTIPLY) m_command = L'*';
+    if (key == VK_ADD) m_command = L'+';
+    if (key == VK_SUBTRACT) m_command = L'-';
+    // With Control the arrows scroll. Left in a closed row leads to its parent, Right in an open one to its first
+    // child.
+    const bool arrow = (key == VK_LEFT || key == VK_RIGHT) && !IsDown(VK_CONTROL);
+    const bool expand = key == VK_MULTIPLY || key == VK_ADD || key == VK_RIGHT;
+    if (m_command == 0 && (!arrow || m_core.rows.IsExpanded(row) == expand)) return false;
+    m_core.rows.Route(expand ? TVE_EXPAND : TVE_COLLAPSE, row);
+    return true;
 }
 
 LRESULT TreeInput::OnChar(WPARAM wParam, LPARAM lParam)
@@ -264,7 +277,8 @@ LRESULT TreeInput::OnChar(WPARAM wParam, LPARAM lParam)
     if (!m_core.Tell([&](TreeWindowListener& l) { l.KeyPress(character); })) return 0;
     const auto typed = static_cast<WPARAM>(static_cast<WORD>(character));
     // The tree looks for a row that begins like this, and beeps when there is none.
-    const bool command = typed < L' ' || (typed == L' ' && m_core.face.HasBoxes()) || (typed == L'*' && m_starPressed);
+    const bool command =
+        typed < L' ' || (typed == L' ' && m_core.face.HasBoxes()) || (m_command != 0 && typed == m_command);
     return command ? 0 : m_core.Send(WM_CHAR, typed, lParam);
 }
 

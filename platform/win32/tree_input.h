@@ -37,6 +37,7 @@ private:
     bool TellRelease(short button, WPARAM wParam, LPARAM lParam);
     LRESULT OnKeyDown(UINT message, WPARAM wParam, LPARAM lParam);
     bool DoKey(short key);
+    bool DoExpanding(short key, HTREEITEM row);
     LRESULT OnChar(WPARAM wParam, LPARAM lParam);
     LRESULT OnKeyUp(UINT message, WPARAM wParam, LPARAM lParam);
     Press PressAt(LPARAM where);
@@ -52,7 +53,7 @@ private:
     bool m_captured = false;  // the capture was taken here
     bool m_captureMoved = false;
     bool m_boxPressed = false;  // since the tree itself saw a press
-    bool m_starPressed = false;
+    wchar_t m_command = 0;      // the character that the key pressed last sends, when it is a command
 };
 
 }  // namespace sylvex

@@ -56,8 +56,8 @@ std::optional<TVITEMW> TreeMarks::Difference(HTREEITEM row)
     item.stateMask = kStateMask;
     if (!m_core.Send(TVM_GETITEMW, 0, ParameterOf(&item))) return std::nullopt;
     RowMarks marks;
-    const auto data = static_cast<ItemData>(item.lParam);
-    if (!m_core.Tell([&](TreeWindowListener& l) { marks = l.Marks(data); })) return std::nullopt;
+    const auto data = m_core.rows.Owned(row, item.lParam);
+    if (!data || !m_core.Tell([&](TreeWindowListener& l) { marks = l.Marks(*data); })) return std::nullopt;
     const auto state = StateOf(marks.checked, marks.bold);
     const auto image = PictureOf(marks.image);
     item.mask = TVIF_HANDLE;
@@ -118,17 +118,21 @@ std::optional<LRESULT> TreeMarks::OnItemMessage(UINT message, WPARAM wParam, LPA
 
 std::optional<LRESULT> TreeMarks::OnWrite(UINT message, WPARAM wParam, const TVITEMW& item)
 {
-    if ((item.mask & TVIF_STATE) == 0 || (item.stateMask & kStateMask) == 0) return std::nullopt;
+    const bool ofMarks = (item.mask & TVIF_STATE) != 0 && (item.stateMask & kStateMask) != 0;
+    if (!ofMarks && (item.mask & TVIF_PARAM) == 0) return std::nullopt;
     const auto keep = m_core.shared_from_this();
-    // The marks are the model's. Everything else of the message goes on; a longer form of the record keeps its tail.
+    const auto data = m_core.rows.DataOf(item.hItem);
+    if (!data) return std::nullopt;
+    // The marks and the data are the model's. Everything else of the message goes on; a longer form of the record keeps
+    // its tail.
     constexpr UINT kLongForms = TVIF_INTEGRAL | 0x100 | 0x200;
     TVITEMEXW rest{};
     std::memcpy(&rest, &item, item.mask & kLongForms ? sizeof(TVITEMEXW) : sizeof(TVITEMW));
+    rest.mask &= ~TVIF_PARAM;
     rest.stateMask &= ~kStateMask;
     const auto answer = m_core.Send(message, wParam, ParameterOf(&rest));
-    const auto data = m_core.rows.DataOf(item.hItem);
-    const auto asked = item.state & item.stateMask & TVIS_STATEIMAGEMASK;
-    if (!answer || !data || (asked != kChecked && asked != kUnchecked)) return answer;
+    const auto asked = ofMarks ? item.state & item.stateMask & TVIS_STATEIMAGEMASK : 0;
+    if (!answer || !m_core.rows.DataOf(item.hItem) || (asked != kChecked && asked != kUnchecked)) return answer;
     m_core.Tell([&](TreeWindowListener& l) {
         if (l.Marks(*data).checked != (asked == kChecked)) l.CheckClicked(*data);
     });

@@ -1,7 +1,6 @@
 #include "platform/win32/tree_rows.h"
 
 #include <string>
-#include <vector>
 
 #include "platform/win32/tree_core.h"
 
@@ -110,43 +109,78 @@ void TreeRows::Expand(HTREEITEM item, bool expand)
     m_quiet = before;
 }
 
-void TreeRows::Reveal(HTREEITEM item)
+// Keeps its row among the orders, which are told when it goes.
+class TreeRows::Watched {
+public:
+    Watched(TreeRows& rows, HTREEITEM item) : m_rows(rows), m_place(rows.m_orders.size())
+    {
+        rows.m_orders.push_back({item, false});
+    }
+    ~Watched() { m_rows.m_orders.resize(m_place); }
+    Watched(const Watched&) = delete;
+    Watched& operator=(const Watched&) = delete;
+    explicit operator bool() const { return m_rows.m_orders[m_place].item != nullptr; }
+
+private:
+    TreeRows& m_rows;
+    std::size_t m_place;
+};
+
+bool TreeRows::Reveal(HTREEITEM item)
 {
     const auto keep = m_core.shared_from_this();
-    std::vector<HTREEITEM> above;
+    if (!item || IsUncovered(item)) return true;
+    const Watched row(*this, item);
+    const auto first = m_orders.size();
     const auto parentOf = [&](HTREEITEM child) {
         return reinterpret_cast<HTREEITEM>(m_core.Send(TVM_GETNEXTITEM, TVGN_PARENT, child));
     };
-    for (auto* parent = parentOf(item); parent; parent = parentOf(parent))
-        above.push_back(parent);
-    while (!above.empty()) {
-        Route(TVE_EXPAND, above.back());
-        above.pop_back();
+    for (auto* above = parentOf(item); above; above = parentOf(above))
+        m_orders.push_back({above, true});
+    while (m_orders.size() > first) {
+        auto* const above = m_orders.back().item;
+        m_orders.pop_back();
+        Route(TVE_EXPAND, above);
     }
+    return static_cast<bool>(row);
+}
+
+bool TreeRows::IsUncovered(HTREEITEM item)
+{
+    // The message takes the item in the place of its answer.
+    union {
+        HTREEITEM item;
+        RECT place;
+    } question{item};
+    return m_core.Send(TVM_GETITEMRECT, FALSE, ParameterOf(&question)) != 0;
 }
 
 void TreeRows::Select(HTREEITEM item)
 {
     const auto keep = m_core.shared_from_this();
-    // The tree would open the rows above by itself, and tell nobody.
-    if (item) Reveal(item);
-    m_core.Send(TVM_SELECTITEM, TVGN_CARET, item);
+    if (Reveal(item)) m_core.Send(TVM_SELECTITEM, TVGN_CARET, item);
 }
 
-LRESULT TreeRows::Route(WPARAM action, HTREEITEM item)
+std::optional<LRESULT> TreeRows::Route(WPARAM action, HTREEITEM item)
 {
     const auto keep = m_core.shared_from_this();
     const auto data = DataOf(item);
-    if (!data) return FALSE;
+    if (!data) return std::nullopt;
     const bool expanded = IsExpanded(item);
     const bool expand = (action & TVE_TOGGLE) == TVE_TOGGLE ? !expanded : (action & TVE_EXPAND) != 0;
     if (expand == expanded) return FALSE;
+    return Change(item, *data, expand);
+}
+
+LRESULT TreeRows::Change(HTREEITEM item, ItemData data, bool expand)
+{
+    const Watched row(*this, item);
     bool allowed = false;
-    if (!m_core.Tell([&](TreeWindowListener& l) { allowed = l.Expanding(*data, expand); })) return FALSE;
-    if (!allowed) return FALSE;
-    Expand(item, expand);
-    if (!m_core.Window() || IsExpanded(item) != expand) return FALSE;
-    m_core.Tell([&](TreeWindowListener& l) { l.Expanded(*data, expand); });
+    if (!m_core.Tell([&](TreeWindowListener& l) { allowed = l.Expanding(data, expand); }) || !row) return FALSE;
+    const bool done = IsExpanded(item) == expand;
+    if (allowed != done) Expand(item, allowed ? expand : !expand);
+    if (!allowed || !m_core.Window() || !row || IsExpanded(item) != expand) return FALSE;
+    m_core.Tell([&](TreeWindowListener& l) { l.Expanded(data, expand); });
     return TRUE;
 }
 
@@ -161,7 +195,15 @@ std::optional<ItemData> TreeRows::DataOf(HTREEITEM item)
     record.mask = TVIF_HANDLE | TVIF_PARAM;
     record.hItem = item;
     if (!item || !m_core.Send(TVM_GETITEMW, 0, ParameterOf(&record))) return std::nullopt;
-    return static_cast<ItemData>(record.lParam);
+    return Owned(item, record.lParam);
+}
+
+std::optional<ItemData> TreeRows::Owned(HTREEITEM item, LPARAM data)
+{
+    const auto given = static_cast<ItemData>(data);
+    bool owned = false;
+    m_core.Tell([&](const TreeWindowListener& l) { owned = l.Owns(NumberOf(item), given); });
+    return owned ? std::optional(given) : std::nullopt;
 }
 
 bool TreeRows::IsExpanded(HTREEITEM item)
@@ -171,26 +213,33 @@ bool TreeRows::IsExpanded(HTREEITEM item)
 
 LRESULT TreeRows::OnExpanding(const NMTREEVIEWW& change)
 {
-    if (m_quiet) return FALSE;
-    bool allowed = false;
-    const auto data = static_cast<ItemData>(change.itemNew.lParam);
-    const bool told =
-        m_core.Tell([&](TreeWindowListener& l) { allowed = l.Expanding(data, (change.action & TVE_EXPAND) != 0); });
-    return !told || !allowed;
+    if (m_quiet || !Owned(change.itemNew.hItem, change.itemNew.lParam)) return FALSE;
+    // Whatever the answer, the tree goes on with the row, which the listener may take away: it is asked when the tree
+    // has done.
+    m_orders.push_back({change.itemNew.hItem, (change.action & TVE_EXPAND) != 0});
+    return TRUE;
 }
 
-LRESULT TreeRows::OnExpanded(const NMTREEVIEWW& change)
+void TreeRows::Obey(std::size_t known)
+{
+    const auto keep = m_core.shared_from_this();
+    while (m_orders.size() > known) {
+        const auto order = m_orders[known];
+        m_orders.erase(m_orders.begin() + static_cast<std::ptrdiff_t>(known));
+        // Some trees have closed the row although they were told not to: then the listener hears of it all the same.
+        if (const auto data = DataOf(order.item)) Change(order.item, *data, order.expand);
+    }
+}
+
+LRESULT TreeRows::OnExpanded()
 {
     m_core.marks.Stale();
-    if (m_quiet) return 0;
-    const auto data = static_cast<ItemData>(change.itemNew.lParam);
-    m_core.Tell([&](TreeWindowListener& l) { l.Expanded(data, (change.action & TVE_EXPAND) != 0); });
     return 0;
 }
 
 LRESULT TreeRows::OnSelected(const NMTREEVIEWW& change)
 {
-    const auto data = change.itemNew.hItem ? static_cast<ItemData>(change.itemNew.lParam) : 0;
+    const auto data = change.itemNew.hItem ? Owned(change.itemNew.hItem, change.itemNew.lParam).value_or(0) : 0;
     const bool byUser = change.action == TVC_BYMOUSE || change.action == TVC_BYKEYBOARD;
     m_core.Tell([&](TreeWindowListener& l) { l.Selected(data, byUser); });
     return 0;
@@ -200,17 +249,20 @@ LRESULT TreeRows::OnDeleted(const NMTREEVIEWW& change)
 {
     if (!m_ownSelectedImage.empty()) m_ownSelectedImage.erase(change.itemOld.hItem);
     m_core.input.Forget(change.itemOld.hItem);
+    for (auto& order : m_orders)
+        if (order.item == change.itemOld.hItem) order.item = nullptr;
     return 0;
 }
 
 LRESULT TreeRows::OnAsked(NMTVDISPINFOW& question)
 {
     auto& item = question.item;
-    const auto data = static_cast<ItemData>(item.lParam);
+    const auto data = Owned(item.hItem, item.lParam);
+    if (!data) return 0;
     m_core.Tell([&](TreeWindowListener& l) {
-        if (item.mask & TVIF_CHILDREN) item.cChildren = l.HasChildren(data) ? 1 : 0;
+        if (item.mask & TVIF_CHILDREN) item.cChildren = l.HasChildren(*data) ? 1 : 0;
         if ((item.mask & (TVIF_IMAGE | TVIF_SELECTEDIMAGE)) == 0) return;
-        const auto image = PictureOf(l.Marks(data).image);
+        const auto image = PictureOf(l.Marks(*data).image);
         if (item.mask & TVIF_IMAGE) item.iImage = image;
         if (item.mask & TVIF_SELECTEDIMAGE) item.iSelectedImage = image;
     });

@@ -32,6 +32,11 @@ ItemHandle Win32TreeWindow::Insert(ItemHandle parent, ItemHandle after, ItemData
     return Core()->rows.Insert(parent, after, data, look);
 }
 
+bool Win32TreeWindow::MayEmpty()
+{
+    return Core()->MayEmpty();
+}
+
 void Win32TreeWindow::Delete(ItemHandle item)
 {
     Core()->rows.Delete(item);
@@ -61,7 +66,7 @@ bool Win32TreeWindow::EnsureVisible(ItemHandle item)
 {
     const auto core = Core();
     const auto firstInView = [&] { return core->Send(TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE); };
-    core->rows.Reveal(ItemOf(item));
+    if (!core->rows.Reveal(ItemOf(item))) return false;
     const auto before = firstInView();
     core->Send(TVM_ENSUREVISIBLE, 0, ItemOf(item));
     return firstInView() != before;
@@ -83,7 +88,8 @@ TreeHit Win32TreeWindow::HitTest(Point where)
     TVHITTESTINFO hit{};
     hit.pt = {where.x, where.y};
     core->Send(TVM_HITTEST, 0, ParameterOf(&hit));
-    return {NumberOf(hit.hItem), core->rows.DataOf(hit.hItem).value_or(0), hit.flags};
+    const auto data = core->rows.DataOf(hit.hItem);
+    return data ? TreeHit{NumberOf(hit.hItem), *data, hit.flags} : TreeHit{0, 0, hit.flags};
 }
 
 void Win32TreeWindow::EditLabel(ItemHandle item)

@@ -17,6 +17,7 @@ public:
     /// 0 once the window is gone.
     WindowHandle Handle() const override;
     ItemHandle Insert(ItemHandle parent, ItemHandle after, ItemData data, const ItemLook& look) override;
+    bool MayEmpty() override;
     void Delete(ItemHandle item) override;
     void SetText(ItemHandle item, std::wstring_view text) override;
     void SetImages(ItemHandle item, int image, int selectedImage) override;

@@ -184,6 +184,41 @@ TEST_F(NavigationTest, APathThatHasGoneIsToldOnceByTheDeepestLevel)
     EXPECT_EQ(GoTo(PathOf(L"t\\b")), L"t\\b\\");
 }
 
+TEST_F(NavigationTest, ADescentEndsWhereAllChildrenHaveTheirParentsPath)
+{
+    scene.desk().Make({L"t\\a\\"});
+    Start();
+    control.LetPathSeparator(L"/");
+    const std::wstring row = PathOf(L"t\\a");
+    const std::wstring told = L"[" + row + L" is not present on current FileSystem!]";
+    EXPECT_EQ(GoTo(row), L"-");
+    EXPECT_EQ(scene.desk().TakeMessages(), told);
+    control.SetNodeChecked(true, false);
+    EXPECT_EQ(scene.desk().TakeMessages(), told);
+}
+
+TEST_F(NavigationTest, ATreeMayBeDeeperThanTheStack)
+{
+    constexpr int kLevels = 12'000;
+    Start();
+    Node* deepest = &scene.nodes().Add(nullptr, Relationship::Last, {}, L"a");
+    Node& top = *deepest;
+    for (int level = 0; level < kLevels; ++level) {
+        // An only child without children would be taken for a placeholder.
+        scene.nodes().AddChild(*deepest, L"b", 0);
+        deepest = &scene.nodes().AddChild(*deepest, L"a", 0);
+    }
+    const NodeRef bottom(deepest);
+    control.LetSelectedItem(&*bottom);
+    EXPECT_EQ(control.SelectedItem(), deepest);
+    EXPECT_TRUE(deepest->Parent()->Expanded());
+    scene.Tick(top, true);
+    EXPECT_TRUE(deepest->Checked());
+    scene.nodes().Remove(*top.Child()->Next());
+    EXPECT_EQ(bottom.IfAlive(), nullptr);
+    EXPECT_EQ(top.Children(), 1);
+}
+
 TEST_F(NavigationTest, RowsThatAreNoPathsLeadNowhere)
 {
     Start();

@@ -254,6 +254,18 @@ TEST_F(SylvexObject, MousePointsComeInTwips)
     DrainMessages();
 }
 
+TEST_F(SylvexObject, MessagesThatAnybodySendsToItsWindowEndNothing)
+{
+    const Value root = AddBranch();
+    const HWND own = GetAncestor(WindowOf(control), GA_PARENT);
+    for (UINT message = WM_APP; message <= 0xFFFF; ++message)
+        SendMessageW(own, message, 0, 0);
+    SendMessageW(own, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(IsWindow(own));
+    EXPECT_EQ(root.Get(L"Children").Number(), 2);
+    EXPECT_TRUE(ComponentIsBusy());
+}
+
 TEST_F(SylvexObject, TheLastReferenceMayGoInsideAnEvent)
 {
     // Raised by a call of the host.

@@ -31,6 +31,7 @@ public:
     /// The words so far, which are forgotten.
     std::string Take();
 
+    bool Owns(ItemHandle, ItemData item) const noexcept override { return item != 0; }
     bool Expanding(ItemData item, bool expand) override;
     void Expanded(ItemData item, bool expand) override;
     bool HasChildren(ItemData item) override;
@@ -47,6 +48,7 @@ public:
     void MouseUp(short button, short shift, Point where) override;
     bool LabelEditing(ItemData item) override;
     bool LabelEdited(ItemData item, const std::optional<std::wstring>& text) override;
+    void Destroying() override {}
 
 private:
     void Note(const std::string& word);

@@ -1,7 +1,5 @@
 #include <olectl.h>
 
-#include <tuple>
-
 #include "platform/runtime_error.h"
 #include "platform/win32/com_object.h"
 #include "platform/win32/handles.h"
@@ -157,6 +155,46 @@ TEST_F(TreeWindowTest, TheStarKeyOpensTheRowAndNothingBelow)
     Key(VK_MULTIPLY);
     EXPECT_EQ(diary.Take(), "key106 opening:1 open:1 char42 keyup106");
     EXPECT_FALSE(NativeState(child) & TVIS_EXPANDED);
+}
+
+TEST_F(TreeWindowTest, TheTreeDoesNothingMoreWithARowThatAnEventHasTakenAway)
+{
+    ItemHandle row = 0;
+    diary.onWord = [&](const std::string& word) {
+        if (word == "closing:2" || word == "click:2") tree->Delete(std::exchange(row, 0));
+    };
+    const auto after = [&](const std::function<void()>& act) {
+        tree->Delete(0);
+        const auto parent = Add(0, 1, L"parent", ExpandButton::Yes);
+        row = Add(parent, 2, L"row", ExpandButton::Yes);
+        Add(row, 3, L"child");
+        tree->Expand(row, true);
+        tree->Expand(parent, true);
+        tree->Select(row);
+        tree->Refresh();
+        diary.Take();
+        act();
+        EXPECT_EQ(row, 0u);
+        return diary.Take();
+    };
+    const auto doubleClick = [&] {
+        MoveMouse(On(row, TVHT_ONITEMICON | TVHT_ONITEMLABEL));
+        diary.edits = false;
+        Buttons({MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP});
+    };
+    EXPECT_EQ(after([&] { Key(VK_SUBTRACT); }), "key109 closing:2 selected:1 char45 keyup109");
+    EXPECT_EQ(after([&] { Key(VK_LEFT); }), "key37 closing:2 selected:1 keyup37");
+    EXPECT_EQ(after([&] { Click(On(row, TVHT_ONITEMBUTTON)); }), "down1 closing:2 selected:1 up1");
+    EXPECT_EQ(after([&] { Click(On(row, TVHT_ONITEMLABEL)); }), "down1 click:2 selected:1 up1");
+    PumpMessages(GetDoubleClickTime() + 50);
+    diary.onWord = [&](const std::string& word) {
+        if (word == "closing:2") tree->Delete(std::exchange(row, 0));
+    };
+    EXPECT_EQ(after([&] {
+                  doubleClick();
+                  Buttons({MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP});
+              }),
+              "down1 click:2 up1 double closing:2 selected:1 up1");
 }
 
 TEST_F(TreeWindowTest, SelectingOrShowingAHiddenRowAsksForTheRowsAboveIt)
@@ -380,49 +418,6 @@ TEST_F(TreeWindowTest, AWindowThatIsGoneAnswersWithAnError)
         EXPECT_EQ(error.number, 398);
     }
 }
-
-/// A listener that closes the form, or only the tree, in the middle of a call.
-class DestroyedInACall : public TreeWindowTest, public testing::WithParamInterface<std::tuple<const char*, bool>> {
-protected:
-    void Provoke(ItemHandle row, const std::string& word)
-    {
-        if (word == "down1" || word == "chosen:1" || word == "up1") Click(On(row, TVHT_ONITEMLABEL));
-        if (word == "opening:1" || word == "open:1") Click(On(row, TVHT_ONITEMBUTTON));
-        if (word == "box:1") Click(On(row, TVHT_ONITEMSTATEICON));
-        if (word == "key37" || word == "keyup37") Key(VK_LEFT);
-        if (word == "selected:1") tree->Select(row);
-        if (word == "edit:1" || word == "abandoned") tree->EditLabel(row);
-        if (word == "abandoned" && tree) tree->CancelEdit();
-    }
-};
-
-TEST_P(DestroyedInACall, TheCallReturnsAndNothingMoreIsTold)
-{
-    const auto& [word, formToo] = GetParam();
-    tree->Apply(TreeSetting::Checkboxes, 1);
-    const auto row = Add(0, 1, L"row", ExpandButton::Yes);
-    Add(row, 2, L"child");
-    tree->Refresh();
-    auto* const native = Native();
-    diary.onWord = [&, awaited = std::string(word), whole = formToo](const std::string& told) {
-        if (told != awaited) return;
-        diary.Take();
-        if (whole) DestroyWindow(form);
-        tree.reset();
-        // Else the platform's code would go on in a window that it has freed.
-        EXPECT_TRUE(IsWindow(native)) << "went before its own code had returned";
-    };
-    Provoke(row, word);
-    PumpMessages(20);
-    EXPECT_FALSE(IsWindow(native));
-    EXPECT_EQ(tree, nullptr) << "the call did not come";
-    EXPECT_EQ(diary.Take(), "");
-}
-
-INSTANTIATE_TEST_SUITE_P(Calls, DestroyedInACall,
-                         testing::Combine(testing::Values("down1", "chosen:1", "up1", "opening:1", "open:1", "box:1",
-                                                          "key37", "keyup37", "selected:1", "edit:1", "abandoned"),
-                                          testing::Bool()));
 
 }  // namespace
 }  // namespace sylvex::test

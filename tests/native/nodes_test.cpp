@@ -142,6 +142,28 @@ TEST_F(NodesTest, DeferredPlaceholdersLookAsIfTheyHadBeenThereFromTheStart)
     EXPECT_EQ(root.Child()->Next()->Children(), 0);
 }
 
+TEST_F(NodesTest, PlaceholdersAreAskedForBeforeTheirPathsChange)
+{
+    std::wstring asked;
+    nodes.SetPlaceholderQuestion([&](Node& node) {
+        asked += node.FullPath() + L" ";
+        return false;
+    });
+    Node& root = Add(nullptr, Relationship::Last, L"root");
+    Node& a = nodes.AddChild(root, L"a", 0);
+    for (Node* const parent : {&a, &root, &root})
+        nodes.DeferPlaceholder(nodes.AddChild(*parent, L"x", 0));
+    nodes.SetPathSeparator(L"\\");
+    EXPECT_EQ(asked, L"") << "the separator is the same";
+    a.SetTextAlone(L"b");
+    EXPECT_EQ(std::exchange(asked, L""), L"root\\a\\x ");
+    a.Next()->SetTextAlone(L"y");
+    EXPECT_EQ(std::exchange(asked, L""), L"root\\x ");
+    nodes.SetPathSeparator(L"/");
+    EXPECT_EQ(asked, L"root\\x ");
+    EXPECT_EQ(root.LastSibling(), &root);
+}
+
 TEST_F(NodesTest, AFailingPlaceholderQuestionIsAskedAgain)
 {
     bool fail = true;

@@ -105,6 +105,7 @@ public:
 
     WindowHandle Handle() const override { return m_handle; }
     ItemHandle Insert(ItemHandle parent, ItemHandle after, ItemData data, const ItemLook& look) override;
+    bool MayEmpty() override { return true; }
     void Delete(ItemHandle item) override;
     void SetText(ItemHandle item, std::wstring_view text) override;
     void SetImages(ItemHandle item, int image, int selectedImage) override;
