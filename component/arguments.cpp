@@ -91,6 +91,13 @@ Variant ConvertedObject(const VARIANT& argument, const IID& id)
     return object;
 }
 
+/// Whether a value is nothing but itself: not given by reference, no array, of a kind that there is. Platforms differ
+/// in what they leave behind when they find out.
+bool IsPlain(VARTYPE type)
+{
+    return (type <= VT_DECIMAL && type != VT_VARIANT) || (type >= VT_I1 && type <= VT_UINT);
+}
+
 void ChangeType(Variant& value, VARTYPE type)
 {
     // An object's value is asked of the object.
@@ -227,14 +234,14 @@ VARIANT BoundArguments::Bind(ITypeInfo& info, const ELEMDESC& parameter, VARIANT
         return byReference ? Refer(type, std::move(object), argument) : Store(std::move(object), nullptr);
     }
     if (byReference && V_VT(argument) != (type | VT_BYREF)) return Refer(type, Converted(*argument, type), argument);
-    const bool fits = byReference || type == VT_VARIANT || V_VT(argument) == type;
+    const bool fits = byReference || V_VT(argument) == type || (type == VT_VARIANT && IsPlain(V_VT(argument)));
     return fits ? *argument : Store(Converted(*argument, type), nullptr);
 }
 
 /// Keeps a value for the call; `origin` is the caller's variable that receives what the member changes, or null.
 VARIANT& BoundArguments::Store(Variant value, VARIANT* origin)
 {
-    Variant before(value);
+    Variant before(origin ? value.Get() : VARIANT{});
     m_slots.push_back({std::move(value), std::move(before), origin});
     return m_slots.back().value.Get();
 }

@@ -121,7 +121,10 @@ HRESULT Invoke(const Description& description, void* object, DISPID member, WORD
     if (isRead && call.arguments->cArgs > 0 && VisibleParameters(called) == 0 && MayGiveObject(called))
         return InvokeDefault(description, object, member, kind, call);
     BoundArguments arguments(*description.table, called, *call.arguments, call.badArgument);
-    VARIANT* const result = isRead || called.invkind == INVOKE_FUNC ? call.result : nullptr;
+    // Not every platform lets go of a result that nobody asks for.
+    Variant unwanted;
+    VARIANT* const wanted = call.result ? call.result : &unwanted.Get();
+    VARIANT* const result = isRead || called.invkind == INVOKE_FUNC ? wanted : nullptr;
     const HRESULT done = description.info->Invoke(object, member, static_cast<WORD>(called.invkind), arguments.Get(),
                                                   result, call.exception, call.badArgument);
     if (FAILED(done)) return done;

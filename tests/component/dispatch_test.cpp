@@ -228,7 +228,21 @@ TEST_F(LateBound, AnObjectOfAnyKindIsLetGoOf)
     V_VT(&font) = VT_UNKNOWN;
     EXPECT_HRESULT_SUCCEEDED(Call(kFont, DISPATCH_PROPERTYPUTREF, {font}));
     EXPECT_EQ(references(), before);
-    VariantClear(&font);
+    // Also when the argument behind it is refused.
+    VARIANT tree{};
+    ASSERT_HRESULT_SUCCEEDED(Call(kTree, DISPATCH_PROPERTYGET, {}, &tree));
+    VARIANT nodes{};
+    DISPPARAMS none{};
+    EXPECT_HRESULT_SUCCEEDED(
+        V_DISPATCH(&tree)->Invoke(1, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, &nodes, nullptr, nullptr));
+    VARIANT reversed[2] = {{}, font};
+    V_VT(&reversed[0]) = VT_PTR;
+    DISPPARAMS arguments = {reversed, nullptr, 2, 0};
+    EXPECT_EQ(V_DISPATCH(&nodes)->Invoke(2, IID_NULL, 0, DISPATCH_METHOD, &arguments, nullptr, nullptr, nullptr),
+              DISP_E_BADVARTYPE);
+    EXPECT_EQ(references(), before);
+    for (VARIANT* const value : {&font, &tree, &nodes})
+        VariantClear(value);
 }
 
 }  // namespace
