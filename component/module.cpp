@@ -3,9 +3,9 @@
 #include <ole2.h>
 
 #include "component/class_factory.h"
-#include "component/com.h"
+#include "component/com/com.h"
+#include "component/com/typeinfo.h"
 #include "component/registration.h"
-#include "component/typeinfo.h"
 
 #include <pthread.h>
 

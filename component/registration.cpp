@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "component/com.h"
-#include "component/ole_object.h"
+#include "component/com/com.h"
+#include "component/container/ole_object.h"
 #include "component/resource.h"
 
 #include "SylvexControl_h.h"

@@ -1,10 +1,10 @@
 #include <exception>
 
-#include "component/late_bound_list.h"
-#include "component/object_ref.h"
-#include "component/reported_value.h"
+#include "component/com/object_ref.h"
+#include "component/com/reported_value.h"
+#include "component/com/values.h"
+#include "component/objects/late_bound_list.h"
 #include "component/sylvex_object.h"
-#include "component/values.h"
 
 namespace sylvex {
 

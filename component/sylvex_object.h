@@ -1,8 +1,8 @@
 #pragma once
 
-#include "component/control_core.h"
-#include "component/object.h"
-#include "component/ole_parts.h"
+#include "component/com/object.h"
+#include "component/container/control_core.h"
+#include "component/container/ole_parts.h"
 
 #include "SylvexControl_h.h"
 

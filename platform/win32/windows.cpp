@@ -5,7 +5,7 @@
 
 #include "platform/win32/handles.h"
 #include "platform/win32/listwindow.h"
-#include "platform/win32/treewindow.h"
+#include "platform/win32/tree/treewindow.h"
 
 namespace sylvex {
 namespace {

@@ -12,7 +12,7 @@
 
 #include "diagnostics/exception_filter.h"
 #include "diagnostics/trap.h"
-#include "platform/win32/exception_guard.h"
+#include "platform/win32/faults/exception_guard.h"
 #include "tests/component/faults.h"
 #include "tests/simulated/simulated_desktop.h"
 

@@ -1,0 +1,23 @@
+#include "component/container/ambient.h"
+
+#include <olectl.h>
+
+#include "component/com/fonts.h"
+
+namespace sylvex {
+
+bool IsUserInterfaceDead(const ControlCore& core)
+{
+    Variant answer = core.Ambient(DISPID_AMBIENT_UIDEAD);
+    return SUCCEEDED(VariantChangeType(&answer.Get(), &answer.Get(), 0, VT_BOOL)) &&
+           V_BOOL(&answer.Get()) != VARIANT_FALSE;
+}
+
+ComPtr<IFontDisp> CopyOfAmbientFont(const ControlCore& core)
+{
+    const ComPtr<IFontDisp> font = core.AmbientFont();
+    const ComPtr<IFontDisp> copy = CopyOf(font.As<IFont>()).As<IFontDisp>();
+    return copy ? copy : font;
+}
+
+}  // namespace sylvex

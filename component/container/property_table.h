@@ -1,0 +1,44 @@
+#pragma once
+
+#include <array>
+
+#include "component/com/com.h"
+#include "component/container/control_core.h"
+#include "component/container/saved_objects.h"
+#include "diagnostics/dump.h"
+
+namespace sylvex {
+
+/// One property that containers save with the control.
+struct SavedProperty {
+    const wchar_t* name;
+    /// The type of its value in a property bag; objects are VT_UNKNOWN.
+    VARTYPE type;
+    /// What stands for a missing entry, and is not worth saving.
+    Variant (*standard)(ControlCore& core);
+    /// The present value, of `type` (a number that does not fit is VT_I4).
+    Variant (*get)(ControlCore& core);
+    /// Writes without notices. Throws, and changes nothing, for a value that cannot be converted or is out of range.
+    void (*set)(ControlCore& core, const VARIANT& value);
+    SavedKind kind = SavedKind::Plain;
+};
+
+constexpr std::size_t kSavedPropertyCount = 19;
+
+/// The container's part in reading and writing, as reports show it: a bag, a stream or a storage.
+constexpr Marker kPropertyBag{L"{PropertyBag}"};
+
+/// A value for each saved property, in their order; VT_EMPTY where there is none.
+using PropertyValues = std::array<Variant, kSavedPropertyCount>;
+
+/// The saved properties in the order in which they are read and written.
+const std::array<SavedProperty, kSavedPropertyCount>& SavedProperties();
+
+/// Whether the value is the standard one.
+bool IsStandard(ControlCore& core, const SavedProperty& property, const VARIANT& value);
+
+/// Writes all values into a control that has been loaded; a missing one, and one that the property cannot take, gives
+/// way to the standard value. Returns whether the font is the standard one. (UserControl_ReadProperties)
+bool ApplyProperties(ControlCore& core, const PropertyValues& values);
+
+}  // namespace sylvex

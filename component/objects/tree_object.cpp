@@ -1,0 +1,271 @@
+#include "component/objects/tree_object.h"
+
+#include <commctrl.h>
+
+#include "component/com/object_ref.h"
+#include "component/com/values.h"
+#include "platform/win32/handles.h"
+
+namespace sylvex {
+
+namespace {
+
+LRESULT Ask(TreeView& tree, UINT message, WPARAM wParam)
+{
+    return SendMessageW(WindowOf(tree.hWnd()), message, wParam, 0);
+}
+
+}  // namespace
+
+STDMETHODIMP TreeViewObject::get_Nodes(INodes** value)
+{
+    return Member([&] { Objects().NodesObject().CopyTo(&Checked(value)); });
+}
+
+STDMETHODIMP TreeViewObject::get_SelectedItem(INode** value)
+{
+    return Member([&] { Checked(value) = nullptr, *value = Objects().ObjectOf(Tree().SelectedItem()).Detach(); });
+}
+
+STDMETHODIMP TreeViewObject::putref_SelectedItem(INode* value)
+{
+    return Member([&] { Tree().SetSelectedItem(Objects().NodeOf(value)); });
+}
+
+STDMETHODIMP TreeViewObject::get_DropHighlight(INode** value)
+{
+    return Member([&] { Checked(value) = nullptr, *value = Objects().ObjectOf(Tree().DropHighlight()).Detach(); });
+}
+
+STDMETHODIMP TreeViewObject::putref_DropHighlight(INode* value)
+{
+    return Member([&] { Tree().SetDropHighlight(Objects().NodeOf(value)); });
+}
+
+STDMETHODIMP TreeViewObject::HitTest(FLOAT x, FLOAT y, INode** result)
+{
+    return Member([&] {
+        Checked(result) = nullptr;
+        *result = Objects().ObjectOf(Tree().HitTest(Owner().PixelsOf({x, y}))).Detach();
+    });
+}
+
+STDMETHODIMP TreeViewObject::StartLabelEdit()
+{
+    return Member([&] { Tree().StartLabelEdit(); });
+}
+
+STDMETHODIMP TreeViewObject::Refresh()
+{
+    return Member([&] { Tree().Refresh(); });
+}
+
+STDMETHODIMP TreeViewObject::get_hWnd(LONG* value)
+{
+    return Member([&] { Checked(value) = LongOf(Tree().hWnd()); });
+}
+
+template <class Value>
+HRESULT TreeViewObject::Get(TreeSetting setting, Value* value)
+{
+    return Member([&] { Checked(value) = static_cast<Value>(Tree().Setting(setting)); });
+}
+
+HRESULT TreeViewObject::Let(TreeSetting setting, int value)
+{
+    return Member([&] { Tree().SetSetting(setting, value); });
+}
+
+HRESULT TreeViewObject::GetFlag(TreeSetting setting, VARIANT_BOOL* value)
+{
+    return Member([&] { Checked(value) = BoolOf(Tree().Setting(setting) != 0); });
+}
+
+HRESULT TreeViewObject::LetFlag(TreeSetting setting, VARIANT_BOOL value)
+{
+    return Let(setting, value != VARIANT_FALSE ? 1 : 0);
+}
+
+STDMETHODIMP TreeViewObject::get_Appearance(AppearanceConstants* value)
+{
+    return Get(TreeSetting::Appearance, value);
+}
+
+STDMETHODIMP TreeViewObject::put_Appearance(AppearanceConstants value)
+{
+    return Let(TreeSetting::Appearance, value);
+}
+
+STDMETHODIMP TreeViewObject::get_BorderStyle(BorderLineStyle* value)
+{
+    return Get(TreeSetting::BorderStyle, value);
+}
+
+STDMETHODIMP TreeViewObject::put_BorderStyle(BorderLineStyle value)
+{
+    return Let(TreeSetting::BorderStyle, value);
+}
+
+STDMETHODIMP TreeViewObject::get_Checkboxes(VARIANT_BOOL* value)
+{
+    return GetFlag(TreeSetting::Checkboxes, value);
+}
+
+STDMETHODIMP TreeViewObject::put_Checkboxes(VARIANT_BOOL value)
+{
+    return LetFlag(TreeSetting::Checkboxes, value);
+}
+
+STDMETHODIMP TreeViewObject::get_Enabled(VARIANT_BOOL* value)
+{
+    return GetFlag(TreeSetting::Enabled, value);
+}
+
+STDMETHODIMP TreeViewObject::put_Enabled(VARIANT_BOOL value)
+{
+    return LetFlag(TreeSetting::Enabled, value);
+}
+
+STDMETHODIMP TreeViewObject::get_Font(IFontDisp** value)
+{
+    return Member([&] { Checked(value) = nullptr, *value = Owner().Font().Detach(); });
+}
+
+STDMETHODIMP TreeViewObject::putref_Font(IFontDisp* value)
+{
+    return Member([&] { Owner().SetFont(Incoming<IFontDisp>(value).Get()); });
+}
+
+STDMETHODIMP TreeViewObject::get_FullRowSelect(VARIANT_BOOL* value)
+{
+    return GetFlag(TreeSetting::FullRowSelect, value);
+}
+
+STDMETHODIMP TreeViewObject::put_FullRowSelect(VARIANT_BOOL value)
+{
+    return LetFlag(TreeSetting::FullRowSelect, value);
+}
+
+STDMETHODIMP TreeViewObject::get_HideSelection(VARIANT_BOOL* value)
+{
+    return GetFlag(TreeSetting::HideSelection, value);
+}
+
+STDMETHODIMP TreeViewObject::put_HideSelection(VARIANT_BOOL value)
+{
+    return LetFlag(TreeSetting::HideSelection, value);
+}
+
+STDMETHODIMP TreeViewObject::get_HotTracking(VARIANT_BOOL* value)
+{
+    return GetFlag(TreeSetting::HotTracking, value);
+}
+
+STDMETHODIMP TreeViewObject::put_HotTracking(VARIANT_BOOL value)
+{
+    return LetFlag(TreeSetting::HotTracking, value);
+}
+
+STDMETHODIMP TreeViewObject::get_LabelEdit(LabelEditConstants* value)
+{
+    return Get(TreeSetting::LabelEdit, value);
+}
+
+STDMETHODIMP TreeViewObject::put_LabelEdit(LabelEditConstants value)
+{
+    return Let(TreeSetting::LabelEdit, value);
+}
+
+STDMETHODIMP TreeViewObject::get_LineStyle(TreeLineStyleConstants* value)
+{
+    return Get(TreeSetting::LineStyle, value);
+}
+
+STDMETHODIMP TreeViewObject::put_LineStyle(TreeLineStyleConstants value)
+{
+    return Let(TreeSetting::LineStyle, value);
+}
+
+STDMETHODIMP TreeViewObject::get_MousePointer(MousePointerConstants* value)
+{
+    return Get(TreeSetting::MousePointer, value);
+}
+
+STDMETHODIMP TreeViewObject::put_MousePointer(MousePointerConstants value)
+{
+    return Let(TreeSetting::MousePointer, value);
+}
+
+STDMETHODIMP TreeViewObject::get_MouseIcon(IPictureDisp** value)
+{
+    return Member([&] { Checked(value) = nullptr, *value = Behind<IPictureDisp>(Tree().MouseIcon()).Detach(); });
+}
+
+STDMETHODIMP TreeViewObject::putref_MouseIcon(IPictureDisp* value)
+{
+    return Member([&] { Tree().SetMouseIcon(ReferTo(Incoming<IPictureDisp>(value).Get())); });
+}
+
+STDMETHODIMP TreeViewObject::get_PathSeparator(BSTR* value)
+{
+    return Member([&] { Checked(value) = nullptr, *value = TextOf(Tree().GetNodes().PathSeparator()); });
+}
+
+STDMETHODIMP TreeViewObject::put_PathSeparator(BSTR value)
+{
+    return Member([&] { Tree().GetNodes().SetPathSeparator(std::wstring(ViewOf(value))); });
+}
+
+STDMETHODIMP TreeViewObject::get_Sorted(VARIANT_BOOL* value)
+{
+    return Member([&] { Checked(value) = BoolOf(Objects().RootsSorted()); });
+}
+
+STDMETHODIMP TreeViewObject::put_Sorted(VARIANT_BOOL value)
+{
+    return Member([&] {
+        Objects().SetRootsSorted(value != VARIANT_FALSE);
+        if (Objects().RootsSorted()) Tree().GetNodes().Sort(nullptr);
+    });
+}
+
+STDMETHODIMP TreeViewObject::get_ImageList(VARIANT* value)
+{
+    return Member([&] { VariantInit(&Checked(value)), *value = Variant(Objects().ImageList()).Detach(); });
+}
+
+STDMETHODIMP TreeViewObject::putref_ImageList(VARIANT value)
+{
+    return Member([&] {
+        // The tree shows the present one until it has the new one.
+        const Variant before(Objects().ImageList());
+        Tree().SetImageListHandle(Objects().TakeImageList(value));
+    });
+}
+
+STDMETHODIMP TreeViewObject::GetVisibleCount(LONG* result)
+{
+    return Member([&] { Checked(result) = Tree().VisibleCount(); });
+}
+
+STDMETHODIMP TreeViewObject::get_Visible(VARIANT_BOOL* value)
+{
+    return Member([&] { Checked(value) = BoolOf(Tree().Visible()); });
+}
+
+STDMETHODIMP TreeViewObject::put_Visible(VARIANT_BOOL value)
+{
+    return Member([&] { Tree().SetVisible(value != VARIANT_FALSE); });
+}
+
+STDMETHODIMP TreeViewObject::get_Indentation(FLOAT* value)
+{
+    return Member([&] { Checked(value) = Owner().UnitsOf({static_cast<int>(Ask(Tree(), TVM_GETINDENT, 0)), 0}).x; });
+}
+
+STDMETHODIMP TreeViewObject::put_Indentation(FLOAT value)
+{
+    return Member([&] { Ask(Tree(), TVM_SETINDENT, static_cast<WPARAM>(Owner().PixelsOf({value, 0}).x)); });
+}
+
+}  // namespace sylvex
