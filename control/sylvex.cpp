@@ -1,5 +1,6 @@
 #include "control/sylvex.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 #include "diagnostics/message_box.h"
@@ -276,7 +277,8 @@ void Sylvex::TV_Expand(Node& Node)
     });
 }
 
-/// Ticks those children of the node whose path is the text of a row in the bound list.
+/// Ticks those children of the node that the bound list shows: a row's text is their path, and for a folder that path,
+/// the separator and one of the patterns.
 void Sylvex::MarkListed(const NodeRef& node, std::wstring& SearchString)
 {
     const auto list = m_instance.BoundList();
@@ -290,7 +292,13 @@ void Sylvex::MarkListed(const NodeRef& node, std::wstring& SearchString)
         SearchString = LowerText(regional, m_tree.PathOf(above + child->Text(), child->Text()));
         // A file of a type that the filter does not list has a path that ends like a folder's; its row does not.
         const std::wstring unqualified = SearchString.substr(0, SearchString.find_last_not_of(L'\\') + 1);
-        if (texts.contains(SearchString) || texts.contains(unqualified)) child->WriteMarks(true, child->Bold());
+        const auto isRow = [&](const std::wstring& pattern) {
+            return texts.contains(unqualified + L'\\' + LowerText(regional, pattern));
+        };
+        const auto& patterns = m_instance.m_BuildFileListFilter;
+        if (texts.contains(SearchString) || texts.contains(unqualified) ||
+            std::any_of(patterns.begin(), patterns.end(), isRow))
+            child->WriteMarks(true, child->Bold());
     }
     node->Collection().MarksWritten();
 }

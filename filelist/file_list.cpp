@@ -104,7 +104,7 @@ void FileList::BuildFileList(Node* pNode, bool RecursiveCall)
         if (rows.Count() > 0) {
             const std::shared_ptr<ListView> list = m_instance.BoundList();
             frozen = list->Freeze();
-            list->AddRows(rows, !RecursiveCall);
+            rows.AddTo(*list, !RecursiveCall);
         }
         if (RecursiveCall) return;
         line = 4;

@@ -21,15 +21,10 @@ std::wstring_view VolumeOf(std::wstring_view path)
     return server == path.npos ? std::wstring_view() : path.substr(0, path.find(L'\\', server + 1));
 }
 
-/// Whether the platform can show the time as a date: the last such day is the last of the year 9999. Damaged records
-/// hold later ones.
-bool CanBeShown(std::int64_t fileTime)
-{
-    constexpr std::int64_t kDay = 864'000'000'000;
-    constexpr std::int64_t kYear10000 = 2'650'467'744'000'000'000;
-    // To the user's time it is a day at most.
-    return fileTime >= 0 && fileTime < kYear10000 - kDay;
-}
+/// Days since 1899-12-30: the first that the platform shows as a date, of the year 1601, and the one behind the last,
+/// the first of the year 10000.
+constexpr double kFirstDay = -109'205;
+constexpr double kDayBehindLast = 2'958'466;
 
 /// The extension as spelt, with the rule that a full stop at the end begins none.
 std::wstring_view ExtensionIn(std::wstring_view name)
@@ -151,9 +146,26 @@ std::wstring ListRows::ItemText(const LaidOut& row) const
     return text;
 }
 
+void ListRows::AddTo(ListView& list, bool sortFollows)
+{
+    m_given = nullptr;
+    try {
+        list.AddRows(*this, sortFollows);
+    } catch (...) {
+        if (m_given == nullptr || m_given->pattern == kFile) throw;
+        const std::uint32_t Item = m_given->entry;
+        const std::int32_t k = m_given->pattern;
+        Trapped(m_instance, L"AddFolder", Variables("Item,sPath", Item, m_sPath), VARIABLES(k), [](int& line) {
+            line = 4;
+            throw;
+        });
+    }
+}
+
 const ListRow& ListRows::Row(std::size_t place)
 {
     const LaidOut& row = m_rows[place];
+    m_given = &row;
     const DirectoryRecord& record = m_records.Of(row.entry);
     for (std::wstring& cell : m_row.cells)
         cell.clear();
@@ -211,32 +223,38 @@ int ListRows::IconOfFolder(const LaidOut& row, const DirectoryRecord& record)
     return *m_folderIcon;
 }
 
-Date ListRows::LocalDate(std::int64_t fileTime)
+/// A file's time as the user's date; nothing when that is beyond the year 9999, as damaged records tell.
+std::optional<Date> ListRows::LocalDate(std::int64_t fileTime)
 {
-    return UTCCurrToVbDate(m_declares, m_regional, Currency{fileTime}, true);
+    constexpr std::int64_t kYear10000 = 2'650'467'744'000'000'000;
+    constexpr std::int64_t kDay = 864'000'000'000;
+    constexpr double kSecond = 1 / 86'400.0;
+    // To the user's time it is a day at most; the platform takes no number that has the highest bit set.
+    if (fileTime < 0 || fileTime >= kYear10000 + kDay) return std::nullopt;
+    const Date local = UTCCurrToVbDate(m_declares, m_regional, Currency{fileTime}, true);
+    if (local.days >= kDayBehindLast) return std::nullopt;
+    // Half a second before its end the last day would be rounded into the next.
+    return Date{std::clamp(local.days, kFirstDay, kDayBehindLast - kSecond)};
 }
 
 void ListRows::FillDates(const LaidOut& row, const DirectoryRecord& record)
 {
     std::vector<std::wstring>& cells = m_row.cells;
-    if (CanBeShown(record.lastWriteTime)) {
-        const Date written = LocalDate(record.lastWriteTime);
-        cells[m_columns.mod] = m_regional.ShortDate(written);
-        cells[m_columns.mod2] = m_regional.Stamp(written);
-        cells[m_columns.tim] = m_regional.LongTime(written);
+    if (const auto written = LocalDate(record.lastWriteTime)) {
+        cells[m_columns.mod] = m_regional.ShortDate(*written);
+        cells[m_columns.mod2] = m_regional.Stamp(*written);
+        cells[m_columns.tim] = m_regional.LongTime(*written);
         cells[m_columns.tim2] = cells[m_columns.mod2].substr(kStampDateLength);
     }
-    if (CanBeShown(record.creationTime)) {
-        const Date created = LocalDate(record.creationTime);
-        cells[m_columns.cre] = FormGenDatTim(m_instance, m_regional, created);
-        cells[m_columns.cre2] = m_regional.Stamp(created);
+    if (const auto created = LocalDate(record.creationTime)) {
+        cells[m_columns.cre] = FormGenDatTim(m_instance, m_regional, *created);
+        cells[m_columns.cre2] = m_regional.Stamp(*created);
     }
-    if (CanBeShown(record.lastAccessTime)) {
-        const Date accessed = LocalDate(record.lastAccessTime);
+    if (const auto accessed = LocalDate(record.lastAccessTime)) {
         // Such volumes keep no access time.
         cells[m_columns.acc] =
-            row.isFat ? m_regional.ShortDate(accessed) : FormGenDatTim(m_instance, m_regional, accessed);
-        cells[m_columns.acc2] = m_regional.Stamp(accessed);
+            row.isFat ? m_regional.ShortDate(*accessed) : FormGenDatTim(m_instance, m_regional, *accessed);
+        cells[m_columns.acc2] = m_regional.Stamp(*accessed);
     }
 }
 

@@ -26,6 +26,9 @@ public:
     /// path of the entry that is being worked on.
     ListRows(Instance& instance, ListBinding& binding, FileTypes& types, const Ticked& ticked, std::wstring& sPath);
 
+    /// Has the list take all rows, as ListView::AddRows does. A failure at a folder's row is AddFolder's.
+    void AddTo(ListView& list, bool sortFollows);
+
     std::size_t Count() const override { return m_rows.size(); }
     const ListRow& Row(std::size_t place) override;
     std::vector<std::uint32_t> SortedPlaces(bool descending) const override;
@@ -65,7 +68,7 @@ private:
     void FillDates(const LaidOut& row, const DirectoryRecord& record);
     int IconOfFile(const LaidOut& row);
     int IconOfFolder(const LaidOut& row, const DirectoryRecord& record);
-    Date LocalDate(std::int64_t fileTime);
+    std::optional<Date> LocalDate(std::int64_t fileTime);
 
     Instance& m_instance;
     ListBinding& m_binding;
@@ -78,6 +81,7 @@ private:
     DirectoryRecords m_records;
     Columns m_columns{};
     std::vector<LaidOut> m_rows;
+    const LaidOut* m_given = nullptr;  // the row that the list has asked for last
     std::vector<Type> m_types;
     std::unordered_map<std::wstring, std::uint32_t, TextHash, std::equal_to<>> m_typePlaces;  // by extension as spelt
     std::unordered_map<std::wstring, std::uint32_t> m_lowerPlaces;  // by extension in lower case

@@ -3,8 +3,16 @@
 namespace sylvex::host {
 namespace {
 
-void AppendCell(std::wstring& text, const std::wstring& cell)
+/// Whether a spreadsheet would take the cell for a formula, quoted or not.
+bool IsFormula(const std::wstring& cell)
 {
+    constexpr std::wstring_view kStarts = L"=+-@\uFF1D\uFF0B\uFF0D\uFF20";
+    return !cell.empty() && (cell[0] < L' ' || kStarts.find(cell[0]) != kStarts.npos);
+}
+
+void AppendCell(std::wstring& text, const std::wstring& plain)
+{
+    const std::wstring cell = IsFormula(plain) ? L'\'' + plain : plain;
     if (cell.find_first_of(L",\"\r\n") == std::wstring::npos) {
         text += cell;
         return;

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/types.h"
 
@@ -16,14 +17,14 @@ public:
     virtual ~ListWindow() = default;
     virtual WindowHandle Handle() const = 0;
     virtual int RowCount() = 0;
-    /// Inserts a row; `row` past the end appends. Gives its place.
-    virtual int InsertRow(int row, const std::wstring& text, int image, std::intptr_t data) = 0;
+    /// Inserts a row without data of its own; `row` past the end appends. Gives its place.
+    virtual int InsertRow(int row, const std::wstring& text, int image) = 0;
     virtual void DeleteRow(int row) = 0;
     virtual void ClearRows() = 0;
     virtual std::wstring Cell(int row, int column) = 0;
     virtual void SetCell(int row, int column, const std::wstring& text) = 0;
-    /// What was given to InsertRow as `data`.
-    virtual std::intptr_t RowData(int row) = 0;
+    /// The number by which the window itself knows a row for as long as the row exists; nothing when it gives none.
+    virtual std::optional<std::uint32_t> RowNumber(int row) = 0;
     virtual void SetRowImage(int row, int image) = 0;
     virtual int RowImage(int row) = 0;
     /// The selected row, the focused one first; -1 when there is none.
@@ -40,8 +41,9 @@ public:
     virtual void SetColumn(int column, const std::wstring& caption, Alignment alignment) = 0;
     virtual int ColumnWidth(int column) = 0;
     virtual void SetColumnWidth(int column, int width) = 0;
-    /// Sorts the rows by a column's text, without regard to letter case, rows alike keeping their order.
-    virtual void Sort(int column, bool descending) = 0;
+    /// Sorts the rows by a column's text, without regard to letter case, rows alike keeping their order. No row's data
+    /// are written. Gives the former place of the row at each place; nothing when none has moved.
+    virtual std::vector<int> Sort(int column, bool descending) = 0;
     virtual bool Visible() = 0;
     virtual void SetVisible(bool visible) = 0;
     /// Off: nothing repaints while many rows are written.

@@ -75,7 +75,7 @@ void Navigation::SetNode()
         line = 1;
         const auto list = m_instance.BoundList();
         const auto text = list->SelectedCell(0);
-        if (!text) return;
+        if (!text || !list->IsSelectedItemSelected()) return;
         line = 2;
         sText = *text;
         typ = list->SelectedCell(list->SubItemIndex(L"typ")).value_or(L"");

@@ -66,6 +66,8 @@ public:
     virtual std::vector<std::wstring> Texts() = 0;
     /// The text of a cell of the selected row; nothing when no row is selected.
     virtual std::optional<std::wstring> SelectedCell(int column) = 0;
+    /// Whether that row is selected: an object may give an item as its selected one that is not.
+    virtual bool IsSelectedItemSelected() = 0;
     /// The object that the host handed over; for a list given by window handle, null.
     virtual ObjectRef HostObject() { return {}; }
 };

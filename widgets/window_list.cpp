@@ -1,7 +1,6 @@
 #include "widgets/window_list.h"
 
 #include <algorithm>
-#include <atomic>
 #include <utility>
 
 #include "platform/runtime_error.h"
@@ -9,32 +8,7 @@
 
 namespace sylvex {
 
-namespace {
-
-/// Marks of rows lie above this, where hosts' own numbers seldom are.
-constexpr RowId kBelowMarks = 0x1000'0000;
-
-/// The number of the mark given last. One for all lists, because the same window may be handed over twice.
-std::atomic<RowId>& LastMark()
-{
-    static std::atomic<RowId> last = kBelowMarks;
-    return last;
-}
-
-bool IsMark(std::intptr_t data)
-{
-    return data > kBelowMarks && data <= LastMark();
-}
-
-/// The stand-in for a mark of a row that has none; it is its own reverse.
-constexpr std::intptr_t Unmarked(std::intptr_t place)
-{
-    return -1 - place;
-}
-
-}  // namespace
-
-WindowListView::WindowListView(std::unique_ptr<ListWindow> window) : m_window(std::move(window)) {}
+WindowListView::WindowListView(std::unique_ptr<ListWindow> window) : m_window(std::move(window)), m_names(m_window) {}
 
 WindowHandle WindowListView::hWnd()
 {
@@ -57,13 +31,14 @@ void WindowListView::ClearItems()
     // Letting go of the tags may run code of the host, which comes after everything else.
     const auto discarded = std::exchange(m_extras, {});
     m_keys.clear();
-    m_places.clear();
+    m_names.Clear();
     m_inOrder = -1;
 }
 
 void WindowListView::AddRows(RowSource& rows, bool sortFollows)
 {
     const int before = m_window->RowCount();
+    if (before == 0) m_names.Clear();
     const bool inOrder = before == 0 && (sortFollows || (m_sorted && m_sortKey == 0));
     const std::vector<std::uint32_t> order = inOrder ? rows.SortedPlaces(m_descending) : std::vector<std::uint32_t>();
     const int count = static_cast<int>(rows.Count());
@@ -78,7 +53,8 @@ void WindowListView::AddRows(RowSource& rows, bool sortFollows)
 
 void WindowListView::WriteRow(int place, const ListRow& row)
 {
-    const int written = m_window->InsertRow(place, row.cells.front(), row.image, ++LastMark());
+    const int written = m_window->InsertRow(place, row.cells.front(), row.image);
+    m_names.Added(written);
     for (std::size_t column = 1; column < row.cells.size(); ++column)
         if (!row.cells[column].empty()) m_window->SetCell(written, static_cast<int>(column), row.cells[column]);
 }
@@ -95,7 +71,7 @@ void WindowListView::SortNow()
 {
     // A window that paints looks at its rows anew with each that is written to.
     const std::shared_ptr<Frozen> frozen = Freeze();
-    m_window->Sort(m_sortKey, m_descending);
+    m_names.Sort(m_sortKey, m_descending);
 }
 
 void WindowListView::SetSortKey(int column)
@@ -138,41 +114,14 @@ std::optional<std::wstring> WindowListView::SelectedCell(int column)
 RowId WindowListView::IdAt(int place)
 {
     if (place < 0 || place >= m_window->RowCount()) throw IndexOutOfBounds();
-    const std::intptr_t data = m_window->RowData(place);
-    if (!IsMark(data)) return Unmarked(place);
-    m_places[data] = place;
-    return data;
+    return m_names.At(place);
 }
 
 int WindowListView::PlaceOf(RowId row)
 {
-    const int count = m_window->RowCount();
-    if (row < 0) {
-        const std::intptr_t place = Unmarked(row);
-        if (place >= count || IsMark(m_window->RowData(static_cast<int>(place)))) throw NodeGone();
-        return static_cast<int>(place);
-    }
-    const auto holds = [&](auto seen) {
-        return seen != m_places.end() && seen->second < count && m_window->RowData(seen->second) == row;
-    };
-    auto seen = m_places.find(row);
-    if (!holds(seen)) {
-        FindPlaces();
-        seen = m_places.find(row);
-    }
-    if (seen == m_places.end()) throw NodeGone();
-    return seen->second;
-}
-
-/// Looks at every row, so that the next many questions need not.
-void WindowListView::FindPlaces()
-{
-    m_places.clear();
-    const int count = m_window->RowCount();
-    for (int place = 0; place < count; ++place) {
-        const std::intptr_t data = m_window->RowData(place);
-        if (IsMark(data)) m_places[data] = place;
-    }
+    const int place = m_names.PlaceOf(row);
+    if (place < 0) throw NodeGone();
+    return place;
 }
 
 int WindowListView::PlaceOf(const std::wstring& key)
@@ -210,9 +159,11 @@ RowId WindowListView::InsertRow(int place, const std::wstring& text, int image, 
 {
     CheckKey(key, 0);
     m_inOrder = -1;
-    const RowId row = ++LastMark();
-    const int at = m_window->InsertRow(std::min(place, m_window->RowCount()), text, image, row);
-    m_places[row] = at;
+    const int count = m_window->RowCount();
+    if (count == 0) m_names.Clear();
+    const int at = m_window->InsertRow(std::min(place, count), text, image);
+    m_names.Added(at);
+    const RowId row = m_names.At(at);
     if (!key.empty()) SetKey(row, key);
     return row;
 }
@@ -222,7 +173,7 @@ void WindowListView::RemoveRow(int place)
     const RowId row = IdAt(place);
     m_inOrder = -1;
     m_window->DeleteRow(place);
-    m_places.erase(row);
+    m_names.Removed(place, row);
     const auto found = m_extras.find(row);
     if (found == m_extras.end()) return;
     m_keys.erase(found->second.key);

@@ -7,12 +7,9 @@
 
 #include "platform/types.h"
 #include "widgets/listview.h"
+#include "widgets/row_names.h"
 
 namespace sylvex {
-
-/// Names a row wherever it moves, until it is removed. Rows that the host has added by itself have no mark of their
-/// own: such a number names whatever row stands at their place.
-using RowId = std::intptr_t;
 
 /// Names a column wherever it moves, until it is removed.
 using ColumnId = std::uint32_t;
@@ -45,6 +42,7 @@ public:
     int RowCount() override { return m_window->RowCount(); }
     std::vector<std::wstring> Texts() override;
     std::optional<std::wstring> SelectedCell(int column) override;
+    bool IsSelectedItemSelected() override { return m_window->SelectedRow() >= 0; }
 
     /// The window, for all that needs no more than a place. Texts are written by SetCell below.
     ListWindow& Window() { return *m_window; }
@@ -115,7 +113,6 @@ private:
 
     void WriteRow(int place, const ListRow& row);
     void SortNow();
-    void FindPlaces();
     void CheckKey(const std::wstring& key, RowId row);
     void CheckColumnKey(const std::wstring& key, ColumnId column);
     Column& ColumnRecord(int place);
@@ -123,11 +120,11 @@ private:
 
     std::shared_ptr<ListWindow> m_window;
     std::weak_ptr<Frozen> m_frozen;
+    RowNames m_names;
     std::vector<Column> m_columns;
     ColumnId m_lastColumn = 0;
     std::unordered_map<RowId, Extras> m_extras;
     std::unordered_map<std::wstring, RowId> m_keys;
-    std::unordered_map<RowId, int> m_places;  // where rows were last seen; the window's row tells whether it holds
     int m_sortKey = 0;
     bool m_descending = false;
     bool m_sorted = false;

@@ -24,7 +24,7 @@ namespace items {
 enum Name { Add, Clear, Count, Item };
 }
 namespace item {
-enum Name { Text, SubItems, Index };
+enum Name { Text, SubItems, Index, Selected };
 }
 namespace columns {
 enum Name { Add, Clear, Item };
@@ -72,7 +72,7 @@ std::optional<WindowHandle> HandleIn(const VARIANT& value)
 LateBoundListView::LateBoundListView(const ComPtr<IDispatch>& object)
     : m_list{L"ListItems", L"ColumnHeaders", L"SelectedItem", L"SortKey", L"Sorted", L"Visible", L"Refresh", L"hWnd"},
       m_items{L"Add", L"Clear", L"Count", L"Item"},
-      m_item{L"Text", L"SubItems", L"Index"},
+      m_item{L"Text", L"SubItems", L"Index", L"Selected"},
       m_columns{L"Add", L"Clear", L"Item"},
       m_column{L"SubItemIndex", L"Width"}
 {
@@ -257,6 +257,15 @@ std::optional<std::wstring> LateBoundListView::SelectedCell(int column)
     if (column == 0) return TextOf(m_item.Get(item::Text).Get());
     VARIANT index = Variant(static_cast<long>(column)).Get();
     return TextOf(m_item.Get(item::SubItems, {&index, 1}).Get());
+}
+
+bool LateBoundListView::IsSelectedItemSelected()
+{
+    const ComPtr<IDispatch> selected = m_list.GetObject(list::SelectedItem);
+    if (!selected) return false;
+    m_item.TakeUp(selected);
+    // An object that does not tell has none but selected ones.
+    return !m_item.Knows(item::Selected) || IndexOf(m_item.Get(item::Selected).Get()) != 0;
 }
 
 ObjectRef LateBoundListView::HostObject()

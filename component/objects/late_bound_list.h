@@ -28,6 +28,7 @@ public:
     int RowCount() override;
     std::vector<std::wstring> Texts() override;
     std::optional<std::wstring> SelectedCell(int column) override;
+    bool IsSelectedItemSelected() override;
     ObjectRef HostObject() override;
 
     const ComPtr<IDispatch>& Dispatch() const { return m_list.Object(); }

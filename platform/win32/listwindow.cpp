@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 #include "platform/runtime_error.h"
-#include "platform/win32/regional.h"
+#include "platform/win32/list_sort.h"
 
 namespace sylvex {
 namespace {
@@ -34,23 +33,6 @@ LVCOLUMNW ColumnOf(const std::wstring& caption, Alignment alignment)
     return record;
 }
 
-// The order of the rows by their keys: element n is the row that belongs at place n.
-std::vector<int> OrderOf(const std::vector<std::string>& keys, bool descending)
-{
-    std::vector<int> order(keys.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(), [&](int left, int right) {
-        return descending ? keys[right] < keys[left] : keys[left] < keys[right];
-    });
-    return order;
-}
-
-int CALLBACK ComparePlaces(LPARAM left, LPARAM right, LPARAM places)
-{
-    const auto& place = *reinterpret_cast<const std::vector<int>*>(places);
-    return place[static_cast<std::size_t>(left)] - place[static_cast<std::size_t>(right)];
-}
-
 }  // namespace
 
 void Win32ListWindow::RequireWindow() const
@@ -71,14 +53,13 @@ int Win32ListWindow::RowCount()
     return static_cast<int>(Send(LVM_GETITEMCOUNT));
 }
 
-int Win32ListWindow::InsertRow(int row, const std::wstring& text, int image, std::intptr_t data)
+int Win32ListWindow::InsertRow(int row, const std::wstring& text, int image)
 {
     LVITEMW item{};
-    item.mask = LVIF_TEXT | LVIF_IMAGE | LVIF_PARAM;
+    item.mask = LVIF_TEXT | LVIF_IMAGE;
     item.iItem = row;
     item.pszText = Writable(text.c_str());
     item.iImage = image < 0 ? I_IMAGENONE : image;
-    item.lParam = data;
     const auto place = Send(LVM_INSERTITEMW, 0, ParameterOf(&item));
     if (place < 0) throw OutOfMemory();
     return static_cast<int>(place);
@@ -122,13 +103,20 @@ void Win32ListWindow::SetCell(int row, int column, const std::wstring& text)
     Send(LVM_SETITEMTEXTW, row, ParameterOf(&item));
 }
 
-std::intptr_t Win32ListWindow::RowData(int row)
+// Windows that know nothing of such numbers answer 0 to all: no two numbers can stand for the same row.
+bool Win32ListWindow::NumbersRows(int row, LPARAM number) const
 {
-    LVITEMW item{};
-    item.mask = LVIF_PARAM;
-    item.iItem = row;
-    Send(LVM_GETITEMW, 0, ParameterOf(&item));
-    return item.lParam;
+    const auto placeOf = [&](LPARAM asked) {
+        return static_cast<int>(Send(LVM_MAPIDTOINDEX, static_cast<WPARAM>(static_cast<UINT>(asked))));
+    };
+    return placeOf(number) == row && placeOf(~number) != row;
+}
+
+std::optional<std::uint32_t> Win32ListWindow::RowNumber(int row)
+{
+    const auto number = Send(LVM_MAPINDEXTOID, row);
+    if (!m_numbersRows) m_numbersRows = NumbersRows(row, number);
+    return *m_numbersRows ? std::optional(static_cast<std::uint32_t>(number)) : std::nullopt;
 }
 
 void Win32ListWindow::SetRowImage(int row, int image)
@@ -240,37 +228,9 @@ void Win32ListWindow::SetColumnWidth(int column, int width)
     Send(LVM_SETCOLUMNWIDTH, column, MAKELPARAM(static_cast<WORD>(width), 0));
 }
 
-void Win32ListWindow::SetRowData(int row, LPARAM data) const
+std::vector<int> Win32ListWindow::Sort(int column, bool descending)
 {
-    LVITEMW item{};
-    item.mask = LVIF_PARAM;
-    item.iItem = row;
-    item.lParam = data;
-    Send(LVM_SETITEMW, 0, ParameterOf(&item));
-}
-
-void Win32ListWindow::Sort(int column, bool descending)
-{
-    std::vector<std::string> keys(static_cast<std::size_t>(std::max(RowCount(), 0)));
-    const auto count = static_cast<int>(keys.size());
-    for (int row = 0; row < count; ++row)
-        AppendSortKeyOf(Cell(row, column), keys[row]);
-    const auto order = OrderOf(keys, descending);
-    if (std::is_sorted(order.begin(), order.end())) return;
-
-    std::vector<int> places(order.size());
-    for (int place = 0; place < count; ++place)
-        places[order[place]] = place;
-    // The platform compares rows by their data: for the time of the sort each row carries its old place instead.
-    std::vector<LPARAM> data(order.size());
-    for (int row = 0; row < count; ++row) {
-        data[row] = RowData(row);
-        SetRowData(row, row);
-    }
-    const auto sorted =
-        Send(LVM_SORTITEMS, static_cast<WPARAM>(ParameterOf(&places)), reinterpret_cast<LPARAM>(&ComparePlaces));
-    for (int row = 0; row < count; ++row)
-        SetRowData(row, data[sorted ? order[row] : row]);
+    return ListSort(*this, column, descending).Run();
 }
 
 bool Win32ListWindow::Visible()

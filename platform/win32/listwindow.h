@@ -14,12 +14,12 @@ public:
     explicit Win32ListWindow(HWND window) : m_window(window) {}
     WindowHandle Handle() const override { return NumberOf(m_window); }
     int RowCount() override;
-    int InsertRow(int row, const std::wstring& text, int image, std::intptr_t data) override;
+    int InsertRow(int row, const std::wstring& text, int image) override;
     void DeleteRow(int row) override;
     void ClearRows() override;
     std::wstring Cell(int row, int column) override;
     void SetCell(int row, int column, const std::wstring& text) override;
-    std::intptr_t RowData(int row) override;
+    std::optional<std::uint32_t> RowNumber(int row) override;
     void SetRowImage(int row, int image) override;
     int RowImage(int row) override;
     int SelectedRow() override;
@@ -34,7 +34,7 @@ public:
     void SetColumn(int column, const std::wstring& caption, Alignment alignment) override;
     int ColumnWidth(int column) override;
     void SetColumnWidth(int column, int width) override;
-    void Sort(int column, bool descending) override;
+    std::vector<int> Sort(int column, bool descending) override;
     bool Visible() override;
     void SetVisible(bool visible) override;
     void SetRedraw(bool redraw) override;
@@ -47,9 +47,10 @@ private:
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     UINT State(int row, UINT mask) const;
     void SetState(int row, UINT state, UINT mask) const;
-    void SetRowData(int row, LPARAM data) const;
+    bool NumbersRows(int row, LPARAM number) const;
 
     HWND m_window;
+    std::optional<bool> m_numbersRows;
     bool m_hadFocus = false;  // when it was hidden
 };
 

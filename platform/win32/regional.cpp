@@ -84,7 +84,23 @@ private:
     wchar_t m_thousand[kSize] = {};
 };
 
-// Plain digits with a point, more of them than are shown: the platform rounds, and halves upwards.
+// Adds one to the last digit.
+void CarryInto(std::string& digits)
+{
+    for (auto at = digits.size(); at-- > 0;) {
+        if (digits[at] == '.') continue;
+        if (digits[at] == '-') break;
+        if (digits[at] != '9') {
+            ++digits[at];
+            return;
+        }
+        digits[at] = '0';
+    }
+    digits.insert(digits.starts_with('-') ? 1 : 0, 1, '1');
+}
+
+// Plain digits with a point, rounded, halves away from zero: whether the platform groups what a carry has brought in
+// front is not said.
 std::wstring DigitsOf(double value, int decimals)
 {
     constexpr int kSignificant = 15;
@@ -93,7 +109,15 @@ std::wstring DigitsOf(double value, int decimals)
     const auto shown = std::max(kSignificant - std::clamp(whole, 1, kSignificant), decimals);
     const auto end = std::to_chars(text, std::end(text), value, std::chars_format::fixed, shown);
     if (end.ec != std::errc() || !std::isfinite(value)) throw InvalidArgument();
-    return {text, end.ptr};
+    std::string digits(text, end.ptr);
+    const auto point = digits.find('.');
+    const auto first = point + 1 + static_cast<std::size_t>(decimals);  // of those that are cut off
+    if (point != digits.npos && first < digits.size()) {
+        const bool up = digits[first] >= '5';
+        digits.resize(decimals > 0 ? first : point);
+        if (up) CarryInto(digits);
+    }
+    return {digits.begin(), digits.end()};
 }
 
 template <typename Format>
@@ -159,6 +183,8 @@ std::wstring Win32Regional::Number(double value, int decimals)
     const auto digits = DigitsOf(value, decimals);
     NumberSettings settings;
     settings.format.NumDigits = static_cast<UINT>(decimals);
+    // The leading zero is the one before the point: a whole number keeps its only digit.
+    if (decimals == 0) settings.format.LeadingZero = 1;
     wchar_t text[128];
     const auto length = GetNumberFormatW(LOCALE_USER_DEFAULT, 0, digits.c_str(), &settings.format, text, 128);
     if (length == 0) throw InvalidArgument();

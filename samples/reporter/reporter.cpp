@@ -2,6 +2,7 @@
 
 #include <oleauto.h>
 
+#include <algorithm>
 #include <array>
 #include <cwchar>
 #include <new>
@@ -18,14 +19,30 @@ enum Member : DISPID { kErrorHandler = 1, kAction = 2 };
 enum Part { kComponent, kVersion, kModule, kProcedure, kLine, kNumber, kDescription, kVariables, kParts };
 using Report = std::array<std::wstring, kParts>;
 
-/// Where reports go: the file named by SYLVEX_REPORTS, otherwise SylvexReports.txt in the folder of temporary files.
+/// The file is moved aside at this size, and a longer report is cut: with the one before it never takes more than twice
+/// as much.
+constexpr std::size_t kMostBytes = 1024 * 1024;
+
+/// The folder SylvexReports in the folder of temporary files, made if need be; a link in its place is not followed.
+std::wstring OwnFolder(const std::wstring& temporary)
+{
+    const std::wstring folder = temporary + L"SylvexReports";
+    CreateDirectoryW(folder.c_str(), nullptr);
+    const DWORD attributes = GetFileAttributesW(folder.c_str());
+    constexpr DWORD kAsked = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+    return (attributes & kAsked) == FILE_ATTRIBUTE_DIRECTORY ? folder : std::wstring();
+}
+
+/// Where reports go: the file named by SYLVEX_REPORTS, otherwise Reports.txt in a folder of its own. Empty when there
+/// is no such folder.
 std::wstring FileName()
 {
     std::array<wchar_t, 32768> path{};
     const DWORD given = GetEnvironmentVariableW(L"SYLVEX_REPORTS", path.data(), static_cast<DWORD>(path.size()));
     if (given > 0 && given < path.size()) return path.data();
     const DWORD length = GetTempPathW(static_cast<DWORD>(path.size()), path.data());
-    return std::wstring(path.data(), length) + L"SylvexReports.txt";
+    const std::wstring folder = OwnFolder(std::wstring(path.data(), length));
+    return folder.empty() ? folder : folder + L"\\Reports.txt";
 }
 
 std::string Utf8(std::wstring_view text)
@@ -49,17 +66,59 @@ std::wstring Heading(const Report& report)
            report[kDescription];
 }
 
-/// Appends one report; what is written by several processes at once stays whole, since each write goes to the end.
+/// A file opened for writing at its end, closed with the object.
+class LogFile {
+public:
+    explicit LogFile(const std::wstring& name)
+        : m_file(CreateFileW(name.c_str(), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                             nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr))
+    {
+        constexpr DWORD kNotPlain = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+        BY_HANDLE_FILE_INFORMATION found{};
+        // What stands there under two names, or leads elsewhere, is somebody's trap or somebody's other file.
+        m_isPlain = m_file != INVALID_HANDLE_VALUE && GetFileInformationByHandle(m_file, &found) &&
+                    (found.dwFileAttributes & kNotPlain) == 0 && found.nNumberOfLinks == 1;
+        m_isFull = found.nFileSizeHigh != 0 || found.nFileSizeLow >= kMostBytes;
+    }
+    ~LogFile()
+    {
+        if (m_file != INVALID_HANDLE_VALUE) CloseHandle(m_file);
+    }
+    LogFile(const LogFile&) = delete;
+    LogFile& operator=(const LogFile&) = delete;
+    bool IsPlain() const { return m_isPlain; }
+    bool IsFull() const { return m_isFull; }
+    /// What is written by several processes at once stays whole, since each write goes to the end.
+    bool Append(const std::string& text)
+    {
+        DWORD written = 0;
+        return m_isPlain && !m_isFull &&
+               WriteFile(m_file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) &&
+               written == text.size();
+    }
+
+private:
+    HANDLE m_file;
+    bool m_isPlain = false;
+    bool m_isFull = false;
+};
+
+/// Appends one report. A file that is full takes the place of the one that was full before it; while others hold it
+/// open it cannot, and reports are dropped.
 bool Append(const Report& report)
 {
-    const std::string text = Utf8(Heading(report) + L"\r\n" + report[kVariables] + L"\r\n\r\n");
-    const HANDLE file = CreateFileW(FileName().c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return false;
-    DWORD written = 0;
-    const BOOL done = WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-    CloseHandle(file);
-    return done && written == text.size();
+    std::string text = Utf8(Heading(report) + L"\r\n" + report[kVariables] + L"\r\n\r\n");
+    text.resize(std::min(text.size(), kMostBytes));
+    const std::wstring name = FileName();
+    if (name.empty()) return false;
+    bool isFull = false;
+    {
+        const LogFile present(name);
+        if (!present.IsPlain()) return false;
+        isFull = present.IsFull();
+    }
+    if (isFull) MoveFileExW(name.c_str(), (name + L".old").c_str(), MOVEFILE_REPLACE_EXISTING);
+    return LogFile(name).Append(text);
 }
 
 std::wstring TextOf(const VARIANT& value)

@@ -56,6 +56,21 @@ TEST_F(ChecksTest, WithoutRecursionATickStandsForOneFolder)
     EXPECT_EQ(State(), L"t[-]~(a[-]x~(a1x a2x) bx cx)");
 }
 
+TEST_F(ChecksTest, ATickedFolderThatIsReadAgainIsFoundInTheList)
+{
+    scene.desk().Make({L"p\\Only\\"});
+    for (const wchar_t* const filter : {L"*", L"*.txt|*.Doc", L""}) {
+        scene.control().LetRecursiveCheck(false);
+        scene.control().LetBuildFileListFilter(filter);
+        scene.Enumerate();
+        scene.Tick(scene.At(L"p/Only"), true);
+        Node& parent = scene.At(L"p");
+        parent.SetExpanded(false);
+        parent.SetExpanded(true);
+        EXPECT_TRUE(parent.Child()->Checked());
+    }
+}
+
 TEST_F(ChecksTest, WithoutRecursionAChildWithChildrenKeepsItsMarks)
 {
     scene.control().LetRecursiveCheck(false);

@@ -23,7 +23,7 @@ protected:
     void SelectRow(const std::wstring& text, const std::wstring& type = L"File")
     {
         scene.list().ClearRows();
-        scene.list().InsertRow(0, text, -1, 0);
+        scene.list().InsertRow(0, text, -1);
         scene.list().SetCell(0, control.ReqListView()->SubItemIndex(L"typ"), type);
         scene.list().SelectRow(0, true);
     }
@@ -125,7 +125,7 @@ TEST_F(NavigationTest, WritingPathRebuildsTheBoundList)
     scene.desk().Make({L"a\\", L"b\\"});
     Start();
     scene.Tick(scene.At(L"a"), true);
-    scene.list().InsertRow(0, L"left by the host", -1, 0);
+    scene.list().InsertRow(0, L"left by the host", -1);
     control.LetPath(PathOf(L"gone"));
     EXPECT_EQ(scene.list().RowCount(), 2);
     control.LetPath(PathOf(L"b"));

@@ -90,7 +90,7 @@ TEST_F(WindowListTest, ChangesBetweenAddingAndSortingAreSeen)
     EXPECT_EQ(Rows(), L"fig zebra");
     list.ClearItems();
     list.AddRows(rows, true);
-    window->InsertRow(9, L"aaa", -1, 0);
+    window->InsertRow(9, L"aaa", -1);
     list.SortBy(0);
     EXPECT_EQ(Rows(), L"aaa apple fig");
 }
@@ -131,17 +131,23 @@ TEST_F(WindowListTest, ARowKeepsItsIdentityWhereverItMoves)
     EXPECT_EQ(ErrorOf([&] { list.IdAt(0); }), 35600);
 }
 
-TEST_F(WindowListTest, RowsOfTheHostAreKnownByTheirPlaces)
+TEST_F(WindowListTest, RowsOfTheHostHaveNamesLikeOurs)
 {
-    window->InsertRow(0, L"host's", -1, 7);
-    window->InsertRow(1, L"host's too", -1, 7);
-    EXPECT_NE(list.IdAt(0), list.IdAt(1));
-    EXPECT_EQ(list.PlaceOf(list.IdAt(1)), 1);
+    window->InsertRow(0, L"host's", -1);
+    window->InsertRow(1, L"host's too", -1);
+    const RowId first = list.IdAt(0);
+    EXPECT_NE(first, list.IdAt(1));
     // The same window handed over twice: rows of one are not taken for rows of the other.
     WindowListView other(desk->Get().windows.WrapList(window->Handle()));
     const RowId row = Add(L"ours");
-    EXPECT_EQ(other.IdAt(2), row);
-    EXPECT_NE(other.InsertRow(9, L"theirs", -1, {}), row);
+    EXPECT_NE(other.IdAt(2), row);
+    window->InsertRow(0, L"behind our back", -1);
+    EXPECT_EQ(list.PlaceOf(first), 1);
+    EXPECT_EQ(list.PlaceOf(row), 3);
+    // A row that comes where one has gone is another, also where the window gives its number again.
+    window->DeleteRow(3);
+    EXPECT_NE(Add(L"new"), row);
+    EXPECT_EQ(ErrorOf([&] { list.PlaceOf(row); }), 35605);
 }
 
 TEST_F(WindowListTest, KeysAreUniqueAmongRowsThatStillExist)

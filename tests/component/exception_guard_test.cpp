@@ -103,7 +103,9 @@ TEST(ExceptionGuard, FaultsBecomeNumberedErrorsAtEveryLevelAndLeaveNothingBehind
                  {Fault::Breakpoint, L"10003 Breakpoint"},
                  {Fault::FloatDivide, L"10142 Divide By Zero"},
                  {Fault::RaiseForGood, L"10032 Unknown (&HC0000420)"},
-                 {Fault::RaiseNested, L"10132 Integer Divide By Zero"}};
+                 {Fault::RaiseNested, L"10132 Integer Divide By Zero"},
+                 {Fault::RaiseLanguage, L"10099 Unknown (&HE06D7363)"},
+                 {Fault::RaiseUnmarked, L"12254 Unknown (&HEEDFADE)"}};
     const unsigned arithmetic = _controlfp(0, 0);
     for (int round = 0; round < 2; ++round) {
         for (const auto& [fault, told] : cases) {
@@ -160,8 +162,8 @@ TEST(ExceptionGuard, AFailingPlaceThatNoCleanUpCoversIsStillAnError)
 
 TEST(ExceptionGuard, LeavesAloneWhatIsNoFault)
 {
-    // Languages' own exceptions, a thread's name, a text for the debugger, a plain status, a jump.
-    for (const DWORD code : {0xE06D7363u, 0xE0434352u, 0x406D1388u, 0x40010006u, 0x000006BAu}) {
+    // A thread's name, a text for the debugger, a plain status.
+    for (const DWORD code : {0x406D1388u, 0x40010006u, 0x000006BAu}) {
         Procedures procedures;
         const DWORD arrived = UnhandledIn([&] { procedures.Run([code] { RaiseException(code, 0, 0, nullptr); }); });
         // Some systems take the notices themselves.
@@ -199,6 +201,8 @@ TEST(ExceptionGuard, HandlersNearerToTheFaultComeFirst)
     DWORD taken = 0;
     EXPECT_EQ(procedures.Run([&] { taken = TryInFrame([] { Commit(Fault::Read); }); }), 0);
     EXPECT_EQ(taken, EXCEPTION_ACCESS_VIOLATION);
+    EXPECT_EQ(procedures.Run([&] { taken = TryInFrame([] { Commit(Fault::RaiseLanguage); }); }), 0);
+    EXPECT_EQ(taken, 0xE06D7363u);
 #endif
     void* const handler = AddVectoredExceptionHandler(1, &SkipIllegal);
     EXPECT_EQ(procedures.Run([] { Commit(Fault::Illegal); }), 0);

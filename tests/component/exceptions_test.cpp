@@ -96,9 +96,10 @@ TEST_F(Exceptions, AHostsObjectThatFaultsIsARunTimeError)
     const struct {
         Fault fault;
         const wchar_t* number;
-    } cases[] = {{Fault::Read, L"10005"},         {Fault::Write, L"10005"},       {Fault::CallNowhere, L"10005"},
-                 {Fault::Divide, L"10132"},       {Fault::Illegal, L"10013"},     {Fault::Privileged, L"10134"},
-                 {Fault::RaiseForGood, L"10032"}, {Fault::RaiseNested, L"10132"}, {Fault::OverflowStack, L"10237"}};
+    } cases[] = {{Fault::Read, L"10005"},          {Fault::Write, L"10005"},        {Fault::CallNowhere, L"10005"},
+                 {Fault::Divide, L"10132"},        {Fault::Illegal, L"10013"},      {Fault::Privileged, L"10134"},
+                 {Fault::RaiseForGood, L"10032"},  {Fault::RaiseNested, L"10132"},  {Fault::RaiseLanguage, L"10099"},
+                 {Fault::RaiseUnmarked, L"12254"}, {Fault::OverflowStack, L"10237"}};
     for (const auto& [fault, number] : cases) {
         list.fault = fault;
         EXPECT_EQ(ErrorOf([&] { control.Set(L"ReqListView", &list); }), 65535);

@@ -136,6 +136,12 @@ void Commit(Fault fault)
         case Fault::RaiseNested:
             RaiseNested();
             break;
+        case Fault::RaiseLanguage:
+            RaiseException(0xE06D7363, EXCEPTION_NONCONTINUABLE, 0, nullptr);
+            break;
+        case Fault::RaiseUnmarked:
+            RaiseException(0x0EEDFADE, EXCEPTION_NONCONTINUABLE, 0, nullptr);
+            break;
         case Fault::OverflowStack:
             LayGuardAsPromised();
             g_zero = Overflow(0);

@@ -19,6 +19,8 @@ enum class Fault {
     CopyForeign,
     RaiseForGood,
     RaiseNested,
+    RaiseLanguage,
+    RaiseUnmarked,
     OverflowStack,
 };
 

@@ -22,6 +22,7 @@ struct Journal {
     int names = 0;  ///< how often the number of a name was asked for
     std::set<std::wstring> unknown;
     std::optional<short> columnPlace;  ///< what every column tells as its SubItemIndex
+    bool denySelection = false;        ///< whether every item tells that it is not selected
     std::wstring Take() { return std::exchange(calls, {}); }
 };
 
@@ -71,6 +72,7 @@ public:
         const HRESULT done = m_inner.Object()->Invoke(member, id, locale, kind, arguments, result, exception, bad);
         if (m_journal.columnPlace && Known()[{TypeOf(), member}] == L"SubItemIndex")
             V_I2(result) = *m_journal.columnPlace;
+        if (m_journal.denySelection && Known()[{TypeOf(), member}] == L"Selected") V_BOOL(result) = VARIANT_FALSE;
         if (SUCCEEDED(done) && result && V_VT(result) == VT_DISPATCH && V_DISPATCH(result)) {
             const Value wrapped = Wrap(Value(*result), m_journal);
             VariantClear(result);
@@ -192,6 +194,20 @@ TEST_F(LateList, RowsAreAddedAsAScriptWouldInTheOrderOfTheTree)
     record.mask = LVIF_IMAGE;
     SendMessageW(window, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&record));
     EXPECT_GE(record.iImage, 0);
+}
+
+TEST_F(LateList, ASelectedItemThatIsNotSelectedIsNotFollowed)
+{
+    control.Set(L"ReqListView", list);
+    control.Call(L"BuildFileList", {folder, false});
+    ListView_SetItemState(window, 0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    const Value tree = control.Get(L"TreeView");
+    journal.denySelection = true;
+    control.Call(L"SetNode");
+    EXPECT_TRUE(tree.Get(L"SelectedItem").IsNothing());
+    journal.denySelection = false;
+    control.Call(L"SetNode");
+    EXPECT_EQ(tree.Get(L"SelectedItem").Get(L"Text").Text(), L"a.txt");
 }
 
 TEST_F(LateList, NamesAreAskedForOncePerClass)

@@ -38,6 +38,66 @@ private:
     HWND m_window;
 };
 
+/// What a framework keeps for a row and reaches through the row's data.
+struct FrameworkRow {
+    int told = 0;
+};
+
+/// The parent of a list as a framework makes it: it uses the data of every row that it is told of, and keeps books.
+class FrameworkParent {
+public:
+    FrameworkParent()
+    {
+        m_window = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 400, 300, nullptr, nullptr, nullptr, nullptr);
+        SetWindowLongPtrW(m_window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        SetWindowLongPtrW(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&OnMessage));
+        list = CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | LVS_REPORT, 0, 0, 400, 300, m_window,
+                               nullptr, nullptr, nullptr);
+    }
+    ~FrameworkParent() { DestroyWindow(m_window); }
+    FrameworkParent(const FrameworkParent&) = delete;
+    FrameworkParent& operator=(const FrameworkParent&) = delete;
+    void Add(const wchar_t* text, FrameworkRow& row)
+    {
+        LVITEMW item{};
+        item.mask = LVIF_TEXT | LVIF_PARAM;
+        item.iItem = INT_MAX;
+        item.pszText = const_cast<wchar_t*>(text);
+        item.lParam = reinterpret_cast<LPARAM>(&row);
+        ListView_InsertItem(list, &item);
+    }
+    const FrameworkRow* Kept(int place) const
+    {
+        LVITEMW item{};
+        item.mask = LVIF_PARAM;
+        item.iItem = place;
+        ListView_GetItem(list, &item);
+        return reinterpret_cast<const FrameworkRow*>(item.lParam);
+    }
+
+    HWND list;
+    int books = 0;
+
+private:
+    static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        auto* const self = reinterpret_cast<FrameworkParent*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (message == WM_NOTIFY) self->OnNotice(*reinterpret_cast<const NMLISTVIEW*>(lParam));
+        return message == WM_NOTIFY ? 0 : DefWindowProcW(window, message, wParam, lParam);
+    }
+    void OnNotice(const NMLISTVIEW& notice)
+    {
+        const UINT code = notice.hdr.code;
+        if (code == LVN_INSERTITEM) ++books;
+        if (code == LVN_DELETEITEM) --books;
+        const bool isOfRow =
+            code == LVN_INSERTITEM || code == LVN_DELETEITEM || code == LVN_ITEMCHANGING || code == LVN_ITEMCHANGED;
+        if (isOfRow && notice.lParam != 0) ++reinterpret_cast<FrameworkRow*>(notice.lParam)->told;
+    }
+
+    HWND m_window;
+};
+
 /// A list handed over as a window's handle, as the host reaches it through the control.
 class ListObjects : public testing::Test {
 protected:
@@ -142,6 +202,39 @@ TEST_F(ListObjects, AnItemKeepsItsObjectWhereverItMoves)
     EXPECT_EQ(apple.Get(L"Index").Number(), 1);
     EXPECT_EQ(ErrorOf([&] { list.Put(L"SortOrder", 2); }), kInvalidValue);
     EXPECT_EQ(ErrorOf([&] { list.Put(L"SortKey", -1); }), kInvalidValue);
+}
+
+TEST_F(ListObjects, ARowsDataAreItsFrameworksOwn)
+{
+    FrameworkParent framework;
+    const Value other = MakeControl();
+    other.Set(L"ReqListView", static_cast<int>(reinterpret_cast<INT_PTR>(framework.list)));
+    const Value bound = other.Get(L"ReqListView");
+    const Value rows = bound.Get(L"ListItems");
+    const auto add = [&](const wchar_t* text) { return rows.Call(L"Add", {Value::Missing(), Value::Missing(), text}); };
+    FrameworkRow fig, pear;
+    framework.Add(L"fig", fig);
+    framework.Add(L"pear", pear);
+    const Value figItem = rows.Get(L"Item", {1});
+    const Value zebra = add(L"zebra");
+    const Value apple = add(L"apple");
+    EXPECT_EQ(framework.books, 4);
+    for (const int descending : {1, 0}) {
+        bound.Put(L"SortOrder", descending);
+        bound.Put(L"Sorted", true);
+        EXPECT_EQ(apple.Get(L"Index").Number(), descending ? 4 : 1);
+        EXPECT_EQ(framework.Kept(figItem.Get(L"Index").Number() - 1), &fig);
+        EXPECT_EQ(framework.Kept(zebra.Get(L"Index").Number() - 1), nullptr);
+    }
+    rows.Call(L"Remove", {1});
+    bound.Put(L"SortOrder", 1);
+    EXPECT_EQ(zebra.Get(L"Index").Number(), 1);
+    EXPECT_EQ(framework.Kept(1), &pear);
+    EXPECT_EQ(framework.books, 3);
+    figItem.Put(L"Text", L"date");
+    EXPECT_GT(fig.told, 0);
+    rows.Call(L"Clear");
+    EXPECT_EQ(framework.books, 0);
 }
 
 TEST_F(ListObjects, ARemovedItemSaysSo)

@@ -152,7 +152,8 @@ public:
     {
         EXPECT_EQ(Call("DllUnregisterServer"), S_OK);
         SetEnvironmentVariableW(L"SYLVEX_REPORTS", nullptr);
-        DeleteFileW(m_file.c_str());
+        for (const wchar_t* const ending : {L"", L".old", L".link"})
+            DeleteFileW((m_file + ending).c_str());
         EXPECT_EQ(Call("DllCanUnloadNow"), S_OK);
         FreeLibrary(m_module);
     }
@@ -161,6 +162,14 @@ public:
         const FARPROC procedure = m_module ? GetProcAddress(m_module, entry) : nullptr;
         return procedure ? reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void*>(procedure))() : E_FAIL;
     }
+    void Grow(LONG size) const
+    {
+        const HANDLE file = CreateFileW(m_file.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        SetFilePointer(file, size, nullptr, FILE_BEGIN);
+        EXPECT_TRUE(SetEndOfFile(file));
+        CloseHandle(file);
+    }
+    void Link() const { EXPECT_TRUE(CreateHardLinkW((m_file + L".link").c_str(), m_file.c_str(), nullptr)); }
     std::string Text() const
     {
         std::string text;
@@ -193,6 +202,13 @@ TEST(SampleReporter, WritesWhatFailedToItsFile)
     EXPECT_TRUE(outer != std::string::npos && outer > inner);
     EXPECT_NE(text.find("<m_FileFilter>*.\xC3\xA9</m_FileFilter>"), std::string::npos);
     EXPECT_TRUE(text.ends_with("</Parameters>\r\n\r\n"));
+    sample.Grow(1024 * 1024);
+    EXPECT_EQ(FailTwoDeep(control), kPassedOn);
+    EXPECT_EQ(sample.Text().size(), text.size());
+    // A file with a second name may be anybody's.
+    sample.Link();
+    EXPECT_EQ(FailTwoDeep(control), kPassedOn);
+    EXPECT_EQ(sample.Text().size(), text.size());
 }
 
 }  // namespace

@@ -150,6 +150,49 @@ TEST_F(Win32PlatformTest, SortKeysOrderLikeTheComparison)
     EXPECT_EQ(key.substr(0, 4), "kept");
 }
 
+/// Gives the user's settings for numbers other values while it lives.
+class NumberSettings {
+public:
+    explicit NumberSettings(std::initializer_list<std::pair<LCTYPE, const wchar_t*>> settings)
+    {
+        for (const auto& [which, value] : settings) {
+            wchar_t before[16] = {};
+            GetLocaleInfoW(LOCALE_USER_DEFAULT, which, before, 16);
+            m_before.emplace_back(which, before);
+            SetLocaleInfoW(LOCALE_USER_DEFAULT, which, value);
+        }
+    }
+    ~NumberSettings()
+    {
+        for (const auto& [which, value] : m_before)
+            SetLocaleInfoW(LOCALE_USER_DEFAULT, which, value.c_str());
+    }
+    NumberSettings(const NumberSettings&) = delete;
+    NumberSettings& operator=(const NumberSettings&) = delete;
+
+private:
+    std::vector<std::pair<LCTYPE, std::wstring>> m_before;
+};
+
+TEST_F(Win32PlatformTest, NumbersAreRoundedThenGrouped)
+{
+    const struct {
+        const wchar_t *point, *thousand, *grouping, *leadingZero, *rounded, *fraction;
+    } cases[] = {{L".", L",", L"3;0", L"1", L"1,000.0", L"0.977"},
+                 {L",", L".", L"3;0", L"0", L"1.000,0", L",977"},
+                 {L",", L"'", L"3;2;0", L"0", L"1'000,0", L",977"}};
+    for (const auto& each : cases) {
+        const NumberSettings settings{{LOCALE_SDECIMAL, each.point},
+                                      {LOCALE_STHOUSAND, each.thousand},
+                                      {LOCALE_SGROUPING, each.grouping},
+                                      {LOCALE_ILZERO, each.leadingZero}};
+        for (const double size : {1'023'949.0, 1'023'999.0})
+            EXPECT_EQ(services.regional.Number(size / 1024, 1), each.rounded);
+        EXPECT_EQ(services.regional.Number(0.9765625, 3), each.fraction);
+        EXPECT_EQ(services.regional.Number(0, 0), L"0");
+    }
+}
+
 TEST_F(Win32PlatformTest, TextsFollowTheUsersSettings)
 {
     auto& regional = services.regional;
@@ -285,15 +328,28 @@ protected:
     void Fill(std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> rows)
     {
         for (const auto& [name, size] : rows) {
-            const auto row = list->InsertRow(INT_MAX, name, -1, 100 + list->RowCount());
+            const auto row = list->InsertRow(INT_MAX, name, -1);
             list->SetCell(row, 1, size);
         }
+    }
+    /// What the list's host keeps with a row.
+    void Keep(int row, LPARAM data)
+    {
+        LVITEMW item{};
+        item.mask = LVIF_PARAM;
+        item.iItem = row;
+        item.lParam = data;
+        ListView_SetItem(native, &item);
     }
     std::wstring Rows()
     {
         std::wstring line;
         for (int row = 0; row < list->RowCount(); ++row) {
-            line += list->Cell(row, 0) + L"=" + list->Cell(row, 1) + L"#" + std::to_wstring(list->RowData(row)) + L" ";
+            LVITEMW item{};
+            item.mask = LVIF_PARAM;
+            item.iItem = row;
+            ListView_GetItem(native, &item);
+            line += list->Cell(row, 0) + L"=" + list->Cell(row, 1) + L"#" + std::to_wstring(item.lParam) + L" ";
         }
         return line;
     }
@@ -306,14 +362,57 @@ TEST_F(Win32ListTest, SortsByTextAndKeepsTheOrderOfEqualRows)
 {
     Fill({{L"b", L"2"}, {L"A", L"1"}, {L"B", L"1"}, {L"a", L"2"}});
     list->SelectRow(1, true);
-    list->Sort(0, false);
-    EXPECT_EQ(Rows(), L"A=1#101 a=2#103 b=2#100 B=1#102 ");
+    EXPECT_EQ(list->Sort(0, false), (std::vector<int>{1, 3, 0, 2}));
+    EXPECT_EQ(Rows(), L"A=1#0 a=2#0 b=2#0 B=1#0 ");
     EXPECT_EQ(list->SelectedRow(), 0);
+    EXPECT_TRUE(list->Sort(0, false).empty());
     list->Sort(0, true);
-    EXPECT_EQ(Rows(), L"b=2#100 B=1#102 A=1#101 a=2#103 ");
+    EXPECT_EQ(Rows(), L"b=2#0 B=1#0 A=1#0 a=2#0 ");
     list->Sort(1, false);
-    EXPECT_EQ(Rows(), L"B=1#102 A=1#101 b=2#100 a=2#103 ");
+    EXPECT_EQ(Rows(), L"B=1#0 A=1#0 b=2#0 a=2#0 ");
     EXPECT_TRUE(list->IsSelected(1));
+}
+
+TEST_F(Win32ListTest, WhatTheHostKeepsWithItsRowsGoesWithThem)
+{
+    Fill({{L"b", L"2"}, {L"A", L"1"}, {L"c", L"3"}});
+    Keep(0, 7);
+    Keep(1, 7);
+    list->SelectRow(0, true);
+    list->Sort(0, false);
+    EXPECT_EQ(list->SelectedRow(), 1);
+    EXPECT_EQ(Rows(), L"A=1#7 b=2#7 c=3#0 ");
+    Keep(0, 6);
+    Keep(1, 8);
+    list->Sort(1, true);
+    EXPECT_EQ(Rows(), L"c=3#0 b=2#8 A=1#6 ");
+}
+
+TEST_F(Win32ListTest, ALongListOfRowsWithoutDataIsSortedInLittleTime)
+{
+    constexpr int kRows = 20'000;
+    SendMessageW(native, WM_SETREDRAW, FALSE, 0);
+    ListView_SetExtendedListViewStyle(native, LVS_EX_CHECKBOXES);
+    const auto textOf = [](int place) { return std::to_wstring(100'000 + place); };
+    for (int row = 0; row < kRows; ++row) {
+        const int place = row * 7919 % kRows;
+        const auto text = textOf(place);
+        list->SetCell(list->InsertRow(INT_MAX, text, place % 5), 1, L"of " + text);
+        if (place == 5) list->SelectRow(row, true);
+        if (place == 6) list->CheckRow(row, true);
+    }
+    const auto start = GetTickCount64();
+    const auto order = list->Sort(0, false);
+    EXPECT_LT(GetTickCount64() - start, 5000u);
+    ASSERT_EQ(order.size(), static_cast<std::size_t>(kRows));
+    EXPECT_EQ(order[1] * 7919 % kRows, 1);
+    int wrong = 0;
+    for (int row = 0; row < kRows; ++row)
+        wrong += list->Cell(row, 0) != textOf(row) || list->Cell(row, 1) != L"of " + textOf(row) ||
+                 list->RowImage(row) != row % 5 || list->IsSelected(row) != (row == 5) ||
+                 list->IsChecked(row) != (row == 6);
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(list->SelectedRow(), 5);
 }
 
 TEST_F(Win32ListTest, CellsAndColumnsComeBackAsWritten)

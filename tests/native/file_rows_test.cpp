@@ -135,6 +135,13 @@ TEST_F(FileRowsTest, TimesBeyondTheCalendarAreLeftOut)
     EXPECT_THAT(Column(L"cre"), ElementsAre(L"", L"02/01/2026 03:04:05"));
     EXPECT_THAT(Column(L"acc2"), ElementsAre(L"", L"20260102030405"));
     EXPECT_THAT(Column(L"mod"), ElementsAre(L"02/01/2026", L"02/01/2026"));
+    // The user's own last day counts, up to its last half second.
+    file.creationTime = 2'650'467'744'000'000'000 + 36'000'000'000 - 10'000;
+    file.lastAccessTime = 1;
+    desktop.regional.SetUtcOffset(-60);
+    Build();
+    EXPECT_THAT(Column(L"cre2"), ElementsAre(L"99991231235959", L"20260102020405"));
+    EXPECT_THAT(Column(L"acc2"), ElementsAre(L"16010101000000", L"20260102020405"));
 }
 
 TEST_F(FileRowsTest, VolumesWithFatShowTheAccessDateOnlyEachRowByItsOwnVolume)
@@ -333,6 +340,30 @@ TEST_F(FileRowsTest, ABranchMayBeDeeperThanTheStack)
     scene.control().BuildFileList(&scene.nodes().Item(L"C:\\"), false);
     ASSERT_EQ(scene.list().RowCount(), 1);
     EXPECT_EQ(scene.Cell(0, L"nam").size(), std::size_t{2 + 2 * kLevels + 2});
+}
+
+TEST_F(FileRowsTest, AFailureAtAFoldersRowIsAddFoldersFirst)
+{
+    scene.desk().Make({L"t\\a.txt", L"t\\sub\\"});
+    Load();
+    TickAll(L"t");
+    const auto reportersOfInsertion = [&](int which) {
+        const auto& reports = desktop.reporter.Reports();
+        std::size_t before = 0;
+        for (int call = 1; which > 0; ++call) {
+            before = reports.size();
+            desktop.gate.FailCall(call);
+            ErrorOf([&] { Build(); });
+            if (desktop.gate.Failed() == "ListWindow::InsertRow") --which;
+            desktop.gate.FailNone();
+        }
+        std::wstring names;
+        for (; before < reports.size(); ++before)
+            names += reports[before].procedure + L" ";
+        return names;
+    };
+    EXPECT_EQ(reportersOfInsertion(1), L"BuildFileList Refresh ");
+    EXPECT_EQ(reportersOfInsertion(2), L"AddFolder BuildFileList Refresh ");
 }
 
 TEST_F(FileRowsTest, WhateverFailsIsAnErrorAndTheNextListIsWhole)

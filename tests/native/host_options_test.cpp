@@ -120,6 +120,8 @@ TEST(HostCsv, QuotesOnlyWhatNeedsIt)
     const Table table = {{L"nam", L"siz"}, {L"a b.txt", L"1,024"}, {L"say \"hi\"", L""}, {L"two\r\nlines", L" x "}};
     EXPECT_EQ(CsvText(table), L"nam,siz\r\na b.txt,\"1,024\"\r\n\"say \"\"hi\"\"\",\r\n\"two\r\nlines\", x \r\n");
     EXPECT_EQ(CsvText({}), L"");
+    EXPECT_EQ(CsvText({{L"=1+1", L"+1", L"-1", L"@a", L"\t=1", L"\uFF1D1", L"a=1", L"=\"x\",1"}}),
+              L"'=1+1,'+1,'-1,'@a,'\t=1,'\uFF1D1,a=1,\"'=\"\"x\"\",1\"\r\n");
 }
 
 TEST(HostCsv, WritesUtf8OfEveryPlaneFromEitherWideEncoding)

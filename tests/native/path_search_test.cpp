@@ -106,7 +106,7 @@ TEST(PathSearchTest, ADescentIsAsDeepAsItsPath)
     scene.Enumerate();
     const auto goTo = [&](const std::wstring& row) {
         scene.list().ClearRows();
-        scene.list().InsertRow(0, row, -1, 0);
+        scene.list().InsertRow(0, row, -1);
         scene.list().SelectRow(0, true);
         return ErrorOf([&] { scene.control().SetNode(); }) + ErrorOf([&] { scene.control().SetNodeChecked(true); });
     };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <stdexcept>
 
 #include "platform/tree_records.h"
@@ -108,11 +109,11 @@ int SimulatedList::RowCount()
     return static_cast<int>(Enter("ListWindow::RowCount").rows.size());
 }
 
-int SimulatedList::InsertRow(int row, const std::wstring& text, int image, std::intptr_t data)
+int SimulatedList::InsertRow(int row, const std::wstring& text, int image)
 {
     auto& rows = Change("ListWindow::InsertRow").rows;
     const int place = std::clamp(row, 0, static_cast<int>(rows.size()));
-    rows.insert(rows.begin() + place, ListState::Row{{text}, image, data, false, false});
+    rows.insert(rows.begin() + place, ListState::Row{{text}, image, ++m_state->lastNumber, false, false});
     if (m_state->focused >= place) ++m_state->focused;
     return place;
 }
@@ -145,9 +146,10 @@ void SimulatedList::SetCell(int row, int column, const std::wstring& text)
     cells[place] = text;
 }
 
-std::intptr_t SimulatedList::RowData(int row)
+std::optional<std::uint32_t> SimulatedList::RowNumber(int row)
 {
-    return Row(row, "ListWindow::RowData").data;
+    const ListState::Row& asked = Row(row, "ListWindow::RowNumber");
+    return m_state->numbersRows ? std::optional(asked.number) : std::nullopt;
 }
 
 void SimulatedList::SetRowImage(int row, int image)
@@ -237,25 +239,26 @@ void SimulatedList::SetColumnWidth(int column, int width)
     Column(column, "ListWindow::SetColumnWidth").width = width;
 }
 
-void SimulatedList::Sort(int column, bool descending)
+std::vector<int> SimulatedList::Sort(int column, bool descending)
 {
     auto& rows = Change("ListWindow::Sort").rows;
     const auto place = static_cast<std::size_t>(column);
     const ListState::Row* const focused =
         m_state->focused >= 0 ? &At(rows, m_state->focused, "ListWindow::Sort") : nullptr;
-    std::vector<std::size_t> order(rows.size());
-    for (std::size_t i = 0; i < order.size(); ++i)
-        order[i] = i;
-    std::stable_sort(order.begin(), order.end(), [&](std::size_t left, std::size_t right) {
-        const int result = CompareFolded(CellOf(rows[left], place), CellOf(rows[right], place));
+    std::vector<int> order(rows.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&](int left, int right) {
+        const int result = CompareFolded(CellOf(At(rows, left, "Sort"), place), CellOf(At(rows, right, "Sort"), place));
         return descending ? result > 0 : result < 0;
     });
     std::vector<ListState::Row> sorted;
-    for (const std::size_t row : order) {
-        if (&rows[row] == focused) m_state->focused = static_cast<int>(sorted.size());
-        sorted.push_back(std::move(rows[row]));
+    for (const int former : order) {
+        ListState::Row& row = At(rows, former, "ListWindow::Sort");
+        if (&row == focused) m_state->focused = static_cast<int>(sorted.size());
+        sorted.push_back(std::move(row));
     }
     rows = std::move(sorted);
+    return order;
 }
 
 bool SimulatedList::Visible()

@@ -15,7 +15,7 @@ struct ListState {
     struct Row {
         std::vector<std::wstring> cells;
         int image = -1;
-        std::intptr_t data = 0;
+        std::uint32_t number = 0;
         bool selected = false;
         bool checked = false;
     };
@@ -29,6 +29,8 @@ struct ListState {
     bool visible = true;
     bool redraw = true;
     int focused = -1;
+    bool numbersRows = true;  ///< whether the window knows its rows by numbers of its own
+    std::uint32_t lastNumber = 0;
     int refreshes = 0;
     int exposedChanges = 0;  ///< what was written or sorted while the window was visible and redrew
     std::vector<Row> rows;
@@ -48,17 +50,19 @@ public:
     /// One line: captions with widths, such as "Name(240) | Size(73,right)"; columns of width 0 included.
     std::string RenderColumns() const;
     const ListState& State() const { return *m_state; }
+    /// From now on the window is one that does not number its rows.
+    void HideNumbers() { m_state->numbersRows = false; }
     /// The raw messages that the control sends to list windows.
     std::intptr_t OnMessage(unsigned message, std::uintptr_t wParam, std::intptr_t lParam);
 
     WindowHandle Handle() const override { return m_state->handle; }
     int RowCount() override;
-    int InsertRow(int row, const std::wstring& text, int image, std::intptr_t data) override;
+    int InsertRow(int row, const std::wstring& text, int image) override;
     void DeleteRow(int row) override;
     void ClearRows() override;
     std::wstring Cell(int row, int column) override;
     void SetCell(int row, int column, const std::wstring& text) override;
-    std::intptr_t RowData(int row) override;
+    std::optional<std::uint32_t> RowNumber(int row) override;
     void SetRowImage(int row, int image) override;
     int RowImage(int row) override;
     int SelectedRow() override;
@@ -73,7 +77,7 @@ public:
     void SetColumn(int column, const std::wstring& caption, Alignment alignment) override;
     int ColumnWidth(int column) override;
     void SetColumnWidth(int column, int width) override;
-    void Sort(int column, bool descending) override;
+    std::vector<int> Sort(int column, bool descending) override;
     bool Visible() override;
     void SetVisible(bool visible) override;
     void SetRedraw(bool redraw) override;

@@ -27,6 +27,12 @@ const std::byte* BlockOf(const void* address) noexcept
     return static_cast<const std::byte*>(block.AllocationBase);
 }
 
+/// The exceptions of languages whose codes do not say that they are errors.
+bool IsUnmarkedError(DWORD code) noexcept
+{
+    return code == 0x0EEDFADE || code == 0x0EEDFACE || code == 0x0EEFFACE;
+}
+
 bool IsForDebugger(DWORD code) noexcept
 {
     return (code == EXCEPTION_BREAKPOINT || code == EXCEPTION_SINGLE_STEP) && IsDebuggerPresent();
@@ -46,12 +52,12 @@ void InstallExceptionGuard(const ExceptionListener& listener)
 bool IsConverted(const EXCEPTION_RECORD& record) noexcept
 {
     constexpr DWORD kUnwindOrBroken = EXCEPTION_UNWINDING | EXCEPTION_EXIT_UNWIND | EXCEPTION_STACK_INVALID;
-    constexpr DWORD kSoftware = 0x20000000;
     constexpr DWORD kWarningOrError = 0x80000000;
     const DWORD code = record.ExceptionCode;
     if ((record.ExceptionFlags & kUnwindOrBroken) != 0) return false;
-    // Exceptions of a programming language, and notices such as a thread's name or a debugger's text.
-    if ((code & kSoftware) != 0 || (code & kWarningOrError) == 0) return false;
+    // Our language's exceptions, and notices such as a thread's name or a debugger's text, are no errors by their
+    // codes.
+    if ((code & kWarningOrError) == 0 && !IsUnmarkedError(code)) return false;
     if (code == STATUS_LONGJUMP || code == STATUS_UNWIND_CONSOLIDATE || IsForDebugger(code)) return false;
     return g_listener.load()->wanted();
 }

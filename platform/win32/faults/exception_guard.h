@@ -13,8 +13,8 @@ void InstallExceptionGuard(const ExceptionListener& listener);
 
 // What both processors' guards share.
 
-/// Whether an exception that reached the guard is to be converted. Language exceptions, notices to debuggers and
-/// unwinding are not.
+/// Whether an exception that reached the guard is to be converted. Our own language's, notices to debuggers and
+/// unwinding are not; those of other languages mean nothing to the frames outside of the guard.
 bool IsConverted(const EXCEPTION_RECORD& record) noexcept;
 
 /// The innermost record's code.
