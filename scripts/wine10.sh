@@ -34,7 +34,7 @@ makeWine10Root() {
     [ ! -d "$wine10Root" ] || return 0
     installMissing debootstrap
     local log="$logDir/root-wine10.log"
-    say 'Making the root build/root-wine10 with a newer Wine (2 to 5 minutes, 2.3 GB)'
+    say 'Making the root build/root-wine10 with a newer Wine (2 to 5 minutes, 2 GB)'
     mkdir -p "$logDir"
     # An older Debian may have been released before the key of this one.
     [ -f /usr/share/keyrings/debian-archive-trixie-stable.gpg ] || installPackages debian-archive-keyring

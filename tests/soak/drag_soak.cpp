@@ -185,7 +185,7 @@ void DragSoak::Drag()
 
 void DragSoak::Carry(const Shown& to)
 {
-    const int way = Any(20);
+    const int way = Any(26);
     if (way < 2) return CarryToEdge();
     if (way < 5) return CarryOpening();
     MoveTo(to.hold);

@@ -161,7 +161,7 @@ void SoakTree::Enter(const std::vector<Value>& fresh, const Value& folder, const
     }
 }
 
-/// A place on the label that is in sight and on the row.
+/// A place on the label, in sight; none on a row that is cut off, since the tree scrolls when that is pressed.
 std::optional<POINT> SoakTree::HoldOf(HTREEITEM item) const
 {
     union {
@@ -172,7 +172,8 @@ std::optional<POINT> SoakTree::HoldOf(HTREEITEM item) const
     RECT client;
     GetClientRect(Tree(), &client);
     POINT hold{std::max(question.place.left, client.left) + 3, (question.place.top + question.place.bottom) / 2};
-    if (!PtInRect(&question.place, hold) || !PtInRect(&client, hold)) return {};
+    if (question.place.bottom > client.bottom || !PtInRect(&question.place, hold) || !PtInRect(&client, hold))
+        return {};
     ClientToScreen(Tree(), &hold);
     return hold;
 }
