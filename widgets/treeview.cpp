@@ -1,5 +1,6 @@
 #include "widgets/treeview.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -210,6 +211,37 @@ Node& AsItIsNow(const NodeRef& node, const NodeRef& parent, const std::wstring& 
 
 }  // namespace
 
+/// Opens nodes that lie one above the other, from the last to the first; true when one was closed. Where that are
+/// several, the uppermost row opens when all below it have: in a closed row the window has little to do, and it paints
+/// once.
+bool TreeView::OpenLevels(const std::vector<NodeRef>& levels)
+{
+    const auto isClosed = [](const NodeRef& level) { return !level->m_expanded; };
+    const auto closed = std::count_if(levels.begin(), levels.end(), isClosed);
+    const auto openAll = [&] {
+        for (auto level = levels.rbegin(); level != levels.rend(); ++level)
+            (*level)->SetExpanded(true);
+    };
+    if (closed < 2) return openAll(), closed > 0;
+    Updating hidden(*this);
+    const NodeRef top = *std::find_if(levels.rbegin(), levels.rend(), isClosed);
+    const auto uncover = [&] {
+        if (top.IfAlive() == nullptr || !HasRow(*top) || !top->m_expanded) return;
+        m_window->Expand(top->m_item, true);
+        ImagesChanged(*top);
+    };
+    try {
+        OpenModel(*top);
+        openAll();
+    } catch (...) {
+        uncover();
+        throw;
+    }
+    uncover();
+    hidden.End();
+    return true;
+}
+
 bool TreeView::Show(Node& node)
 {
     const NodeRef keep(&node);
@@ -218,16 +250,7 @@ bool TreeView::Show(Node& node)
     std::vector<NodeRef> ancestors;
     for (Node* above = node.m_parent; above != nullptr; above = above->m_parent)
         ancestors.emplace_back(above);
-    bool opened = false;
-    std::optional<Updating> hidden;
-    for (auto at = ancestors.rbegin(); at != ancestors.rend(); ++at) {
-        Node& ancestor = **at;
-        // One paint for all levels that open.
-        if (opened && !ancestor.m_expanded && !hidden) hidden.emplace(*this);
-        opened = opened || !ancestor.m_expanded;
-        ancestor.SetExpanded(true);
-    }
-    if (hidden) hidden->End();
+    const bool opened = OpenLevels(ancestors);
     Node& alive = AsItIsNow(keep, parent, text);
     const bool scrolled = HasRow(alive) && m_window->EnsureVisible(alive.m_item);
     return opened || scrolled;

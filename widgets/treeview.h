@@ -153,6 +153,7 @@ private:
     void DeleteRows(Node* top);
     bool OpenModel(Node& node);
     void CloseModel(Node& node);
+    bool OpenLevels(const std::vector<NodeRef>& levels);
     void WriteSettings();
     template <class Body>
     void FromWindow(Body&& body) noexcept;

@@ -71,6 +71,7 @@ protected:
     {
         if (word == "down1" || word == "chosen:1" || word == "up1") Click(On(row, TVHT_ONITEMLABEL));
         if (word == "opening:1" || word == "open:1") Click(On(row, TVHT_ONITEMBUTTON));
+        if (word == "closing:1") tree->Expand(row, true), Click(On(row, TVHT_ONITEMBUTTON));
         if (word == "box:1") Click(On(row, TVHT_ONITEMSTATEICON));
         if (word == "key37" || word == "keyup37") Key(VK_LEFT);
         if (word == "selected:1") tree->Select(row);
@@ -104,8 +105,9 @@ TEST_P(DestroyedInACall, TheCallReturnsAndNothingMoreIsTold)
 }
 
 INSTANTIATE_TEST_SUITE_P(Calls, DestroyedInACall,
-                         testing::Combine(testing::Values("down1", "chosen:1", "up1", "opening:1", "open:1", "box:1",
-                                                          "key37", "keyup37", "selected:1", "edit:1", "abandoned"),
+                         testing::Combine(testing::Values("down1", "chosen:1", "up1", "opening:1", "open:1",
+                                                          "closing:1", "box:1", "key37", "keyup37", "selected:1",
+                                                          "edit:1", "abandoned"),
                                           testing::Values(Destroyed::Tree, Destroyed::Form, Destroyed::Window)));
 
 }  // namespace
