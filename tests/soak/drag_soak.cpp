@@ -46,18 +46,24 @@ DragSoak::DragSoak(unsigned seed) : SoakTree(seed), m_answers(SetTimer(nullptr, 
     });
 }
 
+namespace {
+
+BOOL CALLBACK AnswerNo(HWND window, LPARAM)
+{
+    wchar_t name[16] = {};
+    GetClassNameW(window, name, 16);
+    if (std::wstring_view(name) != L"#32770" || !IsWindowVisible(window)) return TRUE;
+    for (const int button : {IDNO, IDCANCEL})
+        if (GetDlgItem(window, button)) PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    return TRUE;
+}
+
+}  // namespace
+
 /// Questions of the shell that have no OK: never Yes, so that nothing is replaced with anybody's consent.
 void DragSoak::AnswerQuestion(HWND, UINT, UINT_PTR, DWORD)
 {
-    const auto answer = [](HWND window, LPARAM) -> BOOL {
-        wchar_t name[16] = {};
-        GetClassNameW(window, name, 16);
-        if (std::wstring_view(name) != L"#32770" || !IsWindowVisible(window)) return TRUE;
-        for (const int button : {IDNO, IDCANCEL})
-            if (GetDlgItem(window, button)) PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
-        return TRUE;
-    };
-    EnumThreadWindows(GetCurrentThreadId(), answer, 0);
+    EnumThreadWindows(GetCurrentThreadId(), &AnswerNo, 0);
 }
 
 void DragSoak::Run(int steps, SoakCount& count)
