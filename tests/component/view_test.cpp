@@ -86,6 +86,7 @@ TEST_F(View, GoesThroughMetafilesOldAndNew)
     const HDC recorder = CreateMetaFileW(nullptr);
     EXPECT_HRESULT_SUCCEEDED(Draw(embedded, recorder, {0, 0, kWidth, kHeight}));
     const HMETAFILE old = CloseMetaFile(recorder);
+    EXPECT_GT(GetMetaFileBitsEx(old, 0, nullptr), kWidth * kHeight * sizeof(std::uint32_t)) << "the picture itself";
     const HDC enhanced = CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr);
     EXPECT_HRESULT_SUCCEEDED(Draw(embedded, enhanced, {0, 0, kWidth, kHeight}));
     const HENHMETAFILE file = CloseEnhMetaFile(enhanced);
