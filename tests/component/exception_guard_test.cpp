@@ -6,7 +6,9 @@
 
 #include <float.h>
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -23,7 +25,8 @@ namespace {
 /// procedure is left as it is.
 bool IsCleanedUp(Fault fault)
 {
-    return sizeof(void*) == 8 || (fault != Fault::CopyForeign && fault != Fault::RaiseForGood);
+    constexpr Fault kForeign[] = {Fault::CopyForeign, Fault::RaiseForGood, Fault::RaiseLanguage, Fault::RaiseUnmarked};
+    return sizeof(void*) == 8 || std::find(std::begin(kForeign), std::end(kForeign), fault) == std::end(kForeign);
 }
 
 class Procedures : public Module {
