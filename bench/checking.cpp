@@ -26,7 +26,7 @@ double FloorTick(BareTree& tree, std::vector<unsigned char>& marks)
 /// The ticking of one node, with everything loaded below it and the visible rows painted; milliseconds.
 double OursTick(Subject& subject, Node& node, bool checked)
 {
-    subject.Control().State().InSetNodeChecked = true;  // the tick alone, without building the list
+    subject.Control().State().navigation.InSetNodeChecked = true;  // the tick alone, without building the list
     return Median([&] {
         node.SetChecked(!checked);
         subject.Paint();

@@ -44,13 +44,12 @@ void Use(std::size_t value)
 
 void PathProcedures(Subject& subject)
 {
-    Instance& instance = subject.Control().State();
-    FolderTree paths(instance);
+    FolderTree& paths = subject.Control().Folders();
     Node& node = subject.NodeOf(ScratchFolder());
     const std::wstring path = node.FullPath();
     const std::wstring folder = ScratchFolder() + L"\\";
     const std::wstring_view name = L"a report of the year.txt";
-    FileSystem& files = instance.platform.files;
+    FileSystem& files = subject.Control().Parts().platform.files;
     Compare(
         "BuildFullPath with and without its trap", [&](int) { Use(paths.BuildFullPath(&node).size()); },
         [&](int) { Use(paths.PathOf(node.FullPath(), node.Text()).size()); });
@@ -58,7 +57,7 @@ void PathProcedures(Subject& subject)
         "GetExt", [&](int) { Use(paths.GetExt(name).size()); },
         [&](int) {
             const std::size_t dot = name.rfind(L'.');
-            Use(LowerText(instance.platform.regional, name.substr(dot + 1)).size());
+            Use(LowerText(subject.Control().Parts().platform.regional, name.substr(dot + 1)).size());
         });
     Compare(
         "QualifyPath", [&](int) { Use(paths.QualifyPath(path).size()); },
@@ -85,8 +84,8 @@ void PathProcedures(Subject& subject)
 
 void TreeProcedures(Subject& subject)
 {
-    Instance& instance = subject.Control().State();
-    TreeSelect checks(instance);
+    ControlState& state = subject.Control().State();
+    TreeSelect checks(subject.Control().Parts(), state.checks);
     Node& node = *subject.NodeOf(ScratchFolder()).FirstSibling();
     Compare(
         "TreeCheckSibling", [&](int) { Use(checks.TreeCheckSibling(node, false)); },
@@ -101,11 +100,11 @@ void TreeProcedures(Subject& subject)
 void TypeProcedures(Subject& subject)
 {
     constexpr int kTypes = 64;
-    Instance& instance = subject.Control().State();
-    std::vector<FTs>& records = instance.TypeNew;
+    ControlState& state = subject.Control().State();
+    std::vector<FTs>& records = state.list.TypeNew;
     for (int i = 0; i < kTypes; ++i)
         records.push_back({L"e" + std::to_wstring(100 + i), {}, 0});
-    FileTypes types(instance);
+    FileTypes types(subject.Control().Parts(), state.list);
     const std::wstring sought = records[kTypes / 3].Ext;
     Compare(
         "BinarySearchTypeNew", [&](int) { Use(static_cast<std::size_t>(types.BinarySearchTypeNew(sought))); },
@@ -124,11 +123,11 @@ void TypeProcedures(Subject& subject)
 
 void ListProcedures(Subject& subject)
 {
-    Instance& instance = subject.Control().State();
-    Regional& regional = instance.platform.regional;
-    const DeclaresModule declares(instance.platform);
-    FolderTree paths(instance);
-    ListBinding binding(instance, paths);
+    ControlState& state = subject.Control().State();
+    Regional& regional = subject.Control().Parts().platform.regional;
+    const DeclaresModule declares(subject.Control().Parts().platform);
+    FolderTree& paths = subject.Control().Folders();
+    ListBinding binding(subject.Control().Parts(), paths, state.list);
     subject.BindList();
     const Date date{46342.5};
     Compare(
@@ -136,10 +135,10 @@ void ListProcedures(Subject& subject)
         [&](int i) { Use(static_cast<std::size_t>(UTCCurrToVbDate(declares, regional, {i + 1ll}, false).days)); },
         [&](int i) { Use(static_cast<std::size_t>(Currency{i + 1ll}.Value() / 86'400'000 - 109'205)); });
     Compare(
-        "FormGenDatTim", [&](int) { Use(FormGenDatTim(instance, regional, date).size()); },
+        "FormGenDatTim", [&](int) { Use(FormGenDatTim(state, regional, date).size()); },
         [&](int) { Use((regional.ShortDate(date) + L' ' + regional.LongTime(date)).size()); });
     Compare(
-        "GetAttrString", [&](int i) { Use(GetAttrString(instance, static_cast<std::uint32_t>(i)).size()); },
+        "GetAttrString", [&](int i) { Use(GetAttrString(state, static_cast<std::uint32_t>(i)).size()); },
         [&](int i) {
             constexpr std::wstring_view kLetters = L"rhsvdalnt?lco?e";
             std::wstring text(kLetters.size(), L'.');
@@ -150,7 +149,7 @@ void ListProcedures(Subject& subject)
     const std::wstring key = L"siz2";
     Compare(
         "LVIdx", [&](int) { Use(static_cast<std::size_t>(binding.LVIdx(key))); },
-        [&](int) { Use(static_cast<std::size_t>(instance.BoundList()->SubItemIndex(key))); });
+        [&](int) { Use(static_cast<std::size_t>(state.list.BoundList()->SubItemIndex(key))); });
 }
 
 }  // namespace
@@ -158,7 +157,7 @@ void ListProcedures(Subject& subject)
 void TrapRows()
 {
     Subject subject;
-    const Instance& module = subject.Control().State();
+    const Module& module = subject.Control().State();
     Compare(
         "an empty procedure with and without the trap",
         [&](int i) {

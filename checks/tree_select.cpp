@@ -1,5 +1,7 @@
 #include "checks/tree_select.h"
 
+#include "diagnostics/named_module.h"
+
 namespace sylvex {
 
 namespace {
@@ -32,14 +34,14 @@ bool& InTreeSetParent()
     return inTreeSetParent;
 }
 
-Instance*& m_Sylvex()
+Marker& m_Sylvex()
 {
-    thread_local Instance* sylvex = nullptr;
+    thread_local Marker sylvex{L"{Nothing}"};
     return sylvex;
 }
 
-TreeSelect::TreeSelect(Instance& instance)
-    : m_instance(instance), m_module(std::make_unique<ModTreeSelect>(L"modTreeSelect", instance.platform))
+TreeSelect::TreeSelect(const Context& context, ChecksState& state)
+    : m_context(context), m_state(state), m_module(std::make_unique<ModTreeSelect>(L"modTreeSelect", context.platform))
 {
 }
 
@@ -68,7 +70,7 @@ void TreeSelect::TreeSelectiveCheck(Node& Node, bool Recursive)
             TreeSetParents(Node, kMixed);
         }
         line = 7;
-        m_instance.TV.GetNodes().MarksWritten();
+        m_context.TV.GetNodes().MarksWritten();
     });
 }
 

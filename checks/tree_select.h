@@ -2,15 +2,21 @@
 
 #include <memory>
 
-#include "instance/instance.h"
+#include "checks/checks_state.h"
+#include "diagnostics/dump.h"
+#include "widgets/context.h"
 
 namespace sylvex {
 
 /// The module modTreeSelect: how a tick spreads through the tree.
 class TreeSelect {
 public:
-    explicit TreeSelect(Instance& instance);
+    /// The arguments outlive the object.
+    TreeSelect(const Context& context, ChecksState& state);
     ~TreeSelect();
+
+    /// Whether a tick stands for the whole branch below it, not for one folder.
+    bool Recursive() const { return m_state.m_RecursiveCheck; }
 
     /// Applies the node's box to what is loaded below it and to its ancestors.
     void TreeSelectiveCheck(Node& Node, bool Recursive);
@@ -21,14 +27,15 @@ public:
     bool TreeCheckSibling(Node& Node, bool bCheck);
 
 private:
-    Instance& m_instance;
+    const Context& m_context;
+    ChecksState& m_state;
     std::unique_ptr<Module> m_module;
 };
 
 /// True while an upward pass is under way, and after one that started at a root; the file list is not rebuilt then.
 bool& InTreeSetParent();
 
-/// The live control of this thread: the one created last, null once any has been terminated.
-Instance*& m_Sylvex();
+/// The live control of this thread as reports show it: the one created last, nothing once any has been terminated.
+Marker& m_Sylvex();
 
 }  // namespace sylvex

@@ -2,7 +2,7 @@
 
 #include "diagnostics/exception_filter.h"
 #include "diagnostics/trap.h"
-#include "instance/instance.h"
+#include "diagnostics/named_module.h"
 #include "platform/win32/faults/exception_guard.h"
 #include "platform/win32/win32_platform.h"
 

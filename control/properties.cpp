@@ -29,7 +29,7 @@ struct NewValue {
 template <class Read>
 auto Sylvex::Get(const wchar_t* name, Read&& read)
 {
-    return Trapped(m_instance, name, kNone, kNone, [&](int& line) {
+    return Trapped(m_state, name, kNone, kNone, [&](int& line) {
         line = 1;
         return read();
     });
@@ -39,7 +39,7 @@ auto Sylvex::Get(const wchar_t* name, Read&& read)
 template <class Value, class Write>
 void Sylvex::Let(const wchar_t* name, const Value& value, Write&& write)
 {
-    Trapped(m_instance, name, NewValue<Value>{name, value}, kNone, [&](int& line) {
+    Trapped(m_state, name, NewValue<Value>{name, value}, kNone, [&](int& line) {
         if (!m_container.MayChange(name)) return;
         line = 1;
         write();
@@ -48,106 +48,144 @@ void Sylvex::Let(const wchar_t* name, const Value& value, Write&& write)
     });
 }
 
+std::wstring Sylvex::Path()
+{
+    return Trapped(m_state, L"Path", kNone, kNone, [&](int& line) {
+        line = 1;
+        return m_state.navigation.m_Path;
+    });
+}
+
+void Sylvex::LetPath(const std::wstring& New_Path)
+{
+    FileEntry W32FD;
+    Trapped(m_state, L"Path", VARIABLES(New_Path), VARIABLES(W32FD), [&](int& line) {
+        line = 1;
+        if (!m_navigation.FileExistsW32FD(New_Path, W32FD)) return;
+        if (!m_container.MayChange(L"Path")) return;
+        line = 2;
+        m_state.navigation.m_Path = New_Path;
+        line = 3;
+        m_container.PropertyChanged(L"Path");
+        line = 4;
+        m_navigation.SetNodeVisible();
+        if (!m_list.IsBound()) return;
+        line = 5;
+        m_list.Rebuild(line);
+    });
+}
+
+void Sylvex::SetReqListView(const std::shared_ptr<ListView>& New_ReqListView)
+{
+    Trapped(m_state, L"ReqListView", VARIABLES(New_ReqListView), kNone, [&](int& line) {
+        if (!m_container.MayChange(L"ReqListView")) return;
+        line = 1;
+        m_list.Binding().Bind(New_ReqListView);
+        line = 2;
+        m_container.PropertyChanged(L"ReqListView");
+    });
+}
+
 WindowHandle Sylvex::hWnd()
 {
-    return Get(L"hWnd", [&] { return m_instance.TV.hWnd(); });
+    return Get(L"hWnd", [&] { return m_TV.hWnd(); });
 }
 
 void Sylvex::LethWnd(long New_hWnd)
 {
     if (m_container.UserMode()) throw ReadOnlyAtRunTime();  // outside the trap: it reaches the host unreported
-    Let(L"hWnd", New_hWnd, [&] { m_instance.m_hWnd = New_hWnd; });
+    Let(L"hWnd", New_hWnd, [&] { m_state.m_hWnd = New_hWnd; });
 }
 
 int Sylvex::Setting(TreeSetting setting)
 {
-    return Get(kSettingNames[static_cast<std::size_t>(setting)], [&] { return m_instance.TV.Setting(setting); });
+    return Get(kSettingNames[static_cast<std::size_t>(setting)], [&] { return m_TV.Setting(setting); });
 }
 
 void Sylvex::LetSetting(TreeSetting setting, int value)
 {
-    Let(kSettingNames[static_cast<std::size_t>(setting)], value, [&] { m_instance.TV.SetSetting(setting, value); });
+    Let(kSettingNames[static_cast<std::size_t>(setting)], value, [&] { m_TV.SetSetting(setting, value); });
 }
 
 ObjectRef Sylvex::Font()
 {
-    return Get(L"Font", [&] { return m_instance.TV.Font(); });
+    return Get(L"Font", [&] { return m_TV.Font(); });
 }
 
 void Sylvex::SetFont(const ObjectRef& New_Font)
 {
-    Let(L"Font", New_Font, [&] { m_instance.TV.SetFont(New_Font); });
+    Let(L"Font", New_Font, [&] { m_TV.SetFont(New_Font); });
 }
 
 ObjectRef Sylvex::MouseIcon()
 {
-    return Get(L"MouseIcon", [&] { return m_instance.TV.MouseIcon(); });
+    return Get(L"MouseIcon", [&] { return m_TV.MouseIcon(); });
 }
 
 void Sylvex::SetMouseIcon(const ObjectRef& New_MouseIcon)
 {
-    Let(L"MouseIcon", New_MouseIcon, [&] { m_instance.TV.SetMouseIcon(New_MouseIcon); });
+    Let(L"MouseIcon", New_MouseIcon, [&] { m_TV.SetMouseIcon(New_MouseIcon); });
 }
 
 std::wstring Sylvex::PathSeparator()
 {
-    return Get(L"PathSeparator", [&] { return m_instance.TV.GetNodes().PathSeparator(); });
+    return Get(L"PathSeparator", [&] { return m_TV.GetNodes().PathSeparator(); });
 }
 
 void Sylvex::LetPathSeparator(const std::wstring& New_PathSeparator)
 {
-    Let(L"PathSeparator", New_PathSeparator, [&] { m_instance.TV.GetNodes().SetPathSeparator(New_PathSeparator); });
+    Let(L"PathSeparator", New_PathSeparator, [&] { m_TV.GetNodes().SetPathSeparator(New_PathSeparator); });
 }
 
 std::wstring Sylvex::FileFilter()
 {
-    return Get(L"FileFilter", [&] { return m_instance.m_FileFilter; });
+    return Get(L"FileFilter", [&] { return m_state.tree.m_FileFilter; });
 }
 
 void Sylvex::LetFileFilter(const std::wstring& New_FileFilter)
 {
-    Let(L"FileFilter", New_FileFilter, [&] { m_instance.m_FileFilter = New_FileFilter; });
+    Let(L"FileFilter", New_FileFilter, [&] { m_state.tree.m_FileFilter = New_FileFilter; });
 }
 
 bool Sylvex::DragDropEnable()
 {
-    return Get(L"DragDropEnable", [&] { return m_instance.m_DragDropEnable; });
+    return Get(L"DragDropEnable", [&] { return m_state.drag.m_DragDropEnable; });
 }
 
 void Sylvex::LetDragDropEnable(bool New_DragDropEnable)
 {
     Let(L"DragDropEnable", New_DragDropEnable, [&] {
-        m_instance.m_DragDropEnable = New_DragDropEnable;
+        m_state.drag.m_DragDropEnable = New_DragDropEnable;
         if (!New_DragDropEnable) m_drag.Cancel();
     });
 }
 
 bool Sylvex::RecursiveCheck()
 {
-    return Get(L"RecursiveCheck", [&] { return m_instance.m_RecursiveCheck; });
+    return Get(L"RecursiveCheck", [&] { return m_state.checks.m_RecursiveCheck; });
 }
 
 void Sylvex::LetRecursiveCheck(bool New_RecursiveCheck)
 {
-    Let(L"RecursiveCheck", New_RecursiveCheck, [&] { m_instance.m_RecursiveCheck = New_RecursiveCheck; });
+    Let(L"RecursiveCheck", New_RecursiveCheck, [&] { m_state.checks.m_RecursiveCheck = New_RecursiveCheck; });
 }
 
 Node* Sylvex::SelectedItem()
 {
-    return Get(L"SelectedItem", [&] { return m_instance.TV.SelectedItem(); });
+    return Get(L"SelectedItem", [&] { return m_TV.SelectedItem(); });
 }
 
 void Sylvex::LetSelectedItem(const GivenNode& New_SelectedItem)
 {
-    Trapped(m_instance, L"SelectedItem", VARIABLES(New_SelectedItem), kNone, [&](int& line) {
+    Trapped(m_state, L"SelectedItem", VARIABLES(New_SelectedItem), kNone, [&](int& line) {
         line = 1;
-        m_instance.TV.SetSelectedItem(New_SelectedItem.Get());
+        m_TV.SetSelectedItem(New_SelectedItem.Get());
     });
 }
 
 void Sylvex::LetImageList(ImageListHandle New_ImageList)
 {
-    Let(L"ImageList", New_ImageList, [&] { m_instance.TV.SetImageListHandle(New_ImageList); });
+    Let(L"ImageList", New_ImageList, [&] { m_TV.SetImageListHandle(New_ImageList); });
 }
 
 std::wstring Sylvex::BuildFileListFilter()

@@ -4,16 +4,17 @@
 #include <optional>
 #include <string>
 
-#include "checks/check_by_path.h"
 #include "checks/tree_select.h"
+#include "control/control_state.h"
 #include "control/given_node.h"
 #include "dragdrop/drop.h"
 #include "dragdrop/rename.h"
 #include "filelist/file_list.h"
 #include "filelist/formatting.h"
-#include "instance/instance.h"
+#include "navigation/check_by_path.h"
+#include "navigation/navigation.h"
 #include "tree/folder_tree.h"
-#include "tree/navigation.h"
+#include "widgets/context.h"
 
 namespace sylvex {
 
@@ -88,7 +89,7 @@ public:
     std::wstring ReturnFileName(const std::wstring& Arq);
     std::wstring BuildFileListFilter();
     void LetBuildFileListFilter(const std::wstring& New_BuildFileListFilter);
-    const std::shared_ptr<ListView>& ReqListView() const { return m_instance.m_ReqListView; }
+    const std::shared_ptr<ListView>& ReqListView() const { return m_state.list.m_ReqListView; }
     /// Binds a list view. Null: as an unset object.
     void SetReqListView(const std::shared_ptr<ListView>& New_ReqListView);
 
@@ -115,8 +116,13 @@ public:
     /// A foreign image list for the tree; 0 none.
     void LetImageList(ImageListHandle New_ImageList);
 
-    TreeView& Tree() { return m_instance.TV; }
-    Instance& State() { return m_instance; }
+    TreeView& Tree() { return m_TV; }
+    /// The tree's window has gone or goes, and is made anew below `parent`; what it shows stays.
+    void DetachWindow();
+    void AttachWindow(WindowHandle parent);
+    FolderTree& Folders() { return m_tree; }
+    const Context& Parts() const { return m_context; }
+    ControlState& State() { return m_state; }
 
 private:
     std::shared_ptr<void> KeepAlive() override { return m_container.KeepAlive(); }
@@ -136,17 +142,19 @@ private:
 
     void UserControl_Initialize();
     void UserControl_Terminate() noexcept;
-    void RebuildList();
     void RebuildBoundList() override;
-    void MarkListed(const NodeRef& node, std::wstring& SearchString);
     template <class Read>
     auto Get(const wchar_t* name, Read&& read);
     template <class Value, class Write>
     void Let(const wchar_t* name, const Value& value, Write&& write);
 
+    Platform& m_platform;
     Container& m_container;
     SylvexEvents& m_events;
-    Instance m_instance;
+    ControlState m_state;
+    ImageList m_pictures;
+    TreeView m_TV;
+    const Context m_context;
     FolderTree m_tree;
     TreeSelect m_checks;
     FileList m_list;

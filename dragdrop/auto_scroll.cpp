@@ -27,9 +27,11 @@ constexpr Step kSteps[] = {{kLeftSide, 0, WM_HSCROLL, 0},
 
 }  // namespace
 
-AutoScroll::AutoScroll(Instance& instance, DragTree& tree, DragOwner& owner) : m_instance(instance), m_tree(tree)
+AutoScroll::AutoScroll(const Context& context, const FolderTree& folders, const DragState& state, DragTree& tree,
+                       DragOwner& owner)
+    : m_context(context), m_folders(folders), m_state(state), m_tree(tree)
 {
-    Timers& timers = instance.platform.timers;
+    Timers& timers = context.platform.timers;
     tmrAutoScroll = timers.Create([this, &owner] { FromPlatform(owner, [this] { tmrAutoScroll_Timer(); }); });
     tmrAutoExpand = timers.Create([this, &owner] { FromPlatform(owner, [this] { tmrAutoExpand_Timer(); }); });
     tmrAutoScroll->SetInterval(kScrollEvery);
@@ -41,11 +43,11 @@ AutoScroll::~AutoScroll() = default;
 void AutoScroll::Moved(const TVHITTESTINFO& hit)
 {
     const bool opening = hit.hItem == m_lastItem && (hit.flags & kHitOpening) != 0 &&
-                         m_tree.IsTVItemCollapsedParent(m_instance.m_hwndTV, hit.hItem);
+                         m_tree.IsTVItemCollapsedParent(m_tree.Window(), hit.hItem);
     tmrAutoExpand->SetEnabled(opening);
     m_lastItem = hit.hItem;
     const unsigned sides = SidesInReach(hit.pt);
-    tmrAutoScroll->SetEnabled((sides & m_tree.IsWindowScrollable(m_instance.m_hwndTV)) != 0);
+    tmrAutoScroll->SetEnabled((sides & m_tree.IsWindowScrollable(m_tree.Window())) != 0);
 }
 
 void AutoScroll::Stop()
@@ -57,47 +59,47 @@ void AutoScroll::Stop()
 /// The sides of the tree near which the pointer is.
 unsigned AutoScroll::SidesInReach(Point client)
 {
-    const Rect area = m_instance.platform.drag.ClientRect(m_instance.m_hwndTV).value_or(Rect());
-    return m_tree.PtInRectRegion(area, m_instance.m_cxyAutoScroll, client);
+    const Rect area = m_context.platform.drag.ClientRect(m_tree.Window()).value_or(Rect());
+    return m_tree.PtInRectRegion(area, m_folders.ScrollBand(), client);
 }
 
 template <class Body>
 void AutoScroll::WithoutPicture(Body&& body)
 {
-    Drag& drag = m_instance.platform.drag;
+    Drag& drag = m_context.platform.drag;
     drag.DragShowNolock(false);
     try {
         body();
     } catch (...) {
-        if (m_instance.m_himlDrag != 0) drag.DragShowNolock(true);
+        if (m_state.m_himlDrag != 0) drag.DragShowNolock(true);
         throw;
     }
-    if (m_instance.m_himlDrag != 0) drag.DragShowNolock(true);
+    if (m_state.m_himlDrag != 0) drag.DragShowNolock(true);
 }
 
 void AutoScroll::tmrAutoScroll_Timer()
 {
     bool fDidScroll = false;
     Point pt;
-    Trapped(m_instance, L"tmrAutoScroll_Timer", kNone, VARIABLES(fDidScroll, pt), [&](int& line) {
+    Trapped(m_context.module, L"tmrAutoScroll_Timer", kNone, VARIABLES(fDidScroll, pt), [&](int& line) {
         line = 1;
         pt = m_tree.Pointer();
         line = 2;
         const unsigned sides = SidesInReach(pt);
         if (sides != 0) {
             line = 3;
-            const unsigned scrollable = m_tree.IsWindowScrollable(m_instance.m_hwndTV);
+            const unsigned scrollable = m_tree.IsWindowScrollable(m_tree.Window());
             WithoutPicture([&] {
                 line = 4;
                 fDidScroll = ScrollTowards(sides & scrollable);
                 if (!fDidScroll) return;
                 line = 5;
                 m_tree.ShowDropTarget(m_tree.HitAt(pt).hItem);
-                m_instance.platform.drag.UpdateWindow(m_instance.m_hwndTV);
+                m_context.platform.drag.UpdateWindow(m_tree.Window());
             });
         }
         line = 6;
-        tmrAutoScroll->SetEnabled(fDidScroll && m_instance.m_himlDrag != 0);
+        tmrAutoScroll->SetEnabled(fDidScroll && m_state.m_himlDrag != 0);
     });
 }
 
@@ -112,16 +114,16 @@ bool AutoScroll::ScrollTowards(unsigned sides)
 bool AutoScroll::DoDragScroll(int nBar, unsigned uMsg, unsigned dwCmd)
 {
     int dwPos = 0;
-    return Trapped(m_instance, L"DoDragScroll", VARIABLES(nBar, uMsg, dwCmd), VARIABLES(dwPos), [&](int& line) {
-        Drag& drag = m_instance.platform.drag;
+    return Trapped(m_context.module, L"DoDragScroll", VARIABLES(nBar, uMsg, dwCmd), VARIABLES(dwPos), [&](int& line) {
+        Drag& drag = m_context.platform.drag;
         line = 1;
-        dwPos = drag.GetScrollPos(m_instance.m_hwndTV, nBar);
+        dwPos = drag.GetScrollPos(m_tree.Window(), nBar);
         line = 2;
-        m_instance.platform.windows.Send(m_instance.m_hwndTV, uMsg, dwCmd, 0);
+        m_context.platform.windows.Send(m_tree.Window(), uMsg, dwCmd, 0);
         line = 3;
-        if (drag.GetScrollPos(m_instance.m_hwndTV, nBar) == dwPos) return false;
+        if (drag.GetScrollPos(m_tree.Window(), nBar) == dwPos) return false;
         line = 4;
-        drag.UpdateWindow(m_instance.m_hwndTV);
+        drag.UpdateWindow(m_tree.Window());
         return true;
     });
 }
@@ -129,7 +131,7 @@ bool AutoScroll::DoDragScroll(int nBar, unsigned uMsg, unsigned dwCmd)
 void AutoScroll::tmrAutoExpand_Timer()
 {
     Point pt;
-    Trapped(m_instance, L"tmrAutoExpand_Timer", kNone, VARIABLES(pt), [&](int& line) {
+    Trapped(m_context.module, L"tmrAutoExpand_Timer", kNone, VARIABLES(pt), [&](int& line) {
         line = 1;
         // At once, since opening runs code of the host, and one arming means one opening.
         tmrAutoExpand->SetEnabled(false);
@@ -138,7 +140,7 @@ void AutoScroll::tmrAutoExpand_Timer()
         const TVHITTESTINFO hit = m_tree.HitAt(pt);
         line = 3;
         const bool opens = hit.hItem != 0 && (hit.flags & kHitOpening) != 0 &&
-                           m_tree.IsTVItemCollapsedParent(m_instance.m_hwndTV, hit.hItem);
+                           m_tree.IsTVItemCollapsedParent(m_tree.Window(), hit.hItem);
         line = 4;
         if (opens) WithoutPicture([&] { OpenUnderPointer(hit.hItem); });
     });
@@ -146,10 +148,10 @@ void AutoScroll::tmrAutoExpand_Timer()
 
 void AutoScroll::OpenUnderPointer(ItemHandle item)
 {
-    m_tree.TreeView_Expand(m_instance.m_hwndTV, item, kOpen);
-    if (m_instance.m_himlDrag == 0) return;
+    m_tree.TreeView_Expand(m_tree.Window(), item, kOpen);
+    if (m_state.m_himlDrag == 0) return;
     m_tree.ShowDropTarget(m_tree.HitAt(m_tree.Pointer()).hItem);
-    m_instance.platform.drag.UpdateWindow(m_instance.m_hwndTV);
+    m_context.platform.drag.UpdateWindow(m_tree.Window());
 }
 
 }  // namespace sylvex

@@ -3,7 +3,8 @@
 #include <memory>
 
 #include "dragdrop/drag_owner.h"
-#include "instance/instance.h"
+#include "dragdrop/drag_state.h"
+#include "tree/folder_tree.h"
 
 namespace sylvex {
 
@@ -14,7 +15,9 @@ struct TVHITTESTINFO;
 /// pointer rests on. Its timers are off without a drag.
 class AutoScroll {
 public:
-    AutoScroll(Instance& instance, DragTree& tree, DragOwner& owner);
+    /// The arguments outlive the object.
+    AutoScroll(const Context& context, const FolderTree& folders, const DragState& state, DragTree& tree,
+               DragOwner& owner);
     ~AutoScroll();
 
     /// A drag begins: no item has been met yet.
@@ -35,7 +38,9 @@ private:
     template <class Body>
     void WithoutPicture(Body&& body);
 
-    Instance& m_instance;
+    const Context& m_context;
+    const FolderTree& m_folders;
+    const DragState& m_state;
     DragTree& m_tree;
     ItemHandle m_lastItem = 0;
     std::unique_ptr<Timer> tmrAutoScroll;

@@ -142,7 +142,7 @@ std::wstring WithoutSeparator(const std::wstring& path)
 /// Whether what is at the path is a folder; nothing when there is nothing.
 std::optional<bool> DiskOperations::IsFolder(const std::wstring& path)
 {
-    FileSystem& files = m_instance.platform.files;
+    FileSystem& files = m_context.platform.files;
     if (IsRoot(path) || IsShare(path)) {  // which have no entry of their own
         const std::wstring root = path.ends_with(L'\\') ? path : path + L"\\";
         const bool there = files.Search(root + L"*.*") != nullptr || files.FileSystemName(root).has_value();
@@ -176,8 +176,8 @@ FileOperationResult DiskOperations::Operate(unsigned wFunc, unsigned fFlags, con
     if (const int obstacle = Obstacle(wFunc, Source, dest)) return {obstacle, false};
     const std::wstring path = WithoutSeparator(Source);
     const bool moves = wFunc == kMove || wFunc == kRename;
-    if (moves && m_instance.platform.files.IsLink(path)) return {OperateOnLink(wFunc, path, dest), false};
-    FileOperationResult answer = m_instance.platform.shell.Operate(wFunc, fFlags, path, dest);
+    if (moves && m_context.platform.files.IsLink(path)) return {OperateOnLink(wFunc, path, dest), false};
+    FileOperationResult answer = m_context.platform.shell.Operate(wFunc, fFlags, path, dest);
     if (moves && answer.code == 0 && !answer.aborted && Left(wFunc, path, dest))
         answer.code = wFunc == kMove && HasNoRoom(path, dest) ? kDiskFull : kNotDone;
     return answer;
@@ -188,25 +188,25 @@ int DiskOperations::OperateOnLink(unsigned wFunc, const std::wstring& Source, co
 {
     const std::wstring target = wFunc == kMove ? PlaceIn(dest, Source) : dest;
     // Another letter case of its own name is free.
-    const bool taken = IsFolder(target) && !EqualName(m_instance.platform.regional, target, Source);
-    return taken ? kNameInUse : m_instance.platform.shell.MoveLink(Source, target);
+    const bool taken = IsFolder(target) && !EqualName(m_context.platform.regional, target, Source);
+    return taken ? kNameInUse : m_context.platform.shell.MoveLink(Source, target);
 }
 
 /// Whether what was to be moved or renamed is still what it was, whatever the shell says.
 bool DiskOperations::Left(unsigned wFunc, const std::wstring& Source, const std::wstring& dest)
 {
-    const auto entry = m_instance.platform.files.Search(Source);
+    const auto entry = m_context.platform.files.Search(Source);
     if (entry == nullptr) return false;
-    const bool sameName = wFunc == kRename && EqualName(m_instance.platform.regional, Source, dest);
+    const bool sameName = wFunc == kRename && EqualName(m_context.platform.regional, Source, dest);
     return !sameName || entry->Entry().name != NameOf(dest);
 }
 
 /// Whether a move to another volume had too little room there.
 bool DiskOperations::HasNoRoom(const std::wstring& Source, const std::wstring& dest)
 {
-    FileSystem& files = m_instance.platform.files;
+    FileSystem& files = m_context.platform.files;
     constexpr std::size_t kDriveLength = 3;
-    if (EqualName(m_instance.platform.regional, Source.substr(0, kDriveLength), dest.substr(0, kDriveLength)))
+    if (EqualName(m_context.platform.regional, Source.substr(0, kDriveLength), dest.substr(0, kDriveLength)))
         return false;
     const auto room = files.FreeSpace(dest.ends_with(L'\\') ? dest : dest + L"\\");
     return room && IsLargerThan(files, Source, *room);
@@ -218,18 +218,18 @@ long DiskOperations::WindowsDiskOps(const std::wstring& Source, const std::wstri
     const auto [wFunc, fFlags] = OperationOf(Flavor);
     FileOperationResult answer;
     m_done = false;
-    return Trapped(m_instance, L"WindowsDiskOps", VARIABLES(Source, dest, Flavor),
+    return Trapped(m_context.module, L"WindowsDiskOps", VARIABLES(Source, dest, Flavor),
                    VARIABLES(wFunc, fFlags, answer.code, answer.aborted, Result), [&](int& line) {
-                       MessageBoxes& boxes = m_instance.platform.boxes;
+                       MessageBoxes& boxes = m_context.platform.boxes;
                        line = 3;
                        answer = Operate(wFunc, fFlags, Source, dest);
                        m_done = answer.code == 0 && !answer.aborted;
                        line = 4;
                        if (answer.code != 0) {
-                           boxes.Show(m_instance.TV.hWnd(), std::to_wstring(answer.code), {}, kBoxCritical);
+                           boxes.Show(m_context.TV.hWnd(), std::to_wstring(answer.code), {}, kBoxCritical);
                        } else if (answer.aborted) {
                            line = 5;
-                           boxes.Show(m_instance.TV.hWnd(), L"Operation Failed", {}, kBoxCritical);
+                           boxes.Show(m_context.TV.hWnd(), L"Operation Failed", {}, kBoxCritical);
                            Result = -1;
                        }
                        return Result;

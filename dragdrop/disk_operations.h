@@ -3,14 +3,14 @@
 #include <optional>
 #include <string>
 
-#include "instance/instance.h"
+#include "widgets/context.h"
 
 namespace sylvex {
 
 /// The only way in which the control changes the disk.
 class DiskOperations {
 public:
-    explicit DiskOperations(Instance& instance) : m_instance(instance) {}
+    explicit DiskOperations(const Context& context) : m_context(context) {}
 
     /// Has the shell move (`Flavor` 4), rename (128), copy (1, 2, 64) or delete (8, 16) one path, with the shell's own
     /// questions and progress; -1 when the person cancelled, otherwise 0. What fails is shown in a box: the shell's
@@ -32,7 +32,7 @@ private:
     bool Left(unsigned wFunc, const std::wstring& Source, const std::wstring& dest);
     bool HasNoRoom(const std::wstring& Source, const std::wstring& dest);
 
-    Instance& m_instance;
+    const Context& m_context;
     bool m_done = false;
 };
 

@@ -24,11 +24,13 @@ short DragPicture(Regional& regional, const ImageList& pictures, std::wstring_vi
 
 }  // namespace
 
-DragSession::DragSession(Instance& instance, DragOwner& owner)
-    : m_instance(instance),
+DragSession::DragSession(const Context& context, FolderTree& folders, DragState& state, DragOwner& owner)
+    : m_context(context),
+      m_folders(folders),
+      m_state(state),
       m_owner(owner),
-      m_tree(std::make_unique<DragTree>(instance)),
-      m_autoScroll(instance, *m_tree, owner)
+      m_tree(std::make_unique<DragTree>(context, state)),
+      m_autoScroll(context, folders, state, *m_tree, owner)
 {
 }
 
@@ -39,28 +41,28 @@ DragSession::~DragSession()
 
 Node* DragSession::Dragged() const
 {
-    Node* node = m_instance.m_nodDrag.IfAlive();
-    return node != nullptr && m_instance.TV.ItemOf(*node) == m_instance.m_hitemDrag ? node : nullptr;
+    Node* node = m_state.m_nodDrag.IfAlive();
+    return node != nullptr && m_context.TV.ItemOf(*node) == m_state.m_hitemDrag ? node : nullptr;
 }
 
 void DragSession::Pressed(short Button, Point where)
 {
     if (Dragging() || Button == 0) return;
-    m_instance.m_iButton = Button;
-    m_instance.m_ptBtnDown = m_instance.platform.system.CursorPosition();
-    Node* node = m_busy ? nullptr : m_instance.TV.HitTest(where);
-    m_instance.m_nodDrag = NodeRef(node);
+    m_state.m_iButton = Button;
+    m_state.m_ptBtnDown = m_context.platform.system.CursorPosition();
+    Node* node = m_busy ? nullptr : m_context.TV.HitTest(where);
+    m_state.m_nodDrag = NodeRef(node);
     if (node != nullptr)
-        m_instance.DragImage = DragPicture(m_instance.platform.regional, m_instance.ImageList1, node->Text());
+        m_state.DragImage = DragPicture(m_context.platform.regional, m_context.ImageList1, node->Text());
 }
 
 void DragSession::Moved(short Button)
 {
-    if (!m_instance.m_DragDropEnable || Button != m_instance.m_iButton) return;
+    if (!m_state.m_DragDropEnable || Button != m_state.m_iButton) return;
     try {
         if (Dragging()) {
             DoDrag();
-        } else if (m_instance.m_nodDrag) {
+        } else if (m_state.m_nodDrag) {
             BeginDrag();
         }
     } catch (...) {
@@ -71,49 +73,49 @@ void DragSession::Moved(short Button)
 
 void DragSession::Released()
 {
-    if (!Dragging()) m_instance.m_nodDrag = NodeRef();
+    if (!Dragging()) m_state.m_nodDrag = NodeRef();
 }
 
 bool DragSession::PastThreshold(Point pointer) const
 {
-    return std::abs(pointer.x - m_instance.m_ptBtnDown.x) >= m_instance.m_szDrag.cx ||
-           std::abs(pointer.y - m_instance.m_ptBtnDown.y) >= m_instance.m_szDrag.cy;
+    return std::abs(pointer.x - m_state.m_ptBtnDown.x) >= m_folders.DragThreshold().cx ||
+           std::abs(pointer.y - m_state.m_ptBtnDown.y) >= m_folders.DragThreshold().cy;
 }
 
 void DragSession::BeginDrag()
 {
     Point pt;
-    Trapped(m_instance, L"BeginDrag", kNone, VARIABLES(pt), [&](int& line) {
+    Trapped(m_context.module, L"BeginDrag", kNone, VARIABLES(pt), [&](int& line) {
         line = 1;
-        if (!PastThreshold(m_instance.platform.system.CursorPosition())) return;
+        if (!PastThreshold(m_context.platform.system.CursorPosition())) return;
         line = 2;
-        m_instance.m_hwndTV = m_instance.TV.hWnd();
-        pt = m_instance.platform.drag.ScreenToClient(m_instance.m_hwndTV, m_instance.m_ptBtnDown);
+        m_folders.NoteWindow();
+        pt = m_context.platform.drag.ScreenToClient(m_tree->Window(), m_state.m_ptBtnDown);
         const TVHITTESTINFO hit = m_tree->HitAt(pt);
         if (hit.hItem == 0 || (hit.flags & kHitGrip) == 0) return;
         line = 3;
-        if (m_tree->TreeView_GetParent(m_instance.m_hwndTV, hit.hItem) == 0) return;
+        if (m_tree->TreeView_GetParent(m_tree->Window(), hit.hItem) == 0) return;
         // Rows may have moved since the press; what is dragged must be what was pressed.
-        if (m_instance.TV.NodeOfItem(hit.hItem) != m_instance.m_nodDrag.IfAlive()) return;
+        if (m_context.TV.NodeOfItem(hit.hItem) != m_state.m_nodDrag.IfAlive()) return;
         line = 4;
-        m_instance.m_hitemDrag = hit.hItem;
+        m_state.m_hitemDrag = hit.hItem;
         line = 5;
-        m_instance.m_himlDrag = PictureOf(hit.hItem);
+        m_state.m_himlDrag = PictureOf(hit.hItem);
         line = 6;
-        if (m_instance.m_himlDrag != 0) Hold(pt);
+        if (m_state.m_himlDrag != 0) Hold(pt);
     });
 }
 
 /// The picture that follows the pointer; the tree draws it with a picture of the item's own.
 ImageListHandle DragSession::PictureOf(ItemHandle item)
 {
-    const WindowHandle window = m_instance.m_hwndTV;
-    m_tree->SetNodeCallbacks(window, item, m_instance.m_nodDrag.IfAlive(), false);
+    const WindowHandle window = m_tree->Window();
+    m_tree->SetNodeCallbacks(window, item, m_state.m_nodDrag.IfAlive(), false);
     const ImageListHandle picture = m_tree->TreeView_CreateDragImage(window, item);
     try {
-        m_tree->SetNodeCallbacks(window, item, m_instance.m_nodDrag.IfAlive(), true);
+        m_tree->SetNodeCallbacks(window, item, m_state.m_nodDrag.IfAlive(), true);
     } catch (...) {
-        if (picture != 0) m_instance.platform.images.Destroy(picture);
+        if (picture != 0) m_context.platform.images.Destroy(picture);
         throw;
     }
     return picture;
@@ -122,12 +124,12 @@ ImageListHandle DragSession::PictureOf(ItemHandle item)
 /// Takes the mouse and shows the picture, held where the person grabbed it (client pixels).
 void DragSession::Hold(Point ptBtnDown)
 {
-    Drag& drag = m_instance.platform.drag;
-    const WindowHandle window = m_instance.m_hwndTV;
+    Drag& drag = m_context.platform.drag;
+    const WindowHandle window = m_tree->Window();
     Rect rc;
-    if (!m_tree->TreeView_GetItemRect(window, m_instance.m_hitemDrag, rc, true)) rc = {};
-    const Size picture = drag.PictureSize(m_instance.m_himlDrag);
-    m_instance.m_ptHotSpot = {ptBtnDown.x - rc.left + picture.cx - (rc.right - rc.left), ptBtnDown.y - rc.top};
+    if (!m_tree->TreeView_GetItemRect(window, m_state.m_hitemDrag, rc, true)) rc = {};
+    const Size picture = drag.PictureSize(m_state.m_himlDrag);
+    m_state.m_ptHotSpot = {ptBtnDown.x - rc.left + picture.cx - (rc.right - rc.left), ptBtnDown.y - rc.top};
     Point where = ptBtnDown;
     m_tree->ClientToWindow(window, where);
     drag.SetCapture(
@@ -135,22 +137,22 @@ void DragSession::Hold(Point ptBtnDown)
         [this] { FromPlatform(m_owner, [this] { Escape(); }); });
     m_escaped = false;
     m_tree->BeginLayout();
-    m_tree->ShowDropTarget(m_instance.m_hitemDrag);
+    m_tree->ShowDropTarget(m_state.m_hitemDrag);
     drag.UpdateWindow(window);
     m_autoScroll.Begin();
     // A tree that could not draw the row gives a list without pictures: then the icon alone follows.
-    if (!drag.BeginDrag(m_instance.m_himlDrag, 0, m_instance.m_ptHotSpot))
-        drag.BeginDrag(m_instance.ImageList1.Handle(), m_instance.DragImage, kMiddleOfIcon);
+    if (!drag.BeginDrag(m_state.m_himlDrag, 0, m_state.m_ptHotSpot))
+        drag.BeginDrag(m_context.ImageList1.Handle(), m_state.DragImage, kMiddleOfIcon);
     drag.DragEnter(window, where);
 }
 
 void DragSession::DoDrag()
 {
     Point pt;
-    Trapped(m_instance, L"DoDrag", kNone, VARIABLES(pt), [&](int& line) {
+    Trapped(m_context.module, L"DoDrag", kNone, VARIABLES(pt), [&](int& line) {
         if (Dragged() == nullptr) return Cancel();
-        Drag& drag = m_instance.platform.drag;
-        const WindowHandle window = m_instance.m_hwndTV;
+        Drag& drag = m_context.platform.drag;
+        const WindowHandle window = m_tree->Window();
         line = 1;
         pt = m_tree->Pointer();
         drag.DragLeave(window);
@@ -164,7 +166,7 @@ void DragSession::DoDrag()
         drag.DragMove(pt);
         drag.DragEnter(window, pt);
         line = 5;
-        if (hit.hItem != 0) m_instance.platform.system.ResetPointer();
+        if (hit.hItem != 0) m_context.platform.system.ResetPointer();
         line = 6;
         m_autoScroll.Moved(hit);
     });
@@ -172,9 +174,9 @@ void DragSession::DoDrag()
 
 Node* DragSession::TargetAt(Point where)
 {
-    if (m_tree->RowsMovedSince(m_instance.platform.system.InputTime())) return nullptr;
-    Node* target = m_instance.TV.DropHighlight();
-    return target != nullptr && m_tree->HitAt(where).hItem == m_instance.TV.ItemOf(*target) ? target : nullptr;
+    if (m_tree->RowsMovedSince(m_context.platform.system.InputTime())) return nullptr;
+    Node* target = m_context.TV.DropHighlight();
+    return target != nullptr && m_tree->HitAt(where).hItem == m_context.TV.ItemOf(*target) ? target : nullptr;
 }
 
 void DragSession::Escape() noexcept
@@ -187,33 +189,33 @@ void DragSession::Escape() noexcept
 void DragSession::EndDrag1()
 {
     if (!Dragging()) return;
-    Trapped(m_instance, L"EndDrag1", kNone, kNone, [&](int& line) {
-        Drag& drag = m_instance.platform.drag;
+    Trapped(m_context.module, L"EndDrag1", kNone, kNone, [&](int& line) {
+        Drag& drag = m_context.platform.drag;
         line = 1;
         // First of all, since letting go of the mouse is told to those who watch it.
-        const ImageListHandle picture = std::exchange(m_instance.m_himlDrag, 0);
+        const ImageListHandle picture = std::exchange(m_state.m_himlDrag, 0);
         drag.ReleaseCapture();
         line = 2;
-        drag.DragLeave(m_instance.m_hwndTV);
+        drag.DragLeave(m_tree->Window());
         drag.EndDrag();
-        m_instance.platform.images.Destroy(picture);
+        m_context.platform.images.Destroy(picture);
         line = 3;
         m_autoScroll.Stop();
         line = 4;
-        m_instance.platform.system.ResetPointer();
+        m_context.platform.system.ResetPointer();
     });
 }
 
 void DragSession::EndDrag2()
 {
-    Trapped(m_instance, L"EndDrag2", kNone, kNone, [&](int& line) {
-        m_instance.m_hitemDrag = 0;
-        m_instance.m_nodDrag = NodeRef();
+    Trapped(m_context.module, L"EndDrag2", kNone, kNone, [&](int& line) {
+        m_state.m_hitemDrag = 0;
+        m_state.m_nodDrag = NodeRef();
         line = 1;
-        if (!m_instance.platform.windows.Exists(m_instance.m_hwndTV)) return;
+        if (!m_context.platform.windows.Exists(m_tree->Window())) return;
         m_tree->ShowDropTarget(0);
         line = 2;
-        m_instance.TV.Refresh();
+        m_context.TV.Refresh();
     });
 }
 

@@ -5,21 +5,22 @@
 
 #include "dragdrop/auto_scroll.h"
 #include "dragdrop/drag_owner.h"
-#include "instance/instance.h"
+#include "dragdrop/drag_state.h"
+#include "tree/folder_tree.h"
 
 namespace sylvex {
 
-/// A drag of a node with the mouse, from the press to the release: idle, pressed on a node, dragging. Its state is the
-/// instance's drag variables.
+/// A drag of a node with the mouse, from the press to the release: idle, pressed on a node, dragging. Its state is
+/// that of dragging.
 class DragSession {
 public:
     /// The arguments outlive the session.
-    DragSession(Instance& instance, DragOwner& owner);
+    DragSession(const Context& context, FolderTree& folders, DragState& state, DragOwner& owner);
     ~DragSession();
     DragSession(const DragSession&) = delete;
     DragSession& operator=(const DragSession&) = delete;
 
-    bool Dragging() const { return m_instance.m_himlDrag != 0; }
+    bool Dragging() const { return m_state.m_himlDrag != 0; }
     /// The node that is being dragged; null when it is gone or was put elsewhere meanwhile.
     Node* Dragged() const;
     /// A press in the tree, in client pixels: notes what a drag would begin with.
@@ -52,7 +53,9 @@ private:
     ImageListHandle PictureOf(ItemHandle item);
     void Hold(Point ptBtnDown);
 
-    Instance& m_instance;
+    const Context& m_context;
+    FolderTree& m_folders;
+    DragState& m_state;
     DragOwner& m_owner;
     std::unique_ptr<DragTree> m_tree;
     AutoScroll m_autoScroll;

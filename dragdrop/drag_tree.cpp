@@ -27,8 +27,8 @@ std::int64_t Wide(int number)
 bool DragTree::AreTVItemsParentChild(WindowHandle hwndTV, ItemHandle hitemParent, ItemHandle hitemChild)
 {
     ItemHandle hItem = hitemChild;
-    return Trapped(m_instance, L"AreTVItemsParentChild", VARIABLES(hwndTV, hitemParent, hitemChild), VARIABLES(hItem),
-                   [&](int& line) {
+    return Trapped(m_context.module, L"AreTVItemsParentChild", VARIABLES(hwndTV, hitemParent, hitemChild),
+                   VARIABLES(hItem), [&](int& line) {
                        line = 1;
                        while (hItem != 0) {
                            line = 2;
@@ -42,19 +42,20 @@ bool DragTree::AreTVItemsParentChild(WindowHandle hwndTV, ItemHandle hitemParent
 bool DragTree::IsTVItemCollapsedParent(WindowHandle hwndTV, ItemHandle hItem)
 {
     TVITEM tvi;
-    return Trapped(m_instance, L"IsTVItemCollapsedParent", VARIABLES(hwndTV, hItem), VARIABLES(tvi), [&](int& line) {
-        line = 1;
-        tvi.hItem = hItem;
-        tvi.mask = TVIF_STATE | TVIF_CHILDREN;
-        line = 2;
-        return TreeView_GetItem(hwndTV, tvi) && tvi.cChildren != 0 && (tvi.state & TVIS_EXPANDED) == 0;
-    });
+    return Trapped(m_context.module, L"IsTVItemCollapsedParent", VARIABLES(hwndTV, hItem), VARIABLES(tvi),
+                   [&](int& line) {
+                       line = 1;
+                       tvi.hItem = hItem;
+                       tvi.mask = TVIF_STATE | TVIF_CHILDREN;
+                       line = 2;
+                       return TreeView_GetItem(hwndTV, tvi) && tvi.cChildren != 0 && (tvi.state & TVIS_EXPANDED) == 0;
+                   });
 }
 
 unsigned DragTree::PtInRectRegion(const Rect& rc, int cxyRegion, Point pt)
 {
     unsigned sides = 0;
-    return Trapped(m_instance, L"PtInRectRegion", VARIABLES(rc, cxyRegion, pt), VARIABLES(sides), [&](int& line) {
+    return Trapped(m_context.module, L"PtInRectRegion", VARIABLES(rc, cxyRegion, pt), VARIABLES(sides), [&](int& line) {
         line = 1;
         if (pt.x < rc.left || pt.x >= rc.right || pt.y < rc.top || pt.y >= rc.bottom) return sides;
         line = 2;
@@ -69,7 +70,7 @@ unsigned DragTree::PtInRectRegion(const Rect& rc, int cxyRegion, Point pt)
 unsigned DragTree::IsWindowScrollable(WindowHandle hWnd)
 {
     unsigned sides = 0;
-    return Trapped(m_instance, L"IsWindowScrollable", VARIABLES(hWnd), VARIABLES(sides), [&](int& line) {
+    return Trapped(m_context.module, L"IsWindowScrollable", VARIABLES(hWnd), VARIABLES(sides), [&](int& line) {
         line = 1;
         sides |= Scrollable(hWnd, 0, kHorizontalBar, kLeftSide, kRightSide);
         line = 2;
@@ -81,8 +82,8 @@ unsigned DragTree::IsWindowScrollable(WindowHandle hWnd)
 unsigned DragTree::Scrollable(WindowHandle hWnd, int bar, std::uint32_t style, unsigned towardsLeast,
                               unsigned towardsMost)
 {
-    if ((m_instance.platform.windows.Style(hWnd) & style) == 0) return 0;
-    const auto info = m_instance.platform.drag.GetScrollInfo(hWnd, bar);
+    if ((m_context.platform.windows.Style(hWnd) & style) == 0) return 0;
+    const auto info = m_context.platform.drag.GetScrollInfo(hWnd, bar);
     if (!info) return 0;
     const int last = Narrowed(Narrowed(Wide(info->most) - info->least + 1) - static_cast<std::int64_t>(info->page));
     return (info->position > 0 ? towardsLeast : 0) | (info->position < last ? towardsMost : 0);
@@ -91,13 +92,13 @@ unsigned DragTree::Scrollable(WindowHandle hWnd, int bar, std::uint32_t style, u
 bool DragTree::SetNodeCallbacks(WindowHandle hwndTV, ItemHandle hItem, Node* nod, bool fSet)
 {
     TVITEM tvi;
-    return Trapped(m_instance, L"SetNodeCallbacks", VARIABLES(hwndTV, hItem, nod, fSet), VARIABLES(tvi),
+    return Trapped(m_context.module, L"SetNodeCallbacks", VARIABLES(hwndTV, hItem, nod, fSet), VARIABLES(tvi),
                    [&](int& line) {
                        line = 1;
                        tvi.mask = TVIF_IMAGE;
                        tvi.hItem = hItem;
                        line = 2;
-                       tvi.iImage = fSet ? I_IMAGECALLBACK : nod != nullptr ? m_instance.DragImage : 0;
+                       tvi.iImage = fSet ? I_IMAGECALLBACK : nod != nullptr ? m_state.DragImage : 0;
                        line = 3;
                        return TreeView_SetItem(hwndTV, tvi);
                    });
@@ -105,10 +106,10 @@ bool DragTree::SetNodeCallbacks(WindowHandle hwndTV, ItemHandle hItem, Node* nod
 
 bool DragTree::ClientToWindow(WindowHandle hWnd, Point& pt)
 {
-    return Trapped(m_instance, L"ClientToWindow", VARIABLES(hWnd, pt), kNone, [&](int& line) {
-        Drag& drag = m_instance.platform.drag;
+    return Trapped(m_context.module, L"ClientToWindow", VARIABLES(hWnd, pt), kNone, [&](int& line) {
+        Drag& drag = m_context.platform.drag;
         line = 1;
-        if (!m_instance.platform.windows.Exists(hWnd)) return false;
+        if (!m_context.platform.windows.Exists(hWnd)) return false;
         line = 2;
         const auto client = drag.ClientRect(hWnd);
         if (!client) return false;
@@ -124,22 +125,22 @@ bool DragTree::ClientToWindow(WindowHandle hWnd, Point& pt)
 
 Point DragTree::Pointer()
 {
-    return m_instance.platform.drag.ScreenToClient(m_instance.m_hwndTV, m_instance.platform.system.CursorPosition());
+    return m_context.platform.drag.ScreenToClient(Window(), m_context.platform.system.CursorPosition());
 }
 
 TVHITTESTINFO DragTree::HitAt(Point client)
 {
     TVHITTESTINFO hit;
     hit.pt = client;
-    hit.hItem = TreeView_HitTest(m_instance.m_hwndTV, hit);
+    hit.hItem = TreeView_HitTest(Window(), hit);
     return hit;
 }
 
 DragTree::Layout DragTree::LayoutNow()
 {
-    Drag& drag = m_instance.platform.drag;
-    const WindowHandle window = m_instance.m_hwndTV;
-    return {m_instance.TV.LayoutVersion(), drag.GetScrollPos(window, 0), drag.GetScrollPos(window, 1)};
+    Drag& drag = m_context.platform.drag;
+    const WindowHandle window = Window();
+    return {m_context.TV.LayoutVersion(), drag.GetScrollPos(window, 0), drag.GetScrollPos(window, 1)};
 }
 
 void DragTree::BeginLayout()
@@ -152,7 +153,7 @@ void DragTree::BeginLayout()
 void DragTree::NoteLayout()
 {
     const Layout now = LayoutNow();
-    if (now != m_layout) m_moved = m_instance.platform.system.Now();
+    if (now != m_layout) m_moved = m_context.platform.system.Now();
     m_layout = now;
 }
 
@@ -166,8 +167,8 @@ bool DragTree::RowsMovedSince(std::uint32_t time)
 void DragTree::ShowDropTarget(ItemHandle item)
 {
     NoteLayout();
-    TreeView_SelectDropTarget(m_instance.m_hwndTV, item);
-    m_instance.TV.DropHighlightMoved(m_instance.TV.NodeOfItem(item));
+    TreeView_SelectDropTarget(Window(), item);
+    m_context.TV.DropHighlightMoved(m_context.TV.NodeOfItem(item));
 }
 
 }  // namespace sylvex

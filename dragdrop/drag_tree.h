@@ -3,7 +3,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "instance/instance.h"
+#include "dragdrop/drag_state.h"
+#include "widgets/context.h"
 #include "widgets/tree_messages.h"
 
 namespace sylvex {
@@ -19,7 +20,14 @@ constexpr unsigned kHitOpening = 0x56;
 /// under the error trap.
 class DragTree : public TreeMessages {
 public:
-    explicit DragTree(Instance& instance) : TreeMessages(instance, instance.platform.windows), m_instance(instance) {}
+    /// The arguments outlive the object.
+    DragTree(const Context& context, const DragState& state)
+        : TreeMessages(context.module, context.platform.windows), m_context(context), m_state(state)
+    {
+    }
+
+    /// The tree's window, 0 while it has none.
+    WindowHandle Window() const { return m_context.TV.hWnd(); }
 
     /// True when `hitemParent` lies above `hitemChild`, at any distance; an item is not above itself.
     bool AreTVItemsParentChild(WindowHandle hwndTV, ItemHandle hitemParent, ItemHandle hitemChild);
@@ -56,7 +64,8 @@ private:
     Layout LayoutNow();
     void NoteLayout();
     unsigned Scrollable(WindowHandle hWnd, int bar, std::uint32_t style, unsigned towardsLeast, unsigned towardsMost);
-    Instance& m_instance;
+    const Context& m_context;
+    const DragState& m_state;
     Layout m_layout;
     std::optional<std::uint32_t> m_moved;  // when, at the latest, rows were last moved
 };

@@ -32,9 +32,15 @@ bool IsMarked(const Node& node)
 
 }  // namespace
 
-Drop::Drop(Instance& instance, FolderTree& tree, TreeSelect& checks, DragSession& session, DiskOperations& disk,
-           DragOwner& owner)
-    : m_instance(instance), m_tree(tree), m_checks(checks), m_session(session), m_disk(disk), m_owner(owner)
+Drop::Drop(const Context& context, FolderTree& tree, DragState& state, TreeSelect& checks, DragSession& session,
+           DiskOperations& disk, DragOwner& owner)
+    : m_context(context),
+      m_tree(tree),
+      m_state(state),
+      m_checks(checks),
+      m_session(session),
+      m_disk(disk),
+      m_owner(owner)
 {
 }
 
@@ -63,11 +69,11 @@ void Drop::Released(Point where, DropLocals& locals, int& line)
 void Drop::ActOn(const NodeRef& target, DropLocals& locals, int& line)
 {
     line = 3;
-    m_instance.nodX = target;
-    locals.hitemDest = m_instance.TV.ItemOf(*m_instance.nodX);
+    m_state.nodX = target;
+    locals.hitemDest = m_context.TV.ItemOf(*m_state.nodX);
     line = 4;
-    if (const wchar_t* refusal = Refusal(locals, *m_instance.nodX)) return Say(refusal);
-    Move(locals, m_instance.m_nodDrag, m_instance.nodX, line);
+    if (const wchar_t* refusal = Refusal(locals, *m_state.nodX)) return Say(refusal);
+    Move(locals, m_state.m_nodDrag, m_state.nodX, line);
 }
 
 namespace {
@@ -82,21 +88,21 @@ constexpr const wchar_t* kFileOntoFile = L"A File cannot be dropped onto another
 /// Why the drop is refused, null when it is not.
 const wchar_t* Drop::Refusal(const DropLocals& locals, Node& target)
 {
-    const WindowHandle tree = m_instance.m_hwndTV;
-    const ItemHandle dragged = m_instance.m_hitemDrag;
+    const WindowHandle tree = m_context.TV.hWnd();
+    const ItemHandle dragged = m_state.m_hitemDrag;
     DragTree& items = m_session.Tree();
     if (locals.hitemDest == dragged) return kOntoItself;
     if (locals.hitemDest == items.TreeView_GetParent(tree, dragged)) return kOntoParent;
     if (items.AreTVItemsParentChild(tree, dragged, locals.hitemDest)) return kOntoSubfolder;
-    if (!target.Key().empty() && !m_instance.m_nodDrag->Key().empty()) return kFileOntoFile;
-    return RefusalByPath(DiskPathOf(*m_instance.m_nodDrag), DiskPathOf(target));
+    if (!target.Key().empty() && !m_state.m_nodDrag->Key().empty()) return kFileOntoFile;
+    return RefusalByPath(DiskPathOf(*m_state.m_nodDrag), DiskPathOf(target));
 }
 
 /// The same for a folder that the tree shows in two places, as the documents folder.
 const wchar_t* Drop::RefusalByPath(const std::wstring& source, const std::wstring& target)
 {
     if (!IsWholePath(source) || !IsWholePath(target)) return nullptr;
-    Regional& regional = m_instance.platform.regional;
+    Regional& regional = m_context.platform.regional;
     const std::wstring from = WithoutSeparator(source);
     const std::wstring to = WithoutSeparator(target);
     if (EqualName(regional, from, to)) return kOntoItself;
@@ -159,13 +165,13 @@ void Drop::PutUnder(const NodeRef& moved, const NodeRef& target)
     m_arriving = folder;
     const AtEnd arrived([this] { m_arriving = NodeRef(); });
     node->SetParent(*folder);
-    m_instance.TV.SetSelectedItem(&*node);
+    m_context.TV.SetSelectedItem(&*node);
     node->EnsureVisible();
 }
 
 void Drop::Say(const std::wstring& text)
 {
-    m_instance.platform.boxes.Show(m_instance.TV.hWnd(), text, {}, kBoxOk);
+    m_context.platform.boxes.Show(m_context.TV.hWnd(), text, {}, kBoxOk);
 }
 
 // ---- what a move leaves behind. Disk and message may have taken a while: any node may be gone.
@@ -182,11 +188,11 @@ void Drop::Settle(Node* moved, Node* oldParent, const std::wstring& source)
     const bool changesList = isMarked(moved) || isMarked(oldParent) || (moved && isMarked(moved->Parent()));
     if (oldParent != nullptr) {
         RestoreButton(*oldParent);
-        m_instance.m_RecursiveCheck ? FollowChildren(*oldParent) : ClearEmptied(*oldParent);
+        m_checks.Recursive() ? FollowChildren(*oldParent) : ClearEmptied(*oldParent);
     }
-    if (moved != nullptr && (m_instance.m_RecursiveCheck || IsMarked(*moved)))
-        m_checks.TreeSetParents(*moved, m_instance.m_RecursiveCheck ? StateOfRow(*moved) : kMixed);
-    m_instance.TV.GetNodes().MarksWritten();
+    if (moved != nullptr && (m_checks.Recursive() || IsMarked(*moved)))
+        m_checks.TreeSetParents(*moved, m_checks.Recursive() ? StateOfRow(*moved) : kMixed);
+    m_context.TV.GetNodes().MarksWritten();
     if (changesList) m_owner.RebuildBoundList();
 }
 
@@ -195,7 +201,7 @@ void Drop::RestoreButton(Node& folder)
 {
     const std::wstring path = m_tree.FolderOf(folder);
     if (folder.Children() > 0 || !IsWholePath(path) || !m_tree.hasSubDirectory(path)) return;
-    m_instance.TV.GetNodes().AddChild(folder, L"", 0).WriteMarks(folder.Checked(), false);
+    m_context.TV.GetNodes().AddChild(folder, L"", 0).WriteMarks(folder.Checked(), false);
 }
 
 /// The state that a node and its siblings give to their parent.

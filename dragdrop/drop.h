@@ -5,6 +5,7 @@
 #include "checks/tree_select.h"
 #include "dragdrop/disk_operations.h"
 #include "dragdrop/drag_session.h"
+#include "dragdrop/drag_state.h"
 #include "tree/folder_tree.h"
 
 namespace sylvex {
@@ -21,8 +22,8 @@ struct DropLocals {
 class Drop {
 public:
     /// The arguments outlive the object.
-    Drop(Instance& instance, FolderTree& tree, TreeSelect& checks, DragSession& session, DiskOperations& disk,
-         DragOwner& owner);
+    Drop(const Context& context, FolderTree& tree, DragState& state, TreeSelect& checks, DragSession& session,
+         DiskOperations& disk, DragOwner& owner);
 
     /// A button has been released at `where`, in client pixels; without a drag nothing happens. `line` is the statement
     /// in error reports.
@@ -45,8 +46,9 @@ private:
     long StateOfRow(Node& node);
     void Say(const std::wstring& text);
 
-    Instance& m_instance;
+    const Context& m_context;
     FolderTree& m_tree;
+    DragState& m_state;
     TreeSelect& m_checks;
     DragSession& m_session;
     DiskOperations& m_disk;

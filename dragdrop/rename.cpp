@@ -10,26 +10,27 @@ constexpr int kEditAgainAfter = 100;  // milliseconds
 
 }  // namespace
 
-Rename::Rename(Instance& instance, FolderTree& tree, DiskOperations& disk, DragOwner& owner)
-    : m_instance(instance),
+Rename::Rename(const Context& context, FolderTree& tree, DragState& state, DiskOperations& disk, DragOwner& owner)
+    : m_context(context),
       m_tree(tree),
+      m_state(state),
       m_disk(disk),
-      Timer2(instance.platform.timers.Create([this, &owner] { FromPlatform(owner, [this] { Timer2_Timer(); }); }))
+      Timer2(context.platform.timers.Create([this, &owner] { FromPlatform(owner, [this] { Timer2_Timer(); }); }))
 {
 }
 
 void Rename::BeforeLabelEdit()
 {
-    Node* selected = m_instance.TV.SelectedItem();
+    Node* selected = m_context.TV.SelectedItem();
     if (selected == nullptr) throw ObjectNotSet();
     const bool noted = !selected->Text().empty();
-    if (noted) m_instance.sNodeText = selected->Text();
-    m_begun = NodeRef(noted && selected == m_instance.TV.EditedNode() ? selected : nullptr);
+    if (noted) m_state.sNodeText = selected->Text();
+    m_begun = NodeRef(noted && selected == m_context.TV.EditedNode() ? selected : nullptr);
 }
 
 void Rename::PutBack(Node& selected)
 {
-    if (&selected == m_begun.IfAlive()) selected.SetText(m_instance.sNodeText);
+    if (&selected == m_begun.IfAlive()) selected.SetText(m_state.sNodeText);
 }
 
 namespace {
@@ -46,24 +47,24 @@ bool IsRootOfTheTree(const Node& node)
 void Rename::AfterLabelEdit(bool& Cancel, const std::wstring& NewString, RenameLocals& locals, int& line)
 {
     line = 2;
-    m_instance.nodX = NodeRef(m_instance.TV.SelectedItem());
-    if (!m_instance.nodX) throw ObjectNotSet();
+    m_state.nodX = NodeRef(m_context.TV.SelectedItem());
+    if (!m_state.nodX) throw ObjectNotSet();
     // The host may have selected another node meanwhile, which nobody wants to rename.
-    if (m_instance.nodX.IfAlive() != m_instance.TV.EditedNode()) {
+    if (m_state.nodX.IfAlive() != m_context.TV.EditedNode()) {
         Cancel = true;
         return;
     }
     // While the shell asks, the person may drag, which has the control's member for itself.
-    const NodeRef edited = m_instance.nodX;
+    const NodeRef edited = m_state.nodX;
     if (IsFileName(NewString)) {
         const std::wstring name = NewString.substr(0, NewString.find_last_not_of(L". ") + 1);
         if (name == edited->Text()) return Keep(edited, name, NewString, Cancel);
         const bool isRoot = IsRootOfTheTree(*edited);
-        m_instance.FullPath = isRoot ? std::wstring() : PathOf(*edited);
+        m_state.FullPath = isRoot ? std::wstring() : PathOf(*edited);
         line = 3;
         SplitPath(locals);
         line = 5;
-        RenameOnDisk(edited, m_instance.FullPath, name, locals);
+        RenameOnDisk(edited, m_state.FullPath, name, locals);
         line = 6;
         if (isRoot) {
             Cancel = true;
@@ -112,7 +113,7 @@ void Rename::Keep(const NodeRef& edited, const std::wstring& name, const std::ws
 /// The folder's part of the path, with its separator, and the path without the separator at its end.
 void Rename::SplitPath(RenameLocals& locals)
 {
-    std::wstring& path = m_instance.FullPath;
+    std::wstring& path = m_state.FullPath;
     for (std::size_t length = path.empty() ? 0 : path.size() - 1; length > 0; --length) {
         locals.i = static_cast<short>(length);
         if (path[length - 1] != L'\\') continue;
@@ -126,21 +127,21 @@ void Rename::EditAgain(const NodeRef& edited, const std::wstring& typed)
 {
     m_refused = edited;
     m_typed = typed;
-    m_instance.platform.boxes.Show(m_instance.TV.hWnd(), L"Error. Enter a valid file name (or Esc).", {}, kBoxOk);
+    m_context.platform.boxes.Show(m_context.TV.hWnd(), L"Error. Enter a valid file name (or Esc).", {}, kBoxOk);
     Timer2->SetInterval(kEditAgainAfter);
     Timer2->SetEnabled(true);
 }
 
 void Rename::Timer2_Timer()
 {
-    Trapped(m_instance, L"Timer2_Timer", kNone, kNone, [&](int& line) {
+    Trapped(m_context.module, L"Timer2_Timer", kNone, kNone, [&](int& line) {
         line = 1;
         Timer2->SetEnabled(false);  // at once, so that it ticks once whatever opening the label runs
         line = 2;
-        const Node* selected = m_instance.TV.SelectedItem();
+        const Node* selected = m_context.TV.SelectedItem();
         const bool same = selected != nullptr && selected == m_refused.IfAlive();
         m_refused = NodeRef();
-        same ? m_instance.TV.StartLabelEdit(m_typed) : m_instance.TV.StartLabelEdit();
+        same ? m_context.TV.StartLabelEdit(m_typed) : m_context.TV.StartLabelEdit();
     });
 }
 

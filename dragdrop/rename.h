@@ -5,6 +5,7 @@
 
 #include "dragdrop/disk_operations.h"
 #include "dragdrop/drag_owner.h"
+#include "dragdrop/drag_state.h"
 #include "tree/folder_tree.h"
 
 namespace sylvex {
@@ -21,7 +22,7 @@ struct RenameLocals {
 class Rename {
 public:
     /// The arguments outlive the object.
-    Rename(Instance& instance, FolderTree& tree, DiskOperations& disk, DragOwner& owner);
+    Rename(const Context& context, FolderTree& tree, DragState& state, DiskOperations& disk, DragOwner& owner);
 
     /// Notes the selected node's text. Raises 91 without a selection.
     void BeforeLabelEdit();
@@ -39,8 +40,9 @@ private:
     void RenameOnDisk(const NodeRef& edited, const std::wstring from, const std::wstring& name, RenameLocals& locals);
     void EditAgain(const NodeRef& edited, const std::wstring& typed);
 
-    Instance& m_instance;
+    const Context& m_context;
     FolderTree& m_tree;
+    DragState& m_state;
     DiskOperations& m_disk;
     NodeRef m_begun;    // the node whose text was noted, until what was typed has been taken
     NodeRef m_refused;  // the node whose typed text was no name

@@ -1,6 +1,8 @@
 #include "filelist/file_list.h"
 
+#include <algorithm>
 #include <string_view>
+#include <unordered_set>
 
 #include "filelist/list_rows.h"
 #include "platform/text.h"
@@ -58,8 +60,13 @@ private:
 
 }  // namespace
 
-FileList::FileList(Instance& instance, FolderTree& tree)
-    : m_instance(instance), m_tree(tree), m_binding(instance, tree), m_types(instance)
+FileList::FileList(const Context& context, FolderTree& tree, const TreeSelect& checks, FileListState& state)
+    : m_context(context),
+      m_tree(tree),
+      m_checks(checks),
+      m_state(state),
+      m_binding(context, tree, state),
+      m_types(context, state)
 {
 }
 
@@ -78,10 +85,10 @@ Ticked FileList::FindTicked(Node& top, std::wstring& sPath)
             if (parent != listed) {
                 listed = parent;
                 const std::wstring folder = m_tree.PathOf(walk.ParentFullPath(), parent->Text());
-                if (folder.size() > 1 && folder[1] == L':') m_instance.SourcePath = folder;
+                if (folder.size() > 1 && folder[1] == L':') m_state.SourcePath = folder;
             }
         }
-        walk.Advance(checked ? !m_instance.m_RecursiveCheck : node->Bold());
+        walk.Advance(checked ? !m_checks.Recursive() : node->Bold());
     }
     return ticked;
 }
@@ -92,17 +99,17 @@ void FileList::BuildFileList(Node* pNode, bool RecursiveCall)
     std::wstring sPath;
     const auto parameters = Variables("pNode,RecursiveCall", node, RecursiveCall);
     std::shared_ptr<Frozen> frozen;
-    Trapped(m_instance, L"BuildFileList", parameters, VARIABLES(sPath), [&](int& line) {
+    Trapped(m_context.module, L"BuildFileList", parameters, VARIABLES(sPath), [&](int& line) {
         line = 1;
         if (pNode == nullptr) return;
         // Once the list is written to, the host may do anything, also remove nodes.
         const Ticked ticked = FindTicked(*pNode, sPath);
         line = 2;
-        ListRows rows(m_instance, m_binding, m_types, ticked, sPath);
+        ListRows rows(m_context, m_state, m_binding, m_types, ticked, sPath);
         line = 3;
         // Until the rows are in order: a list that keeps itself sorted would paint all of it with each cell.
         if (rows.Count() > 0) {
-            const std::shared_ptr<ListView> list = m_instance.BoundList();
+            const std::shared_ptr<ListView> list = m_state.BoundList();
             frozen = list->Freeze();
             rows.AddTo(*list, !RecursiveCall);
         }
@@ -114,10 +121,52 @@ void FileList::BuildFileList(Node* pNode, bool RecursiveCall)
     });
 }
 
+void FileList::Rebuild(int& line, bool refill)
+{
+    // The host may bind another list meanwhile: this one is shown again all the same.
+    const std::shared_ptr<ListView> hidden = Bound();
+    hidden->SetVisible(false);
+    ++line;
+    if (refill) Refill();
+    ++line;
+    hidden->SetVisible(true);
+}
+
+void FileList::Refill()
+{
+    Bound()->ClearItems();
+    m_binding.LVColumnHeaders();
+    BuildFileList(&m_context.TV.GetNodes().Item(1), false);
+}
+
+void FileList::MarkListed(const NodeRef& node, std::wstring& SearchString)
+{
+    const auto list = Bound();
+    if (list->RowCount() == 0) return;
+    Regional& regional = m_context.platform.regional;
+    std::unordered_set<std::wstring> texts;
+    for (const std::wstring& text : list->Texts())
+        texts.insert(LowerText(regional, text));
+    const std::wstring above = node->FullPath() + node->Collection().PathSeparator();
+    for (Node* child = node->Child(); child != nullptr; child = child->Next()) {
+        SearchString = LowerText(regional, m_tree.PathOf(above + child->Text(), child->Text()));
+        // A file of a type that the filter does not list has a path that ends like a folder's; its row does not.
+        const std::wstring unqualified = SearchString.substr(0, SearchString.find_last_not_of(L'\\') + 1);
+        const auto isRow = [&](const std::wstring& pattern) {
+            return texts.contains(unqualified + L'\\' + LowerText(regional, pattern));
+        };
+        const auto& patterns = m_state.m_BuildFileListFilter;
+        if (texts.contains(SearchString) || texts.contains(unqualified) ||
+            std::any_of(patterns.begin(), patterns.end(), isRow))
+            child->WriteMarks(true, child->Bold());
+    }
+    node->Collection().MarksWritten();
+}
+
 std::wstring FileList::ReturnFileName(const std::wstring& Arq)
 {
     std::size_t separator = 0;
-    return Trapped(m_instance, L"ReturnFileName", VARIABLES(Arq), VARIABLES(separator), [&](int& line) {
+    return Trapped(m_context.module, L"ReturnFileName", VARIABLES(Arq), VARIABLES(separator), [&](int& line) {
         line = 1;
         separator = Arq.rfind(L'\\');
         return separator == std::wstring::npos ? std::wstring() : Arq.substr(separator + 1);
@@ -127,8 +176,8 @@ std::wstring FileList::ReturnFileName(const std::wstring& Arq)
 std::wstring FileList::BuildFileListFilter() const
 {
     std::wstring joined;
-    for (const std::wstring& pattern : m_instance.m_BuildFileListFilter)
-        joined += (&pattern == &m_instance.m_BuildFileListFilter.front() ? L"" : L"|") + pattern;
+    for (const std::wstring& pattern : m_state.m_BuildFileListFilter)
+        joined += (&pattern == &m_state.m_BuildFileListFilter.front() ? L"" : L"|") + pattern;
     return joined;
 }
 
@@ -136,7 +185,7 @@ void FileList::LetBuildFileListFilter(const std::wstring& New_BuildFileListFilte
 {
     std::vector<std::wstring> patterns = SplitText(New_BuildFileListFilter, L'|');
     if (patterns.empty()) patterns.emplace_back();
-    m_instance.m_BuildFileListFilter = std::move(patterns);
+    m_state.m_BuildFileListFilter = std::move(patterns);
 }
 
 }  // namespace sylvex

@@ -23,18 +23,16 @@ std::wstring CutText(const std::optional<std::wstring>& value, std::size_t longe
 
 }  // namespace
 
-FileTypes::FileTypes(Instance& instance) : m_instance(instance) {}
-
 std::wstring FileTypes::GetFileType(const std::wstring& sExt, const std::wstring& FullPath, int& MyIcon)
 {
     short i = -1;
     std::wstring sTypeName;
     const auto locals = VARIABLES(i, sTypeName);
-    return Trapped(m_instance, L"GetFileType", VARIABLES(sExt, FullPath, MyIcon), locals, [&](int& line) {
+    return Trapped(m_context.module, L"GetFileType", VARIABLES(sExt, FullPath, MyIcon), locals, [&](int& line) {
         line = 1;
         if (sExt.empty()) return std::wstring();
         line = 2;
-        std::vector<FTs>& TypeNew = m_instance.TypeNew;
+        std::vector<FTs>& TypeNew = m_state.TypeNew;
         i = BinarySearchTypeNew(sExt);
         if (i != -1) {
             MyIcon = TypeNew[static_cast<std::size_t>(i)].IconIndex;
@@ -50,9 +48,9 @@ std::wstring FileTypes::GetFileType(const std::wstring& sExt, const std::wstring
         line = 4;
         FTs record{sExt, sTypeName, 0};
         if (sTypeName.empty()) {
-            record.TypeName = sTypeName = m_instance.sNone;
+            record.TypeName = sTypeName = m_state.sNone;
         } else {
-            record.IconIndex = m_instance.platform.shell.SystemIconIndex(FullPath);
+            record.IconIndex = m_context.platform.shell.SystemIconIndex(FullPath);
         }
         line = 5;
         MyIcon = record.IconIndex;
@@ -67,7 +65,7 @@ std::wstring FileTypes::GetFileType(const std::wstring& sExt, const std::wstring
 
 std::wstring FileTypes::RegisteredTypeName(const std::wstring& sExt)
 {
-    System& system = m_instance.platform.system;
+    System& system = m_context.platform.system;
     m_classReadLast = {sExt, system.ClassRootValue(L"." + sExt)};
     const std::wstring className = CutText(m_classReadLast.name, kLongestClassName);
     if (className.empty()) return {};
@@ -76,10 +74,10 @@ std::wstring FileTypes::RegisteredTypeName(const std::wstring& sExt)
 
 short FileTypes::BinarySearchTypeNew(const std::wstring& sExt)
 {
-    return Trapped(m_instance, L"BinarySearchTypeNew", VARIABLES(sExt), kNone, [&](int& line) -> short {
+    return Trapped(m_context.module, L"BinarySearchTypeNew", VARIABLES(sExt), kNone, [&](int& line) -> short {
         line = 1;
         // By code units, in an array that is in order without regard to letter case: not every record is met.
-        const std::vector<FTs>& TypeNew = m_instance.TypeNew;
+        const std::vector<FTs>& TypeNew = m_state.TypeNew;
         int lo = 1;
         int hi = static_cast<int>(TypeNew.size()) - 1;
         line = 2;
@@ -95,12 +93,12 @@ short FileTypes::BinarySearchTypeNew(const std::wstring& sExt)
 
 void FileTypes::ShellSortTypeNewArray()
 {
-    Trapped(m_instance, L"ShellSortTypeNewArray", kNone, kNone, [&](int& line) {
+    Trapped(m_context.module, L"ShellSortTypeNewArray", kNone, kNone, [&](int& line) {
         line = 1;
-        std::vector<FTs>& TypeNew = m_instance.TypeNew;
+        std::vector<FTs>& TypeNew = m_state.TypeNew;
         const std::size_t count = TypeNew.size();
         for (std::size_t i = m_keys.size(); i < count; ++i)
-            m_instance.platform.regional.AppendSortKey(TypeNew[i].Ext, m_keys.emplace_back());
+            m_context.platform.regional.AppendSortKey(TypeNew[i].Ext, m_keys.emplace_back());
         // Nearly always one record has come behind those that are in order.
         if (std::exchange(m_inOrder, count) + 1 == count) return PlaceLast();
         const auto pass = [&](std::size_t i, std::size_t gap) {
@@ -122,7 +120,7 @@ void FileTypes::ShellSortTypeNewArray()
 void FileTypes::PlaceLast()
 {
     const auto place = std::upper_bound(m_keys.begin(), m_keys.end() - 1, m_keys.back()) - m_keys.begin();
-    std::vector<FTs>& TypeNew = m_instance.TypeNew;
+    std::vector<FTs>& TypeNew = m_state.TypeNew;
     std::rotate(m_keys.begin() + place, m_keys.end() - 1, m_keys.end());
     std::rotate(TypeNew.begin() + place, TypeNew.end() - 1, TypeNew.end());
 }
@@ -144,7 +142,7 @@ bool FileTypes::DrawnPerFile(const std::wstring& sExt)
 bool FileTypes::RegisteredAsDrawnPerFile(const std::wstring& sExt)
 {
     constexpr const wchar_t* kShared = L"SystemFileAssociations";
-    System& system = m_instance.platform.system;
+    System& system = m_context.platform.system;
     const bool readJustNow = m_classReadLast.ext == sExt;
     const std::optional<std::wstring> className =
         readJustNow ? m_classReadLast.name : system.ClassRootValue(L"." + sExt);
@@ -156,7 +154,7 @@ bool FileTypes::RegisteredAsDrawnPerFile(const std::wstring& sExt)
 /// Whether the registration below a key of the class root has its files drawn one by one.
 bool FileTypes::KeyDrawsPerFile(const std::wstring& key)
 {
-    System& system = m_instance.platform.system;
+    System& system = m_context.platform.system;
     if (key.empty() || !system.ClassRootValue(key)) return false;
     const std::optional<std::wstring> picture = system.ClassRootValue(key + L"\\DefaultIcon");
     if (picture && picture->find(L"%1") != std::wstring::npos) return true;

@@ -5,15 +5,17 @@
 #include <unordered_map>
 #include <vector>
 
-#include "instance/instance.h"
+#include "filelist/list_state.h"
+#include "widgets/context.h"
 
 namespace sylvex {
 
 /// The type name and picture of each file extension, looked up once per extension and kept while the control lives
-/// (Instance::TypeNew).
+/// (FileListState::TypeNew).
 class FileTypes {
 public:
-    explicit FileTypes(Instance& instance);
+    /// The arguments outlive the object.
+    FileTypes(const Context& context, FileListState& state) : m_context(context), m_state(state) {}
 
     /// The type name of an extension (without its full stop); sets `MyIcon` to its index in the system's small image
     /// list. An empty extension gives an empty name and leaves `MyIcon`. The first file of an extension decides.
@@ -32,7 +34,8 @@ private:
     bool KeyDrawsPerFile(const std::wstring& key);
     void PlaceLast();
 
-    Instance& m_instance;
+    const Context& m_context;
+    FileListState& m_state;
     std::vector<std::string> m_keys;                        // that TypeNew is sorted by, record for record
     std::size_t m_inOrder = 0;                              // records in order, from the first
     std::unordered_map<std::wstring, FTs> m_known;          // by extension

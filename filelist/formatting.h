@@ -3,8 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "instance/instance.h"
-#include "platform/platform.h"
+#include "diagnostics/named_module.h"
 
 namespace sylvex {
 

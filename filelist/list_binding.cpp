@@ -11,25 +11,22 @@ namespace {
 
 constexpr unsigned kSetImageList = 4099;
 constexpr std::uint32_t kShareImageLists = 64;
-constexpr int kDocuments = 5;
 constexpr const wchar_t* kSortColumns[] = {L"cmp2", L"cre2", L"acc2", L"siz2", L"mod2", L"tim2"};
 
 }  // namespace
 
-ListBinding::ListBinding(Instance& instance, FolderTree& tree) : m_instance(instance), m_tree(tree) {}
-
 void ListBinding::Bind(const std::shared_ptr<ListView>& New_ReqListView)
 {
-    m_instance.m_ReqListView = New_ReqListView;
-    m_instance.m_MyDocs = m_tree.FolderLocation(kDocuments);
-    if (!AssignSysIL()) m_instance.platform.boxes.Show(0, L"Error in AssignSysIl", {}, kBoxOk);
-    FileSystem& files = m_instance.platform.files;
-    m_instance.WinDir = files.WindowsDirectory();
-    m_instance.SysDir = files.SystemDirectory();
-    m_instance.TempDir = files.TempDirectory();
+    m_state.m_ReqListView = New_ReqListView;
+    m_tree.ReadDocumentsFolder();
+    if (!AssignSysIL()) m_context.platform.boxes.Show(0, L"Error in AssignSysIl", {}, kBoxOk);
+    FileSystem& files = m_context.platform.files;
+    m_state.WinDir = files.WindowsDirectory();
+    m_state.SysDir = files.SystemDirectory();
+    m_state.TempDir = files.TempDirectory();
     LoadCaptions();
     LVColumnHeaders();
-    const std::shared_ptr<ListView> list = m_instance.BoundList();
+    const std::shared_ptr<ListView> list = m_state.BoundList();
     list->SetVisible(true);
     list->Refresh();
 }
@@ -37,19 +34,19 @@ void ListBinding::Bind(const std::shared_ptr<ListView>& New_ReqListView)
 bool ListBinding::AssignSysIL()
 {
     int i = 0;
-    return Trapped(m_instance, L"AssignSysIL", kNone, VARIABLES(i), [&](int& line) {
+    return Trapped(m_context.module, L"AssignSysIL", kNone, VARIABLES(i), [&](int& line) {
         line = 1;
-        if (!m_instance.m_ReqListView) return false;
+        if (!m_state.m_ReqListView) return false;
         line = 2;
-        Windows& windows = m_instance.platform.windows;
-        const WindowHandle window = m_instance.BoundList()->hWnd();
+        Windows& windows = m_context.platform.windows;
+        const WindowHandle window = m_state.BoundList()->hWnd();
         const std::uint32_t style = windows.Style(window);
         // Written again, it would have the whole list painted.
         if ((style & kShareImageLists) == 0) windows.SetStyle(window, style | kShareImageLists);
         constexpr int kSmall = 1;
         for (i = 0; i <= kSmall; ++i) {
             line = 3;
-            const ImageListHandle images = m_instance.platform.shell.SystemImageList(i == kSmall);
+            const ImageListHandle images = m_context.platform.shell.SystemImageList(i == kSmall);
             windows.Send(window, kSetImageList, static_cast<std::uintptr_t>(i), static_cast<std::intptr_t>(images));
         }
         return true;
@@ -64,7 +61,7 @@ std::wstring ListBinding::Caption(const wchar_t* sModule, unsigned idString, con
 
 void ListBinding::LoadCaptions()
 {
-    Instance& texts = m_instance;
+    FileListState& texts = m_state;
     texts.sFolder = Caption(L"Shell32.Dll", 4131, L"Folder");
     texts.sName = Caption(L"Shell32.Dll", 8976, L"Name");
     texts.sExtension = L"Ext";
@@ -81,13 +78,13 @@ void ListBinding::LoadCaptions()
 
 void ListBinding::LVColumnHeaders()
 {
-    Trapped(m_instance, L"LVColumnHeaders", kNone, kNone, [&](int& line) {
+    Trapped(m_context.module, L"LVColumnHeaders", kNone, kNone, [&](int& line) {
         line = 1;
-        const std::shared_ptr<ListView> list = m_instance.BoundList();
+        const std::shared_ptr<ListView> list = m_state.BoundList();
         list->ClearItems();
         list->ClearColumns();
         line = 2;
-        const Instance& texts = m_instance;
+        const FileListState& texts = m_state;
         list->AddColumn({L"nam", texts.sName, 3600});
         list->AddColumn({L"ext", texts.sExtension, 500});
         list->AddColumn({L"siz", texts.sSize, 1100, Alignment::Right});
@@ -108,9 +105,9 @@ void ListBinding::LVColumnHeaders()
 bool ListBinding::CheckFAT()
 {
     std::wstring Root;
-    return Trapped(m_instance, L"CheckFAT", kNone, VARIABLES(Root), [&](int& line) {
+    return Trapped(m_context.module, L"CheckFAT", kNone, VARIABLES(Root), [&](int& line) {
         line = 1;
-        Root = m_instance.SourcePath.substr(0, 3);
+        Root = m_state.SourcePath.substr(0, 3);
         line = 2;
         return IsFatVolume(Root);
     });
@@ -119,15 +116,15 @@ bool ListBinding::CheckFAT()
 bool ListBinding::IsFatVolume(const std::wstring& root)
 {
     // A volume that cannot be asked counts as FAT.
-    const std::optional<std::wstring> name = m_instance.platform.files.FileSystemName(root);
-    return !name || EqualText(m_instance.platform.regional, name->substr(0, 3), L"FAT");
+    const std::optional<std::wstring> name = m_context.platform.files.FileSystemName(root);
+    return !name || EqualText(m_context.platform.regional, name->substr(0, 3), L"FAT");
 }
 
 short ListBinding::LVIdx(const std::wstring& sKey)
 {
-    return Trapped(m_instance, L"LVIdx", VARIABLES(sKey), kNone, [&](int& line) {
+    return Trapped(m_context.module, L"LVIdx", VARIABLES(sKey), kNone, [&](int& line) {
         line = 1;
-        const int index = m_instance.BoundList()->SubItemIndex(sKey);
+        const int index = m_state.BoundList()->SubItemIndex(sKey);
         if (index < 0 || index > std::numeric_limits<short>::max()) throw IndexOutOfBounds();
         return static_cast<short>(index);
     });
@@ -135,20 +132,20 @@ short ListBinding::LVIdx(const std::wstring& sKey)
 
 void ListBinding::HideSortColumns()
 {
-    const std::shared_ptr<ListView> list = m_instance.BoundList();
+    const std::shared_ptr<ListView> list = m_state.BoundList();
     for (const wchar_t* const key : kSortColumns)
         list->SetColumnWidth(key, 0);
 }
 
 void ListBinding::LoadCleanup(short SortCol)
 {
-    Trapped(m_instance, L"LoadCleanup", VARIABLES(SortCol), kNone, [&](int& line) {
+    Trapped(m_context.module, L"LoadCleanup", VARIABLES(SortCol), kNone, [&](int& line) {
         line = 1;
-        m_instance.BoundList()->SortBy(SortCol);
+        m_state.BoundList()->SortBy(SortCol);
         line = 2;
         AssignSysIL();
         line = 3;
-        m_instance.platform.system.ResetPointer();
+        m_context.platform.system.ResetPointer();
     });
 }
 

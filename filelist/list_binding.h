@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "instance/instance.h"
+#include "filelist/list_state.h"
 #include "tree/folder_tree.h"
 
 namespace sylvex {
@@ -11,7 +11,11 @@ namespace sylvex {
 /// Binds the host's list view and owns its columns, image lists and sorting.
 class ListBinding {
 public:
-    ListBinding(Instance& instance, FolderTree& tree);
+    /// The arguments outlive the object.
+    ListBinding(const Context& context, FolderTree& tree, FileListState& state)
+        : m_context(context), m_tree(tree), m_state(state)
+    {
+    }
 
     /// The whole sequence of handing over a list view: image lists, folders, captions, columns, show. Null stores
     /// nothing, shows the message that the image lists could not be attached, and fails for want of a list. The error
@@ -36,8 +40,9 @@ private:
     void LoadCaptions();
     std::wstring Caption(const wchar_t* sModule, unsigned idString, const wchar_t* otherwise);
 
-    Instance& m_instance;
+    const Context& m_context;
     FolderTree& m_tree;
+    FileListState& m_state;
 };
 
 }  // namespace sylvex

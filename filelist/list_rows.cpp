@@ -42,17 +42,18 @@ std::wstring SizeKey(std::uint64_t size)
 
 }  // namespace
 
-ListRows::ListRows(Instance& instance, ListBinding& binding, FileTypes& types, const Ticked& ticked,
-                   std::wstring& sPath)
-    : m_instance(instance),
+ListRows::ListRows(const Context& context, FileListState& state, ListBinding& binding, FileTypes& types,
+                   const Ticked& ticked, std::wstring& sPath)
+    : m_context(context),
+      m_state(state),
       m_binding(binding),
       m_fileTypes(types),
       m_ticked(ticked),
       m_sPath(sPath),
-      m_patterns(instance.m_BuildFileListFilter),
-      m_declares(instance.platform),
-      m_regional(instance.platform.regional),
-      m_records(instance.platform.files, ticked)
+      m_patterns(state.m_BuildFileListFilter),
+      m_declares(context.platform),
+      m_regional(context.platform.regional),
+      m_records(context.platform.files, ticked)
 {
     if (m_ticked.Count() == 0) return;
     FindColumns();
@@ -60,11 +61,11 @@ ListRows::ListRows(Instance& instance, ListBinding& binding, FileTypes& types, c
     for (std::uint32_t entry = 0; entry < m_ticked.Count(); ++entry) {
         sPath.clear();
         m_ticked.AppendPath(entry, sPath);
-        m_instance.IsFAT = IsFat(sPath);
+        m_state.IsFAT = IsFat(sPath);
         if (m_records.Of(entry).ShownAsFolder()) {
             AddFolder(entry, sPath);
         } else {
-            m_rows.push_back({entry, kFile, TypeOf(entry), 0, m_instance.IsFAT});
+            m_rows.push_back({entry, kFile, TypeOf(entry), 0, m_state.IsFAT});
         }
     }
 }
@@ -87,7 +88,7 @@ void ListRows::FindColumns()
 bool ListRows::IsFat(std::wstring_view path)
 {
     const std::wstring_view volume = VolumeOf(path);
-    if (volume.empty()) return m_instance.IsFAT;
+    if (volume.empty()) return m_state.IsFAT;
     const auto found = m_fatVolumes.find(volume);
     if (found != m_fatVolumes.end()) return found->second;
     return m_fatVolumes.emplace(volume, m_binding.IsFatVolume(std::wstring(volume) + L'\\')).first->second;
@@ -96,19 +97,19 @@ bool ListRows::IsFat(std::wstring_view path)
 void ListRows::AddFolder(std::uint32_t Item, const std::wstring& sPath)
 {
     std::size_t k = 0;
-    Trapped(m_instance, L"AddFolder", VARIABLES(Item, sPath), VARIABLES(k), [&](int& line) {
+    Trapped(m_context.module, L"AddFolder", VARIABLES(Item, sPath), VARIABLES(k), [&](int& line) {
         line = 1;
         for (k = 0; k < m_patterns.size(); ++k) {
             line = 2;
-            if (!EqualText(m_regional, m_instance.TypeNew.front().TypeName, m_instance.sFolder)) {
+            if (!EqualText(m_regional, m_state.TypeNew.front().TypeName, m_state.sFolder)) {
                 // The shell may let messages through, and with them another list.
-                const int icon = m_instance.platform.shell.SystemIconIndex(sPath);
-                m_instance.TypeNew.front().IconIndex = icon;
-                m_instance.TypeNew.front().TypeName = m_instance.sFolder;
+                const int icon = m_context.platform.shell.SystemIconIndex(sPath);
+                m_state.TypeNew.front().IconIndex = icon;
+                m_state.TypeNew.front().TypeName = m_state.sFolder;
             }
             line = 3;
-            const int icon = m_instance.TypeNew.front().IconIndex;
-            m_rows.push_back({Item, static_cast<std::int32_t>(k), 0, icon, m_instance.IsFAT});
+            const int icon = m_state.TypeNew.front().IconIndex;
+            m_rows.push_back({Item, static_cast<std::int32_t>(k), 0, icon, m_state.IsFAT});
         }
     });
 }
@@ -155,7 +156,7 @@ void ListRows::AddTo(ListView& list, bool sortFollows)
         if (m_given == nullptr || m_given->pattern == kFile) throw;
         const std::uint32_t Item = m_given->entry;
         const std::int32_t k = m_given->pattern;
-        Trapped(m_instance, L"AddFolder", Variables("Item,sPath", Item, m_sPath), VARIABLES(k), [](int& line) {
+        Trapped(m_context.module, L"AddFolder", Variables("Item,sPath", Item, m_sPath), VARIABLES(k), [](int& line) {
             line = 4;
             throw;
         });
@@ -176,12 +177,12 @@ const ListRow& ListRows::Row(std::size_t place)
     if (row.pattern == kFile) {
         FillFile(row, record);
     } else {
-        m_row.cells[m_columns.typ] = m_instance.sFolder;
+        m_row.cells[m_columns.typ] = m_state.sFolder;
         if (!IsLastOfFolder(row)) return m_row;
         m_row.image = IconOfFolder(row, record);
     }
     FillDates(row, record);
-    m_row.cells[m_columns.atr] = GetAttrString(m_instance, record.attributes);
+    m_row.cells[m_columns.atr] = GetAttrString(m_context.module, record.attributes);
     std::wstring& dos = m_row.cells[m_columns.dos];
     dos = record.shortName.data();
     if (dos.empty()) dos = record.name;
@@ -200,7 +201,7 @@ void ListRows::FillFile(const LaidOut& row, const DirectoryRecord& record)
 
 int ListRows::IconOfFile(const LaidOut& row)
 {
-    Shell& shell = m_instance.platform.shell;
+    Shell& shell = m_context.platform.shell;
     Type& type = m_types[row.type];
     if (type.drawnPerFile) return shell.SystemIconIndex(m_ticked.Path(row.entry));
     if (!type.icon) {
@@ -212,7 +213,7 @@ int ListRows::IconOfFile(const LaidOut& row)
 
 int ListRows::IconOfFolder(const LaidOut& row, const DirectoryRecord& record)
 {
-    Shell& shell = m_instance.platform.shell;
+    Shell& shell = m_context.platform.shell;
     const bool plain = !record.name.empty() && (record.attributes & kMayHavePicture) == 0;
     if (!plain) {
         const std::wstring path = m_ticked.Path(row.entry);
@@ -247,13 +248,13 @@ void ListRows::FillDates(const LaidOut& row, const DirectoryRecord& record)
         cells[m_columns.tim2] = cells[m_columns.mod2].substr(kStampDateLength);
     }
     if (const auto created = LocalDate(record.creationTime)) {
-        cells[m_columns.cre] = FormGenDatTim(m_instance, m_regional, *created);
+        cells[m_columns.cre] = FormGenDatTim(m_context.module, m_regional, *created);
         cells[m_columns.cre2] = m_regional.Stamp(*created);
     }
     if (const auto accessed = LocalDate(record.lastAccessTime)) {
         // Such volumes keep no access time.
         cells[m_columns.acc] =
-            row.isFat ? m_regional.ShortDate(*accessed) : FormGenDatTim(m_instance, m_regional, *accessed);
+            row.isFat ? m_regional.ShortDate(*accessed) : FormGenDatTim(m_context.module, m_regional, *accessed);
         cells[m_columns.acc2] = m_regional.Stamp(*accessed);
     }
 }
@@ -269,7 +270,7 @@ std::vector<std::uint32_t> ListRows::SortedPlaces(bool descending) const
     std::vector<std::uint32_t> places(m_rows.size());
     for (std::size_t place = 0; place < keys.size(); ++place) {
         const std::size_t start = bytes.size();
-        m_instance.platform.regional.AppendSortKey(ItemText(m_rows[place]), bytes);
+        m_context.platform.regional.AppendSortKey(ItemText(m_rows[place]), bytes);
         keys[place] = {start, bytes.size() - start};
         places[place] = static_cast<std::uint32_t>(place);
     }

@@ -14,7 +14,6 @@
 #include "filelist/formatting.h"
 #include "filelist/list_binding.h"
 #include "filelist/ticked.h"
-#include "instance/instance.h"
 #include "widgets/listview.h"
 
 namespace sylvex {
@@ -24,7 +23,8 @@ class ListRows final : public RowSource {
 public:
     /// The paths are complete; all arguments outlive the rows. Asks the bound list for its columns. `sPath` holds the
     /// path of the entry that is being worked on.
-    ListRows(Instance& instance, ListBinding& binding, FileTypes& types, const Ticked& ticked, std::wstring& sPath);
+    ListRows(const Context& context, FileListState& state, ListBinding& binding, FileTypes& types, const Ticked& ticked,
+             std::wstring& sPath);
 
     /// Has the list take all rows, as ListView::AddRows does. A failure at a folder's row is AddFolder's.
     void AddTo(ListView& list, bool sortFollows);
@@ -70,7 +70,8 @@ private:
     int IconOfFolder(const LaidOut& row, const DirectoryRecord& record);
     std::optional<Date> LocalDate(std::int64_t fileTime);
 
-    Instance& m_instance;
+    const Context& m_context;
+    FileListState& m_state;
     ListBinding& m_binding;
     FileTypes& m_fileTypes;
     const Ticked& m_ticked;

@@ -96,9 +96,9 @@ void FolderTree::EnumFilesUnder(Node& n)
     const auto locals = VARIABLES(own.sPath, own.sExt, own.hFind, own.oldPath, own.W32FD, si, own.hIcon, FolderPic,
                                   TempNode, own.n2, own.L4, own.n);
     std::optional<TreeView::Updating> hidden;
-    Trapped(m_instance, L"EnumFilesUnder", VARIABLES(own.n), locals, [&](int& line) {
+    Trapped(m_context.module, L"EnumFilesUnder", VARIABLES(own.n), locals, [&](int& line) {
         line = 1;
-        hidden.emplace(m_instance.TV);
+        hidden.emplace(m_context.TV);
         line = 2;
         own.sPath = FolderOf(n);
         line = 3;
@@ -112,7 +112,7 @@ void FolderTree::EnumFilesUnder(Node& n)
         AddFiles(listing, own);
         line = 8;
         hidden->End();
-        if (!m_instance.TV.Visible()) m_instance.TV.SetVisible(true);
+        if (!m_context.TV.Visible()) m_context.TV.SetVisible(true);
     });
 }
 
@@ -121,8 +121,8 @@ void FolderTree::EnumFilesUnder(Node& n)
 FolderTree::Listing FolderTree::ReadFolder(FolderLocals& own)
 {
     Listing listing;
-    Regional& regional = m_instance.platform.regional;
-    const auto search = m_instance.platform.files.Search(own.sPath + L"*.*");
+    Regional& regional = m_context.platform.regional;
+    const auto search = m_context.platform.files.Search(own.sPath + L"*.*");
     own.hFind = search != nullptr ? 1 : 0;
     for (bool more = search != nullptr; more; more = search->Next()) {
         const FileEntry& entry = search->Entry();
@@ -151,7 +151,7 @@ void FolderTree::AddFolders(Node& n, const Listing& listing, FolderLocals& own)
 
 void FolderTree::AddFiles(const Listing& listing, FolderLocals& own)
 {
-    const bool byType = CheckVersion(m_instance.platform);
+    const bool byType = CheckVersion(m_context.platform);
     // The listing's order, not the sorted one, settles which file gives its type the picture.
     std::vector<int> images(listing.files.size());
     for (std::size_t i = 0; i < images.size(); ++i)
@@ -160,7 +160,7 @@ void FolderTree::AddFiles(const Listing& listing, FolderLocals& own)
     Node& parent = *own.n;
     Nodes& nodes = parent.Collection();
     const auto nameAt = [&](std::size_t place) { return listing.NameOf(listing.files[place]); };
-    for (const std::uint32_t place : SortedPlaces(m_instance.platform.regional, images.size(), nameAt)) {
+    for (const std::uint32_t place : SortedPlaces(m_context.platform.regional, images.size(), nameAt)) {
         own.n2 = &nodes.AddChild(parent, nameAt(place), images[place]);
         ++own.L4;
     }
@@ -169,20 +169,20 @@ void FolderTree::AddFiles(const Listing& listing, FolderLocals& own)
 /// The number of the file's picture; a type's first file adds it to the image list.
 int FolderTree::ImageOfFile(std::wstring_view name, bool byType, FolderLocals& own)
 {
-    ImageNames& names = m_instance.TV.Images();
+    ImageNames& names = m_context.TV.Images();
     if (!byType) return names.NumberOfKey(L"new");
-    ImageList& pictures = m_instance.ImageList1;
+    ImageList& pictures = m_context.ImageList1;
     const std::wstring extension = GetExt(name);
     std::wstring& sExt = own.sExt;
     sExt = extension;
     if (sExt.empty()) sExt = L"None";
     if (IsNumeric(sExt)) sExt += L"@@";
     if (!KeyExists(pictures, sExt)) {
-        Shell& shell = m_instance.platform.shell;
+        Shell& shell = m_context.platform.shell;
         const std::wstring path = own.sPath + std::wstring(name);
         OwnedIcon icon = extension == L"ico" ? shell.IconInFile(path, 0) : shell.FileIcon(path);
         own.hIcon = icon.Get();
-        LoadImageList(m_instance.platform, pictures, std::move(icon), sExt);
+        LoadImageList(m_context.platform, pictures, std::move(icon), sExt);
         own.hIcon = 0;
     }
     return names.NumberOfKey(sExt);
@@ -190,16 +190,16 @@ int FolderTree::ImageOfFile(std::wstring_view name, bool byType, FolderLocals& o
 
 bool FolderTree::MatchesFilter(std::wstring_view name)
 {
-    for (const std::wstring& pattern : m_instance.SylvexFilter)
-        if (LikePattern(m_instance.platform.regional, name, pattern)) return true;
+    for (const std::wstring& pattern : m_state.SylvexFilter)
+        if (LikePattern(m_context.platform.regional, name, pattern)) return true;
     return false;
 }
 
 bool FolderTree::hasSubDirectory(const std::wstring& sPath)
 {
-    return Trapped(m_instance, L"hasSubDirectory", VARIABLES(sPath), kNone, [&](int& line) {
+    return Trapped(m_context.module, L"hasSubDirectory", VARIABLES(sPath), kNone, [&](int& line) {
         line = 1;
-        const auto search = m_instance.platform.files.Search(sPath + L"*.*");
+        const auto search = m_context.platform.files.Search(sPath + L"*.*");
         for (bool more = search != nullptr; more; more = search->Next()) {
             line = 2;
             const FileEntry& entry = search->Entry();

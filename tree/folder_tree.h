@@ -3,15 +3,17 @@
 #include <string>
 #include <string_view>
 
-#include "instance/instance.h"
 #include "tree/disk_places.h"
+#include "tree/tree_state.h"
+#include "widgets/context.h"
 
 namespace sylvex {
 
 /// The folder tree: its roots, the folders read when they are opened, and the paths of its nodes.
 class FolderTree {
 public:
-    explicit FolderTree(Instance& instance);
+    /// The arguments outlive the tree.
+    FolderTree(const Context& context, TreeState& state);
 
     /// Loads the fixed icons into ImageList1.
     void LoadSystemIcons();
@@ -21,6 +23,12 @@ public:
     void Clear();
     /// For a node that opens: when it holds only a placeholder (or one childless child), reads its folder anew.
     void LoadChildren(Node& node);
+    /// Notes the tree's window: it is about to be used, or has been made anew or has gone.
+    void NoteWindow() { m_state.m_hwndTV = m_context.TV.hWnd(); }
+    /// How near to the tree's edge a drag scrolls it, in pixels.
+    int ScrollBand() const { return m_state.m_cxyAutoScroll; }
+    /// How far the pointer is moved before a drag begins, in pixels.
+    Size DragThreshold() const { return m_state.m_szDrag; }
     /// Where nodes are whose texts do not tell it.
     DiskPlaces& Places() { return m_places; }
     /// The folder of a node, ending in a separator, as it has to be read.
@@ -44,6 +52,9 @@ public:
     /// The lower-cased text behind the last full stop, empty without one or when it ends the name.
     std::wstring GetExt(std::wstring_view Name);
     std::wstring FolderLocation(int lFolder);
+    /// Asks the platform for the documents folder, under which paths of nodes below it begin.
+    void ReadDocumentsFolder();
+    const std::wstring& DocumentsFolder() const { return m_state.m_MyDocs; }
     std::wstring GetResourceStringFromFile(const std::wstring& sModule, unsigned idString);
 
 private:
@@ -60,7 +71,8 @@ private:
     int ImageOfFile(std::wstring_view name, bool byType, FolderLocals& own);
     bool MatchesFilter(std::wstring_view name);
 
-    Instance& m_instance;
+    const Context& m_context;
+    TreeState& m_state;
     DiskPlaces m_places;
     bool m_moving = false;
 };

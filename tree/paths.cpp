@@ -5,7 +5,7 @@ namespace sylvex {
 
 std::wstring FolderTree::QualifyPath(const std::wstring& MyString)
 {
-    return Trapped(m_instance, L"QualifyPath", VARIABLES(MyString), kNone, [&](int& line) {
+    return Trapped(m_context.module, L"QualifyPath", VARIABLES(MyString), kNone, [&](int& line) {
         line = 1;
         return MyString.ends_with(L'\\') ? MyString : MyString + L'\\';
     });
@@ -14,7 +14,7 @@ std::wstring FolderTree::QualifyPath(const std::wstring& MyString)
 std::wstring FolderTree::StripNull(const std::wstring& strIn)
 {
     std::size_t nul = 0;
-    return Trapped(m_instance, L"StripNull", VARIABLES(strIn), VARIABLES(nul), [&](int& line) {
+    return Trapped(m_context.module, L"StripNull", VARIABLES(strIn), VARIABLES(nul), [&](int& line) {
         line = 1;
         nul = strIn.find(L'\0');
         if (nul != std::wstring::npos) return strIn.substr(0, nul);
@@ -28,35 +28,41 @@ std::wstring FolderTree::StripNull(const std::wstring& strIn)
 std::wstring FolderTree::GetExt(std::wstring_view Name)
 {
     std::size_t dot = 0;
-    return Trapped(m_instance, L"GetExt", VARIABLES(Name), VARIABLES(dot), [&](int& line) {
+    return Trapped(m_context.module, L"GetExt", VARIABLES(Name), VARIABLES(dot), [&](int& line) {
         line = 1;
         dot = Name.rfind(L'.');
         if (dot == std::wstring_view::npos || dot + 1 == Name.size()) return std::wstring();
         line = 2;
-        return LowerText(m_instance.platform.regional, Name.substr(dot + 1));
+        return LowerText(m_context.platform.regional, Name.substr(dot + 1));
     });
 }
 
 std::wstring FolderTree::FolderLocation(int lFolder)
 {
-    return Trapped(m_instance, L"FolderLocation", VARIABLES(lFolder), kNone, [&](int& line) {
+    return Trapped(m_context.module, L"FolderLocation", VARIABLES(lFolder), kNone, [&](int& line) {
         line = 1;
-        return m_instance.platform.shell.SpecialFolder(lFolder);
+        return m_context.platform.shell.SpecialFolder(lFolder);
     });
+}
+
+void FolderTree::ReadDocumentsFolder()
+{
+    constexpr int kDocumentsFolder = 5;
+    m_state.m_MyDocs = FolderLocation(kDocumentsFolder);
 }
 
 std::wstring FolderTree::GetResourceStringFromFile(const std::wstring& sModule, unsigned idString)
 {
-    return Trapped(m_instance, L"GetResourceStringFromFile", VARIABLES(sModule, idString), kNone, [&](int& line) {
+    return Trapped(m_context.module, L"GetResourceStringFromFile", VARIABLES(sModule, idString), kNone, [&](int& line) {
         line = 1;
-        return m_instance.platform.shell.ResourceString(sModule, idString);
+        return m_context.platform.shell.ResourceString(sModule, idString);
     });
 }
 
 std::wstring FolderTree::BuildFullPath(const Node* nod)
 {
     std::wstring sFullPath;
-    return Trapped(m_instance, L"BuildFullPath", VARIABLES(nod), VARIABLES(sFullPath), [&](int& line) {
+    return Trapped(m_context.module, L"BuildFullPath", VARIABLES(nod), VARIABLES(sFullPath), [&](int& line) {
         line = 1;
         if (nod == nullptr) throw ObjectNotSet();
         sFullPath = nod->FullPath();
@@ -109,14 +115,14 @@ std::wstring FolderTree::PathOf(std::wstring_view fullPath, std::wstring_view te
     if (colon != std::wstring_view::npos && colon > 0) {
         path = PathFromDrive(fullPath, colon);
     } else {
-        const std::wstring& documents = m_instance.m_MyDocs;
+        const std::wstring& documents = m_state.m_MyDocs;
         const std::wstring documentsText = documents.size() > 3 ? documents.substr(3) : std::wstring();
-        path = ReplaceText(m_instance.platform.regional, fullPath, L"Desktop\\" + documentsText, documents);
+        path = ReplaceText(m_context.platform.regional, fullPath, L"Desktop\\" + documentsText, documents);
     }
-    const std::wstring sExt = m_instance.SylvexFilter.empty() ? std::wstring() : GetExt(text);
+    const std::wstring sExt = m_state.SylvexFilter.empty() ? std::wstring() : GetExt(text);
     if (!sExt.empty())
-        for (const std::wstring& pattern : m_instance.SylvexFilter)
-            if (EqualText(m_instance.platform.regional, sExt, GetExt(pattern))) return path;
+        for (const std::wstring& pattern : m_state.SylvexFilter)
+            if (EqualText(m_context.platform.regional, sExt, GetExt(pattern))) return path;
     return QualifyPath(path);
 }
 

@@ -10,7 +10,6 @@ namespace sylvex {
 
 namespace {
 
-constexpr int kDocumentsFolder = 5;
 constexpr unsigned kDesktopString = 4162;
 constexpr unsigned kMyComputerString = 9216;
 constexpr int kDragWidthMetric = 68;
@@ -61,9 +60,10 @@ std::wstring DrivePicture(unsigned type, int bit, const std::wstring& previous)
 
 }  // namespace
 
-FolderTree::FolderTree(Instance& instance) : m_instance(instance), m_places(instance.platform.regional)
+FolderTree::FolderTree(const Context& context, TreeState& state)
+    : m_context(context), m_state(state), m_places(context.platform.regional)
 {
-    instance.TV.GetNodes().SetPlaceholderQuestion([this](Node& node) {
+    context.TV.GetNodes().SetPlaceholderQuestion([this](Node& node) {
         const std::wstring place = m_places.Of(node);
         if (!place.empty() && hasSubDirectory(QualifyPath(place))) return true;
         if (!place.empty() && !m_moving) return false;
@@ -74,22 +74,22 @@ FolderTree::FolderTree(Instance& instance) : m_instance(instance), m_places(inst
 
 void FolderTree::LoadSystemIcons()
 {
-    ::sylvex::LoadSystemIcons(m_instance.platform, m_instance.ImageList1);
+    ::sylvex::LoadSystemIcons(m_context.platform, m_context.ImageList1);
 }
 
 void FolderTree::Clear()
 {
     std::optional<Clearing> clearing;
     std::optional<TreeView::Updating> hidden;
-    Trapped(m_instance, L"Clear", kNone, kNone, [&](int& line) {
+    Trapped(m_context.module, L"Clear", kNone, kNone, [&](int& line) {
         line = 1;
-        clearing.emplace(m_instance.InClear);
+        clearing.emplace(m_state.InClear);
         line = 2;
-        hidden.emplace(m_instance.TV);
-        m_instance.TV.GetNodes().Clear();
+        hidden.emplace(m_context.TV);
+        m_context.TV.GetNodes().Clear();
         line = 3;
         hidden->End();
-        if (!m_instance.TV.Visible()) m_instance.TV.SetVisible(true);
+        if (!m_context.TV.Visible()) m_context.TV.SetVisible(true);
     });
 }
 
@@ -113,17 +113,16 @@ void FolderTree::LoadTree6()
     RootLocals own;
     const auto locals = VARIABLES(own.FirstFixed, own.DrvBitMask, own.MaxPwr, own.Pwr, own.DriveType, own.MyDrive,
                                   own.MyPic, own.MyKey, own.nod1, si, own.rc);
-    Trapped(m_instance, L"LoadTree6", kNone, locals, [&](int& line) {
-        TreeView& TV = m_instance.TV;
+    Trapped(m_context.module, L"LoadTree6", kNone, locals, [&](int& line) {
+        TreeView& TV = m_context.TV;
         line = 1;
-        TV.SetImageList(&m_instance.ImageList1);
-        m_instance.m_hwndTV = TV.hWnd();
-        m_instance.sNodeText.clear();
+        TV.SetImageList(&m_context.ImageList1);
+        NoteWindow();
         line = 2;
         MeasureRow(own.rc);
         line = 3;
-        System& system = m_instance.platform.system;
-        m_instance.m_szDrag = {system.Metric(kDragWidthMetric), system.Metric(kDragHeightMetric)};
+        System& system = m_context.platform.system;
+        m_state.m_szDrag = {system.Metric(kDragWidthMetric), system.Metric(kDragHeightMetric)};
         Node& desktop = AddDesktop(own, line);
         Node& myComputer = AddBelow(desktop, own, line);
         line = 8;
@@ -141,17 +140,17 @@ void FolderTree::LoadTree6()
 /// Twice the height of the first row is the band at the tree's edges in which a drag scrolls it.
 void FolderTree::MeasureRow(Rect& rc)
 {
-    TreeMessages messages(m_instance, m_instance.platform.windows);
-    const ItemHandle root = messages.TreeView_GetRoot(m_instance.m_hwndTV);
-    const bool given = messages.TreeView_GetItemRect(m_instance.m_hwndTV, root, rc, true);
-    m_instance.m_cxyAutoScroll = given ? (rc.bottom - rc.top) * 2 : kDefaultScrollBand;
+    TreeMessages messages(m_context.module, m_context.platform.windows);
+    const ItemHandle root = messages.TreeView_GetRoot(m_state.m_hwndTV);
+    const bool given = messages.TreeView_GetItemRect(m_state.m_hwndTV, root, rc, true);
+    m_state.m_cxyAutoScroll = given ? (rc.bottom - rc.top) * 2 : kDefaultScrollBand;
 }
 
 Node& FolderTree::AddDesktop(RootLocals& own, int& line)
 {
     line = 4;
     own.MyKey = L"Desktop";
-    Node& desktop = m_instance.TV.GetNodes().Add(
+    Node& desktop = m_context.TV.GetNodes().Add(
         nullptr, Relationship::Last, own.MyKey,
         OrElse(GetResourceStringFromFile(L"Shell32.Dll", kDesktopString), L"Desktop"), std::wstring(L"dt"));
     own.nod1 = NodeRef(&desktop);
@@ -161,10 +160,10 @@ Node& FolderTree::AddDesktop(RootLocals& own, int& line)
 /// Adds the documents folder, then the machine, which it gives.
 Node& FolderTree::AddBelow(Node& desktop, RootLocals& own, int& line)
 {
-    Nodes& nodes = m_instance.TV.GetNodes();
+    Nodes& nodes = m_context.TV.GetNodes();
     line = 5;
-    m_instance.m_MyDocs = FolderLocation(kDocumentsFolder);
-    const std::wstring& documents = m_instance.m_MyDocs;
+    ReadDocumentsFolder();
+    const std::wstring& documents = m_state.m_MyDocs;
     // Where a whole drive is the documents folder, its path is the drive's key.
     const bool isWholeDrive = documents.size() <= 3 && documents.find(L':') == 1;
     own.MyKey = isWholeDrive ? std::wstring() : QualifyPath(documents);
@@ -184,19 +183,19 @@ Node& FolderTree::AddBelow(Node& desktop, RootLocals& own, int& line)
 
 void FolderTree::AddDrives(Node& myComputer, RootLocals& own, int& line)
 {
-    Nodes& nodes = m_instance.TV.GetNodes();
+    Nodes& nodes = m_context.TV.GetNodes();
     const NodeRef computer(&myComputer);
-    own.DrvBitMask = m_instance.platform.files.LogicalDrives();
+    own.DrvBitMask = m_context.platform.files.LogicalDrives();
     own.MaxPwr = static_cast<short>(std::bit_width(own.DrvBitMask) - 1);
     line = 9;
     for (own.Pwr = 0; own.Pwr <= own.MaxPwr; ++own.Pwr) {
         if ((own.DrvBitMask >> own.Pwr & 1) == 0) continue;
         own.MyKey = own.MyDrive = {static_cast<wchar_t>(L'A' + own.Pwr), L':', L'\\'};
-        own.DriveType = m_instance.platform.files.DriveType(own.MyDrive);
+        own.DriveType = m_context.platform.files.DriveType(own.MyDrive);
         own.MyPic = DrivePicture(own.DriveType, own.Pwr, own.MyPic);
-        own.pictureMissing = own.pictureMissing || !KeyExists(m_instance.ImageList1, own.MyPic);
+        own.pictureMissing = own.pictureMissing || !KeyExists(m_context.ImageList1, own.MyPic);
         // The shell may let messages through, and with them a host that empties the tree.
-        const std::wstring name = m_instance.platform.shell.DisplayName(own.MyDrive);
+        const std::wstring name = m_context.platform.shell.DisplayName(own.MyDrive);
         Node& drive = nodes.Add(&*computer, Relationship::Child, own.MyKey, name, own.MyPic);
         own.nod1 = NodeRef(&drive);
         if (own.FirstFixed == 0 && own.DriveType == kFixedDrive) own.FirstFixed = static_cast<short>(nodes.Count());

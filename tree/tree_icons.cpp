@@ -1,5 +1,7 @@
 #include "tree/tree_icons.h"
 
+#include "diagnostics/named_module.h"
+
 namespace sylvex {
 
 namespace {

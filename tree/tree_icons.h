@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "instance/instance.h"
+#include "platform/platform.h"
 #include "widgets/imagelist.h"
 
 namespace sylvex {

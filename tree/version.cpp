@@ -1,5 +1,7 @@
 #include "tree/version.h"
 
+#include "diagnostics/named_module.h"
+
 namespace sylvex {
 
 namespace {

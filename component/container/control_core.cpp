@@ -152,9 +152,8 @@ HWND ControlCore::Window()
     try {
         m_window.Ensure();
         m_dyingWindow = nullptr;
-        m_control->Tree().DetachWindow();
-        m_control->Tree().AttachWindow(NumberOf(m_window.Handle()));
-        m_control->State().m_hwndTV = m_control->Tree().hWnd();
+        m_control->DetachWindow();
+        m_control->AttachWindow(NumberOf(m_window.Handle()));
     } catch (...) {
         m_changingWindows = false;
         throw;
@@ -209,8 +208,7 @@ void ControlCore::Destroying()
     // To let go of the container may let go of the control.
     const std::shared_ptr<void> alive = KeepAlive();
     m_dyingWindow = m_window.Handle();
-    m_control->Tree().DetachWindow();
-    m_control->State().m_hwndTV = 0;
+    m_control->DetachWindow();
     if (m_observer) m_observer->WindowGone();
 }
 

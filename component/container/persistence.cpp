@@ -90,7 +90,7 @@ HRESULT PersistencePart::Save(IPropertyBag* bag, BOOL clearDirty, BOOL all)
 {
     return Border(Identity(), IID_IPersistPropertyBag, [&] {
         Checked(bag);
-        const Instance& control = Core().Used().State();
+        const Module& control = Core().Used().State();
         HRESULT result = S_OK;
         Trapped(control, L"UserControl_WriteProperties", Variables("PropBag", kPropertyBag), kNone, [&](int& line) {
             for (const SavedProperty& property : SavedProperties()) {

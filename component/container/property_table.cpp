@@ -74,10 +74,15 @@ void SetFlag(ControlCore& core, const VARIANT& value)
     core.Control().Tree().SetSetting(setting, FlagIn(value) ? 1 : 0);
 }
 
-template <auto variable>
-Variant GetVariable(ControlCore& core)
+template <auto part, auto variable>
+Variant GetBoolean(ControlCore& core)
 {
-    return ValueOf(core.Control().State().*variable);
+    return Variant((core.Control().State().*part).*variable);
+}
+
+Variant GetWindowNumber(ControlCore& core)
+{
+    return ValueOf(core.Control().State().m_hWnd);
 }
 
 void SetWindowNumber(ControlCore& core, const VARIANT& value)
@@ -85,15 +90,20 @@ void SetWindowNumber(ControlCore& core, const VARIANT& value)
     core.Control().State().m_hWnd = NumberIn(value);
 }
 
-void SetFileFilter(ControlCore& core, const VARIANT& value)
+Variant GetFileFilter(ControlCore& core)
 {
-    core.Control().State().m_FileFilter = TextIn(value);
+    return ValueOf(core.Control().State().tree.m_FileFilter);
 }
 
-template <bool Instance::*variable>
+void SetFileFilter(ControlCore& core, const VARIANT& value)
+{
+    core.Control().State().tree.m_FileFilter = TextIn(value);
+}
+
+template <auto part, auto variable>
 void SetBoolean(ControlCore& core, const VARIANT& value)
 {
-    core.Control().State().*variable = FlagIn(value);
+    (core.Control().State().*part).*variable = FlagIn(value);
 }
 
 Variant GetFont(ControlCore& core)
@@ -148,10 +158,12 @@ void SetBackColor(ControlCore& core, const VARIANT& value)
 }
 
 #define SETTING(name, kind) Get##kind<TreeSetting::name>, Set##kind<TreeSetting::name>
-#define VARIABLE(name) GetVariable<&Instance::name>
+#define VARIABLE(part, name)                                              \
+    GetBoolean<&ControlState::part, &decltype(ControlState::part)::name>, \
+        SetBoolean<&ControlState::part, &decltype(ControlState::part)::name>
 
 constexpr std::array<SavedProperty, kSavedPropertyCount> kProperties{{
-    {L"hWnd", VT_I2, Short<0>, VARIABLE(m_hWnd), SetWindowNumber},
+    {L"hWnd", VT_I2, Short<0>, GetWindowNumber, SetWindowNumber},
     {L"Appearance", VT_I2, Short<1>, SETTING(Appearance, Number)},
     {L"BorderStyle", VT_I2, Short<0>, SETTING(BorderStyle, Number)},
     {L"Checkboxes", VT_BOOL, Flag<false>, SETTING(Checkboxes, Flag)},
@@ -165,11 +177,11 @@ constexpr std::array<SavedProperty, kSavedPropertyCount> kProperties{{
     {L"MouseIcon", VT_UNKNOWN, NoObject, GetMouseIcon, SetMouseIcon, SavedKind::Picture},
     {L"MousePointer", VT_I2, Short<0>, SETTING(MousePointer, Number)},
     {L"PathSeparator", VT_BSTR, Backslash, GetPathSeparator, SetPathSeparator},
-    {L"FileFilter", VT_BSTR, NoText, VARIABLE(m_FileFilter), SetFileFilter},
+    {L"FileFilter", VT_BSTR, NoText, GetFileFilter, SetFileFilter},
     {L"Picture", VT_UNKNOWN, NoObject, GetPicture, SetPicture, SavedKind::Picture},
-    {L"DragDropEnable", VT_BOOL, Short<0>, VARIABLE(m_DragDropEnable), SetBoolean<&Instance::m_DragDropEnable>},
+    {L"DragDropEnable", VT_BOOL, Short<0>, VARIABLE(drag, m_DragDropEnable)},
     {L"BackColor", VT_I4, ButtonFace, GetBackColor, SetBackColor},
-    {L"RecursiveCheck", VT_BOOL, Short<1>, VARIABLE(m_RecursiveCheck), SetBoolean<&Instance::m_RecursiveCheck>},
+    {L"RecursiveCheck", VT_BOOL, Short<1>, VARIABLE(checks, m_RecursiveCheck)},
 }};
 
 #undef SETTING
@@ -206,7 +218,7 @@ bool IsStandard(ControlCore& core, const SavedProperty& property, const VARIANT&
 
 bool ApplyProperties(ControlCore& core, const PropertyValues& values)
 {
-    const Instance& control = core.Control().State();
+    const Module& control = core.Control().State();
     return Trapped(control, L"UserControl_ReadProperties", Variables("PropBag", kPropertyBag), kNone, [&](int& line) {
         core.Loaded();
         bool ownFont = false;
@@ -215,7 +227,7 @@ bool ApplyProperties(ControlCore& core, const PropertyValues& values)
             const bool own = Apply(core, kProperties[i], values[i].Get());
             if (i == kFont) ownFont = own;
         }
-        core.Control().State().m_BuildFileListFilter = {L"*"};
+        core.Control().State().list.m_BuildFileListFilter = {L"*"};
         return !ownFont;
     });
 }

@@ -206,13 +206,13 @@ TEST_F(DragTest, OnlyAPressOnARowWithTheSameButtonAndARealMoveBeginsADrag)
     const auto way = [&](Point start, Point end) {
         tools().Press(start, 1);
         tools().MoveTo(end);
-        const bool dragging = scene.control().State().m_himlDrag != 0;
+        const bool dragging = scene.control().State().drag.m_himlDrag != 0;
         tools().PressKey(kEscapeKey);
         tools().Release();
         EXPECT_EQ(tools().LeftOver(), "");
         return dragging;
     };
-    const Size least = scene.control().State().m_szDrag;
+    const Size least = scene.control().State().tree.m_szDrag;
     EXPECT_FALSE(way(from, {from.x + least.cx - 1, from.y - least.cy + 1}));
     EXPECT_TRUE(way(from, {from.x - least.cx, from.y}));
     EXPECT_TRUE(way(from, {from.x, from.y + least.cy}));
@@ -229,7 +229,7 @@ TEST_F(DragTest, AReleaseEndsThePress)
 {
     tools().Press(hand->On(scene.At(L"t/a")), 1);
     tools().Release();
-    EXPECT_FALSE(scene.control().State().m_nodDrag);
+    EXPECT_FALSE(scene.control().State().drag.m_nodDrag);
     EXPECT_NE(scene.Heard().find(L"MouseUp"), std::wstring::npos);
 }
 
@@ -263,7 +263,7 @@ TEST_F(DragTest, ADragEndsCleanlyHoweverItIsInterrupted)
         scene.control().LetDragDropEnable(true);
         scene.control().LetSelectedItem(&Open(L"t/a/a1"));
         hand->Drag(scene.At(L"t/a"), scene.At(L"t/b"));
-        EXPECT_NE(scene.control().State().m_himlDrag, 0u) << what;
+        EXPECT_NE(scene.control().State().drag.m_himlDrag, 0u) << what;
         EXPECT_NE(tools().LeftOver(), "") << what;
         interrupt();
         EXPECT_EQ(tools().LeftOver(), "") << what;

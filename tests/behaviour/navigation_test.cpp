@@ -27,7 +27,7 @@ protected:
         scene.list().SetCell(0, control.ReqListView()->SubItemIndex(L"typ"), type);
         scene.list().SelectRow(0, true);
     }
-    void SelectFolderRow(const std::wstring& text) { SelectRow(text, control.State().sFolder); }
+    void SelectFolderRow(const std::wstring& text) { SelectRow(text, control.State().list.sFolder); }
     /// The path of the selected node below the scratch folder; "-" for no selection.
     std::wstring Selected()
     {
@@ -80,7 +80,7 @@ TEST_F(NavigationTest, PathOfAFolderThatIsNotLoadedIsKeptUntilItIs)
 TEST_F(NavigationTest, TheNodeWithTheLowestIndexWins)
 {
     scene.Enumerate();
-    const std::wstring documents = control.State().m_MyDocs;
+    const std::wstring documents = control.State().tree.m_MyDocs;
     control.LetPath(documents);
     ASSERT_NE(control.SelectedItem(), nullptr);
     EXPECT_EQ(control.SelectedItem()->Key(), documents + L"\\");
@@ -301,7 +301,7 @@ TEST_F(CheckByPathTest, TheRowsNodeGetsTheMarkAndTheListIsRebuiltWhenAsked)
     control.SetNodeChecked(true);
     EXPECT_EQ(State(), L"t[-]~(a[+]x b f.doc)");
     EXPECT_EQ(scene.RowTexts(), L"t\\a");
-    EXPECT_FALSE(control.State().InSetNodeChecked);
+    EXPECT_FALSE(control.State().navigation.InSetNodeChecked);
     scene.Heard();
     control.SetNodeChecked(false, true);
     EXPECT_EQ(State(), L"t[-](a[+] b f.doc)");
@@ -339,7 +339,7 @@ TEST_F(CheckByPathTest, WhatIsNotThereIsToldAndTheFlagIsReset)
     SelectRow(gone);
     control.SetNodeChecked(true);
     EXPECT_EQ(scene.desk().TakeMessages(), L"[" + gone + L" is not present on current FileSystem!]");
-    EXPECT_FALSE(control.State().InSetNodeChecked);
+    EXPECT_FALSE(control.State().navigation.InSetNodeChecked);
     EXPECT_TRUE(scene.At(L"t/a").Expanded());
     for (const wchar_t* const text : {L"hello", L"", L"Q:\\x", L"?"}) {
         SelectRow(text);
@@ -352,12 +352,12 @@ TEST_F(CheckByPathTest, WhatIsNotThereIsToldAndTheFlagIsReset)
 TEST_F(CheckByPathTest, TheFlagStaysWhenNoRowIsSelectedAndAfterAnError)
 {
     control.SetNodeChecked(true);
-    EXPECT_TRUE(control.State().InSetNodeChecked);
+    EXPECT_TRUE(control.State().navigation.InSetNodeChecked);
     control.SetNodeChecked(true, true);
-    EXPECT_FALSE(control.State().InSetNodeChecked);
+    EXPECT_FALSE(control.State().navigation.InSetNodeChecked);
     SelectRow(L"C:");
     EXPECT_EQ(ErrorOf([&] { control.SetNodeChecked(true); }), 65535);
-    EXPECT_TRUE(control.State().InSetNodeChecked);
+    EXPECT_TRUE(control.State().navigation.InSetNodeChecked);
 }
 
 /// The marks of children that load below a ticked, an unticked and a mixed parent; a row names the first child.

@@ -19,7 +19,7 @@ TEST_F(TreeTest, ANewControlShowsOnePlaceholderNodeThatNamesIt)
     EXPECT_EQ(node.Key(), L"Sylvex");
     EXPECT_EQ(node.Image(), ImageName(L"cl"));
     EXPECT_EQ(
-        scene.control().State().ImageList1.Keys(),
+        scene.control().Parts().ImageList1.Keys(),
         (std::vector<std::wstring>{L"dt", L"hd", L"ram", L"cl", L"mc", L"cd", L"f35", L"op", L"rte", L"cp", L"new"}));
 }
 
@@ -35,7 +35,7 @@ TEST_F(TreeTest, EnumerateLoadsTheRootsOnceAndOpensDownToTheFirstFixedDrive)
         EXPECT_EQ(desktop.Child()->Next()->Key(), L"MyComputer");
         EXPECT_TRUE(scene.nodes().Item(L"MyComputer").Expanded());
         EXPECT_EQ(scene.nodes().Item(L"C:\\").Children(), 1);
-        EXPECT_EQ(scene.control().State().m_cxyAutoScroll, 32);
+        EXPECT_EQ(scene.control().State().tree.m_cxyAutoScroll, 32);
     }
 }
 
@@ -135,7 +135,7 @@ TEST_F(TreeTest, AFolderIsReadToItsEndWhateverTheNamesAre)
 TEST_F(TreeTest, NodesBelowMyDocumentsResolveToItsPath)
 {
     scene.Enumerate();
-    const std::wstring documents = scene.control().State().m_MyDocs;
+    const std::wstring documents = scene.control().State().tree.m_MyDocs;
     Node& node = *scene.nodes().Item(1).Child();
     EXPECT_EQ(node.Text(), documents.substr(3));
     EXPECT_EQ(scene.control().BuildFullPath(&node), documents + L"\\");
@@ -181,7 +181,7 @@ TEST_F(TreeTest, AHostMayEmptyTheTreeInsideTheExpandEvent)
 
 TEST_F(TreeTest, TextHelpersKeepTheirEdges)
 {
-    FolderTree helpers(scene.control().State());
+    FolderTree& helpers = scene.control().Folders();
     EXPECT_EQ(helpers.GetExt(L"Setup.ZIP"), L"zip");
     EXPECT_EQ(helpers.GetExt(L"archive."), L"");
     EXPECT_EQ(helpers.GetExt(L"noext"), L"");

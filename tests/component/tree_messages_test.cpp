@@ -70,7 +70,7 @@ TEST(TreeMessages, EachWrapperSendsItsOneMessageAndTellsTheAnswer)
     Node& a = scene.At(L"a");
     Node& b = scene.At(L"b");
     b.EnsureVisible();
-    DragTree tree(scene.control().State());
+    DragTree tree(scene.control().Parts(), scene.control().State().drag);
     const WindowHandle window = scene.control().Tree().hWnd();
     const ItemHandle first = scene.control().Tree().ItemOf(a);
     const ItemHandle item = scene.control().Tree().ItemOf(b);

@@ -25,7 +25,7 @@ protected:
         scene.control().LetSelectedItem(&scene.At(L"t/a/a1"));
     }
     Node& At(const wchar_t* path) { return scene.At(path); }
-    ItemHandle ItemOf(const wchar_t* path) { return state.TV.ItemOf(At(path)); }
+    ItemHandle ItemOf(const wchar_t* path) { return scene.control().Tree().ItemOf(At(path)); }
     /// How the last drag or rename ended: what the shell was asked, then the boxes.
     std::vector<std::string> Told()
     {
@@ -39,10 +39,10 @@ protected:
 
     Scene scene;
     SimulatedDesktop& desktop = dynamic_cast<SimulatedDesk&>(scene.desk()).desktop;
-    Instance& state = scene.control().State();
+    ControlState& state = scene.control().State();
     Hand hand{scene};
-    DragTree tree{state};
-    WindowHandle window = state.TV.hWnd();
+    DragTree tree{scene.control().Parts(), state.drag};
+    WindowHandle window = scene.control().Tree().hWnd();
 
 private:
     int m_operations = 0;
@@ -53,7 +53,7 @@ TEST_F(DragNativeTest, ItemsKnowTheirAncestorsAndWhetherTheyCanOpen)
     const ItemHandle a = ItemOf(L"t/a");
     const ItemHandle a1 = ItemOf(L"t/a/a1");
     EXPECT_TRUE(tree.AreTVItemsParentChild(window, a, a1));
-    EXPECT_TRUE(tree.AreTVItemsParentChild(window, state.TV.ItemOf(scene.nodes().Item(1)), a1));
+    EXPECT_TRUE(tree.AreTVItemsParentChild(window, scene.control().Tree().ItemOf(scene.nodes().Item(1)), a1));
     EXPECT_FALSE(tree.AreTVItemsParentChild(window, a, a));
     EXPECT_FALSE(tree.AreTVItemsParentChild(window, a1, a));
     EXPECT_FALSE(tree.AreTVItemsParentChild(window, a, 0));
@@ -117,10 +117,10 @@ TEST_F(DragNativeTest, ThePictureIsHeldWhereItWasGrabbedAndFollowsThePointer)
         };
         EXPECT_EQ(desktop.drag.Face(), face(start));
         EXPECT_EQ(desktop.drag.Captured(), window);
-        EXPECT_EQ(state.TV.DropHighlight(), &At(path));
+        EXPECT_EQ(scene.control().Tree().DropHighlight(), &At(path));
         hand->MoveTo(hand.On(At(L"t/b")));
         EXPECT_EQ(desktop.drag.Face(), face(hand.On(At(L"t/b"))));
-        EXPECT_EQ(state.TV.DropHighlight(), &At(L"t/b"));
+        EXPECT_EQ(scene.control().Tree().DropHighlight(), &At(L"t/b"));
         hand->PressKey(kEscapeKey);
         hand->Release();
         EXPECT_EQ(hand->LeftOver(), "");
@@ -135,7 +135,7 @@ TEST_F(DragNativeTest, WithoutAPictureThereIsNoDrag)
     hand->Press(start, 1);
     hand->MoveTo({start.x + 20, start.y});
     EXPECT_EQ(desktop.drag.Captured(), 0u);
-    EXPECT_TRUE(state.m_nodDrag) << "still pressed";
+    EXPECT_TRUE(state.drag.m_nodDrag) << "still pressed";
     hand->Release();
     EXPECT_THAT(Told(), ElementsAre());
 }
@@ -175,7 +175,7 @@ TEST_F(DragNativeTest, SuccessThatDidNothingIsAFailureWithANumber)
     EXPECT_EQ(Told()[1], "[Host] 5 (16)");
     desktop.disk.AddFolder(L"D:\\to");
     desktop.disk.AddFile(L"C:\\Scratch\\t\\a\\large", 1000);
-    DiskOperations disk(state);
+    DiskOperations disk(scene.control().Parts());
     for (const auto& [room, told] : {std::pair(999, "[Host] 112 (16)"), {1000, "[Host] 5 (16)"}}) {
         desktop.disk.SetFreeSpace(L'D', static_cast<std::uint64_t>(room));
         disk.WindowsDiskOps(L"C:\\Scratch\\t\\a", L"D:\\to", 4);
@@ -228,7 +228,7 @@ TEST_F(DragNativeTest, ARenameThatTheShellRefusesKeepsTheLabelButACancelDoesNot)
 
 TEST_F(DragNativeTest, OnlyWholePathsReachTheShell)
 {
-    DiskOperations disk(state);
+    DiskOperations disk(scene.control().Parts());
     struct {
         const wchar_t* source;
         const wchar_t* dest;
@@ -325,8 +325,8 @@ TEST_F(DragNativeTest, ASecondPressBeginsNothingAndTheFirstReleaseEndsTheDrag)
     hand.Drag(At(L"t/a"), At(L"t/b"));
     const Point second = hand.On(At(L"t/list.zip"));
     hand->Press(second, 2);
-    EXPECT_EQ(state.m_iButton, 1);
-    EXPECT_EQ(state.m_nodDrag.IfAlive(), &At(L"t/a"));
+    EXPECT_EQ(state.drag.m_iButton, 1);
+    EXPECT_EQ(state.drag.m_nodDrag.IfAlive(), &At(L"t/a"));
     hand->Release();
     EXPECT_EQ(hand->LeftOver(), "");
     EXPECT_EQ(Told().size(), 0u) << "not on the row that is highlighted";
@@ -392,7 +392,7 @@ TEST(DragLeaks, AWindowThatGoesInMidDragEndsIt)
     desktop.windows.DestroyWindow(scene.control().Tree().hWnd());
     EXPECT_EQ(desktop.drag.Face(), "");
     EXPECT_EQ(desktop.drag.Captured(), 0u);
-    EXPECT_EQ(scene.control().State().m_himlDrag, 0u);
+    EXPECT_EQ(scene.control().State().drag.m_himlDrag, 0u);
     EXPECT_TRUE(desktop.timers.Enabled().empty());
 }
 

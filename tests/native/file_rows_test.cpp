@@ -45,7 +45,7 @@ protected:
 
     Scene scene;
     SimulatedDesktop& desktop = static_cast<SimulatedDesk&>(scene.desk()).desktop;
-    Instance& state = scene.control().State();
+    ControlState& state = scene.control().State();
 };
 
 TEST_F(FileRowsTest, SizesHaveFourDigits)
@@ -159,8 +159,8 @@ TEST_F(FileRowsTest, VolumesWithFatShowTheAccessDateOnlyEachRowByItsOwnVolume)
     stick.SetBold(true);
     Build();
     EXPECT_THAT(Column(L"acc"), ElementsAre(L"02/01/2026 03:04:05", L"02/01/2026", L"02/01/2026"));
-    EXPECT_EQ(state.SourcePath, L"F:\\");
-    EXPECT_TRUE(state.IsFAT);
+    EXPECT_EQ(state.list.SourcePath, L"F:\\");
+    EXPECT_TRUE(state.list.IsFAT);
     // The next list is for that volume, so its column is the narrow one.
     Build();
     const int narrow = scene.list().PixelsOf(1200);
@@ -210,7 +210,7 @@ TEST_F(FileRowsTest, TypesThatTheRegistryDrawsPerFileAreAskedFileByFile)
     desktop.system.SetClassRoot(L".doc", L"docfile");
     desktop.system.SetClassRoot(L"docfile", L"Letter");
     desktop.system.SetClassRoot(L"docfile\\shellex\\IconHandler", L"");
-    FileTypes types(state);
+    FileTypes types(scene.control().Parts(), state.list);
     desktop.gate.FailCall(1);
     EXPECT_THROW(types.DrawnPerFile(L"pic"), RuntimeError);
     EXPECT_TRUE(types.DrawnPerFile(L"pic"));  // what failed is asked again
@@ -222,10 +222,10 @@ TEST_F(FileRowsTest, TypesThatTheRegistryDrawsPerFileAreAskedFileByFile)
 
 TEST_F(FileRowsTest, AnExtensionIsLookedUpOnce)
 {
-    state.sNone = L"(none)";
+    state.list.sNone = L"(none)";
     desktop.system.SetClassRoot(L".far", L"farclass");
     desktop.system.SetClassRoot(L"farclass", std::wstring(100, L'y'));
-    FileTypes types(state);
+    FileTypes types(scene.control().Parts(), state.list);
     int icon = 77;
     EXPECT_EQ(types.GetFileType(L"", L"C:\\x", icon), L"");
     EXPECT_EQ(icon, 77);
@@ -242,25 +242,25 @@ TEST_F(FileRowsTest, AnExtensionIsLookedUpOnce)
     // The search heeds letter case, the order does not.
     EXPECT_EQ(types.GetFileType(L"TXT", L"C:\\B.TXT", icon), L"Changed");
     std::wstring order;
-    for (const FTs& record : state.TypeNew)
+    for (const FTs& record : state.list.TypeNew)
         order += record.Ext + L";";
     EXPECT_EQ(order, L";far;odd;txt;TXT;");
     EXPECT_EQ(types.BinarySearchTypeNew(L"far"), 1);
     EXPECT_EQ(types.BinarySearchTypeNew(L"TXT"), -1);
     EXPECT_EQ(types.GetFileType(L"TXT", L"C:\\C.TXT", icon), L"Changed");
-    EXPECT_EQ(state.TypeNew.size(), 5u) << "what the search does not meet is known all the same";
+    EXPECT_EQ(state.list.TypeNew.size(), 5u) << "what the search does not meet is known all the same";
     EXPECT_EQ(types.BinarySearchTypeNew(L"zzz"), -1);
 }
 
 TEST_F(FileRowsTest, ALongListOfExtensionsStaysInOrder)
 {
-    FileTypes types(state);
+    FileTypes types(scene.control().Parts(), state.list);
     int icon = 0;
     for (int i = 0; i < 500; ++i)
         types.GetFileType(std::to_wstring(i * 7919 % 500), L"C:\\x", icon);
-    ASSERT_EQ(state.TypeNew.size(), 501u);
-    for (std::size_t i = 1; i < state.TypeNew.size(); ++i)
-        EXPECT_LE(state.TypeNew[i - 1].Ext, state.TypeNew[i].Ext);
+    ASSERT_EQ(state.list.TypeNew.size(), 501u);
+    for (std::size_t i = 1; i < state.list.TypeNew.size(); ++i)
+        EXPECT_LE(state.list.TypeNew[i - 1].Ext, state.list.TypeNew[i].Ext);
 }
 
 TEST_F(FileRowsTest, ColumnsHaveTheWordsOfTheShellOrTheEnglishOnes)
@@ -277,10 +277,10 @@ TEST_F(FileRowsTest, ColumnsHaveTheWordsOfTheShellOrTheEnglishOnes)
     TickAll(L"t");
     Build();
     EXPECT_EQ(scene.Cell(0, L"typ"), L"Dossier");
-    EXPECT_EQ(state.TypeNew.front().TypeName, L"Dossier");
-    EXPECT_EQ(state.TypeNew.front().IconIndex, SimulatedShell::kFolderIndex);
-    EXPECT_EQ(state.TempDir.back(), L'\\');
-    EXPECT_EQ(state.m_MyDocs, L"C:\\My Documents");
+    EXPECT_EQ(state.list.TypeNew.front().TypeName, L"Dossier");
+    EXPECT_EQ(state.list.TypeNew.front().IconIndex, SimulatedShell::kFolderIndex);
+    EXPECT_EQ(state.list.TempDir.back(), L'\\');
+    EXPECT_EQ(state.tree.m_MyDocs, L"C:\\My Documents");
 }
 
 TEST_F(FileRowsTest, TheSystemsImageListsAreAttachedAndSharedWithoutAList)
@@ -322,7 +322,7 @@ TEST_F(FileRowsTest, DrivesAndPlacesBeyondTheDiskAreShownLikeFolders)
     EXPECT_THAT(Column(L"nam"), ElementsAre(L"C:\\*", L"Desktop\\My Computer\\*"));
     EXPECT_THAT(Column(L"atr"), ElementsAre(L"...............", L"..............."));
     EXPECT_EQ(desktop.disk.Searches(), searches);
-    EXPECT_EQ(state.SourcePath, L"");
+    EXPECT_EQ(state.list.SourcePath, L"");
 }
 
 TEST_F(FileRowsTest, ABranchMayBeDeeperThanTheStack)

@@ -5,7 +5,7 @@
 #include "tests/simulated/text.h"
 #include "tests/support/desk_simulated.h"
 #include "tests/support/scene.h"
-#include "tree/path_search.h"
+#include "navigation/path_search.h"
 
 namespace sylvex {
 namespace {
@@ -70,8 +70,8 @@ TEST(PathSearchTest, FindsTheNodeThatTheRuleFinds)
             scene.control().LetFileFilter(L"*.zip");
             Furnish(scene);
             scene.control().LetPathSeparator(separator);
-            FolderTree tree(scene.control().State());
-            PathSearch search(scene.control().State(), tree);
+            FolderTree& tree = scene.control().Folders();
+            PathSearch search(scene.control().Parts(), tree);
             for (const std::wstring& path : PathsOf(scene, tree))
                 EXPECT_EQ(search.First(path), FirstByRule(scene, tree, path)) << Utf8(path) << " / " << Utf8(documents);
         }
@@ -84,11 +84,11 @@ TEST(PathSearchTest, LooksIntoNoFolderThatNobodyHasOpened)
     scene.desk().Make({L"d\\a\\x\\", L"d\\b\\x\\", L"d\\c1\\", L"d\\c2\\", L"d\\c3\\"});
     scene.Enumerate();
     scene.At(L"d").SetExpanded(true);
-    FolderTree tree(scene.control().State());
+    FolderTree& tree = scene.control().Folders();
     SimulatedDisk& disk = static_cast<SimulatedDesk&>(scene.desk()).desktop.disk;
     const int before = disk.Searches();
-    EXPECT_NE(PathSearch(scene.control().State(), tree).First(scene.desk().PathOf(L"d\\b")), nullptr);
-    EXPECT_EQ(PathSearch(scene.control().State(), tree).First(scene.desk().PathOf(L"d\\c")), nullptr);
+    EXPECT_NE(PathSearch(scene.control().Parts(), tree).First(scene.desk().PathOf(L"d\\b")), nullptr);
+    EXPECT_EQ(PathSearch(scene.control().Parts(), tree).First(scene.desk().PathOf(L"d\\c")), nullptr);
     EXPECT_EQ(disk.Searches(), before);
     scene.control().LetPath(scene.desk().PathOf(L"d\\b"));
     EXPECT_EQ(scene.control().SelectedItem(), &scene.At(L"d/b"));

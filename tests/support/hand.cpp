@@ -6,10 +6,12 @@ namespace sylvex {
 
 Rect Hand::LabelOf(Node& node)
 {
-    Instance& state = m_scene.control().State();
+    ControlState& state = m_scene.control().State();
     TreeMessages messages(state, m_scene.desk().Get().windows);
     Rect place;
-    if (!messages.TreeView_GetItemRect(state.TV.hWnd(), state.TV.ItemOf(node), place, true)) throw ElementNotFound();
+    if (!messages.TreeView_GetItemRect(m_scene.control().Tree().hWnd(), m_scene.control().Tree().ItemOf(node), place,
+                                       true))
+        throw ElementNotFound();
     return place;
 }
 
@@ -23,7 +25,7 @@ void Hand::Drag(Node& from, Node& to)
 {
     const Point start = On(from);
     m_tools->Press(start, 1);
-    m_tools->MoveTo({start.x + m_scene.control().State().m_szDrag.cx, start.y});
+    m_tools->MoveTo({start.x + m_scene.control().State().tree.m_szDrag.cx, start.y});
     const Point end = On(to);
     m_tools->MoveTo(end);
     m_tools->MoveTo({end.x + 1, end.y});

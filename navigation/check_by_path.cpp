@@ -1,24 +1,29 @@
-#include "checks/check_by_path.h"
+#include "navigation/check_by_path.h"
 
-#include "diagnostics/message_box.h"
 #include "platform/text.h"
-#include "tree/navigation.h"
 
 namespace sylvex {
 
-CheckByPath::CheckByPath(Instance& instance, FolderTree& tree, TreeViewEvents& events, MManipulateMsgBox& boxes)
-    : m_instance(instance), m_events(events), m_boxes(boxes), m_search(instance, tree)
+CheckByPath::CheckByPath(const Context& context, FolderTree& tree, const FileList& list, TreeViewEvents& events,
+                         MManipulateMsgBox& boxes, NavigationState& state)
+    : m_context(context),
+      m_tree(tree),
+      m_list(list),
+      m_events(events),
+      m_boxes(boxes),
+      m_state(state),
+      m_search(context, tree)
 {
 }
 
 void CheckByPath::SetNodeChecked(bool bState, bool bBuildList)
 {
     std::wstring Path;
-    Trapped(m_instance, L"SetNodeChecked", VARIABLES(bState, bBuildList), VARIABLES(Path), [&](int& line) {
+    Trapped(m_context.module, L"SetNodeChecked", VARIABLES(bState, bBuildList), VARIABLES(Path), [&](int& line) {
         line = 1;
-        m_instance.InSetNodeChecked = !bBuildList;
+        m_state.InSetNodeChecked = !bBuildList;
         line = 2;
-        const auto text = m_instance.BoundList()->SelectedCell(0);
+        const auto text = m_list.Bound()->SelectedCell(0);
         if (!text) return;  // the flag stays as it is
         line = 3;
         Path = *text;
@@ -30,7 +35,7 @@ void CheckByPath::SetNodeChecked(bool bState, bool bBuildList)
         line = 6;
         if (!parts.empty()) CheckDrive(parts, Path, bState);
         line = 7;
-        m_instance.InSetNodeChecked = false;
+        m_state.InSetNodeChecked = false;
     });
 }
 
@@ -56,41 +61,27 @@ void CheckByPath::Check(Node& node, bool bState)
 
 short CheckByPath::DrillDownNodeCheck(Node& pNode, const std::wstring& pText, bool bState)
 {
-    std::optional<TreeView::Updating> hidden;
-    Descent descent = m_search.To(pText);
+    WayDown way(m_context, m_tree, m_boxes, WayDown::Owner::Form, pText);
     NodeRef node(&pNode);
     // What is looked for deeper down counts as found.
     short missing = 0;
     for (bool isFirst = true; node; isFirst = false) {
-        const ChildOnPath next = StepDown(*node, pText, bState, descent, hidden);
+        const ChildOnPath next = StepDown(*node, pText, bState, way);
         if (isFirst && next.child == nullptr) missing = 1;
         node = next.isTarget ? NodeRef() : NodeRef(next.child);
     }
     return missing;
 }
 
-/// One level of the way down: opens the node, and ticks the child that is the target or says that there is none.
-ChildOnPath CheckByPath::StepDown(Node& pNode, const std::wstring& pText, bool bState, Descent& descent,
-                                  std::optional<TreeView::Updating>& hidden)
+/// One level of the way down; ticks the child that is the target.
+ChildOnPath CheckByPath::StepDown(Node& pNode, const std::wstring& pText, bool bState, WayDown& way)
 {
     const NodeRef node(&pNode);
     const auto parameters = Variables("pNode,pText,bState", node, pText, bState);
-    return Trapped(m_instance, L"DrillDownNodeCheck", parameters, kNone, [&](int& line) {
-        line = 1;
-        // One paint for all levels that open.
-        if (!hidden && !pNode.Expanded()) hidden.emplace(m_instance.TV);
-        pNode.SetExpanded(true);
-        line = 2;
-        const ChildOnPath next = m_search.Towards(*node, descent);
-        line = 3;
-        if (next.child != nullptr && !next.isTarget) return next;
-        if (hidden) hidden->End();
-        if (next.child == nullptr) {
-            TellNotPresent(m_boxes, m_instance.platform.boxTools.TopLevelOf(m_instance.TV.hWnd()), pText);
-        } else {
-            line = 4;
-            Check(*next.child, bState);
-        }
+    return Trapped(m_context.module, L"DrillDownNodeCheck", parameters, kNone, [&](int& line) {
+        const ChildOnPath next = way.Step(*node, line);
+        line = 4;
+        if (next.isTarget) Check(*next.child, bState);
         return next;
     });
 }

@@ -1,4 +1,4 @@
-#include "tree/path_search.h"
+#include "navigation/path_search.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -114,8 +114,8 @@ bool PathSearch::MayBe(const Node& node, const std::vector<CaselessText>& parts)
 
 Node* PathSearch::First(const std::wstring& path)
 {
-    Regional& regional = m_instance.platform.regional;
-    const Nodes& nodes = m_instance.TV.GetNodes();
+    Regional& regional = m_context.platform.regional;
+    const Nodes& nodes = m_context.TV.GetNodes();
     const CaselessText wanted(regional, m_tree.QualifyPath(path));
     std::vector<CaselessText> parts;
     for (const std::wstring& part : SplitText(wanted.Text().substr(0, wanted.Text().size() - 1), L'\\'))
@@ -123,7 +123,8 @@ Node* PathSearch::First(const std::wstring& path)
     if (parts.empty()) parts.emplace_back(regional, L"");
     // With another separator, or a documents folder whose path would grow together with a name, the texts do not stand
     // in the path as they are.
-    const bool narrowed = nodes.PathSeparator() == L"\\" && m_instance.m_MyDocs.find(L'\\', 2) != std::wstring::npos;
+    const bool narrowed =
+        nodes.PathSeparator() == L"\\" && m_tree.DocumentsFolder().find(L'\\', 2) != std::wstring::npos;
     return nodes.FirstOf([&](const Node& node) {
         return (!narrowed || MayBe(node, parts)) && wanted.Equals(m_tree.QualifyPath(m_tree.BuildFullPath(&node)));
     });
@@ -131,12 +132,12 @@ Node* PathSearch::First(const std::wstring& path)
 
 Descent PathSearch::To(const std::wstring& pText) const
 {
-    return {CaselessText(m_instance.platform.regional, pText + L'\\')};
+    return {CaselessText(m_context.platform.regional, pText + L'\\')};
 }
 
 ChildOnPath PathSearch::Towards(Node& parent, Descent& descent)
 {
-    Regional& regional = m_instance.platform.regional;
+    Regional& regional = m_context.platform.regional;
     const CaselessText& target = descent.target;
     const std::wstring above = parent.FullPath() + parent.Collection().PathSeparator();
     const std::wstring folder = m_tree.PathOf(above, {});

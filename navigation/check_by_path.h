@@ -1,21 +1,20 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
-#include "instance/instance.h"
-#include "tree/folder_tree.h"
-#include "tree/path_search.h"
+#include "filelist/file_list.h"
+#include "navigation/navigation_state.h"
+#include "navigation/path_search.h"
+#include "navigation/way_down.h"
 
 namespace sylvex {
-
-class MManipulateMsgBox;
 
 /// Ticks the node that a row of the bound list stands for.
 class CheckByPath {
 public:
     /// The arguments outlive the object; `events` handles each tick as a click.
-    CheckByPath(Instance& instance, FolderTree& tree, TreeViewEvents& events, MManipulateMsgBox& boxes);
+    CheckByPath(const Context& context, FolderTree& tree, const FileList& list, TreeViewEvents& events,
+                MManipulateMsgBox& boxes, NavigationState& state);
 
     /// Gives the node of the selected row the mark `bState`, opening folders on the way. `bBuildList`: the list is
     /// rebuilt. Without a selected row, and after an error, InSetNodeChecked keeps the opposite of `bBuildList`. Raises
@@ -27,13 +26,15 @@ public:
 
 private:
     void CheckDrive(const std::vector<std::wstring>& parts, const std::wstring& Path, bool bState);
-    ChildOnPath StepDown(Node& pNode, const std::wstring& pText, bool bState, Descent& descent,
-                         std::optional<TreeView::Updating>& hidden);
+    ChildOnPath StepDown(Node& pNode, const std::wstring& pText, bool bState, WayDown& way);
     void Check(Node& node, bool bState);
 
-    Instance& m_instance;
+    const Context& m_context;
+    FolderTree& m_tree;
+    const FileList& m_list;
     TreeViewEvents& m_events;
     MManipulateMsgBox& m_boxes;
+    NavigationState& m_state;
     PathSearch m_search;
 };
 

@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "instance/instance.h"
 #include "tree/folder_tree.h"
+#include "widgets/context.h"
 
 namespace sylvex {
 
@@ -39,7 +39,7 @@ struct Descent {
 /// end of either. What one step of a descent and one pass over all nodes cost does not depend on how deep nodes lie.
 class PathSearch {
 public:
-    PathSearch(Instance& instance, FolderTree& tree) : m_instance(instance), m_tree(tree) {}
+    PathSearch(const Context& context, FolderTree& tree) : m_context(context), m_tree(tree) {}
 
     /// The loaded node of that path with the lowest index, null when there is none. Reads no disk.
     Node* First(const std::wstring& path);
@@ -53,7 +53,7 @@ private:
     static bool MayEnd(const Node& node, const std::vector<CaselessText>& parts);
     static bool MayBe(const Node& node, const std::vector<CaselessText>& parts);
 
-    Instance& m_instance;
+    const Context& m_context;
     FolderTree& m_tree;
 };
 

@@ -1,21 +1,20 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
-#include "instance/instance.h"
-#include "tree/folder_tree.h"
-#include "tree/path_search.h"
+#include "filelist/file_list.h"
+#include "navigation/navigation_state.h"
+#include "navigation/path_search.h"
+#include "navigation/way_down.h"
 
 namespace sylvex {
-
-class MManipulateMsgBox;
 
 /// Moves the tree's selection to a path.
 class Navigation {
 public:
     /// The arguments outlive the navigation.
-    Navigation(Instance& instance, FolderTree& tree, MManipulateMsgBox& boxes);
+    Navigation(const Context& context, FolderTree& tree, const FileList& list, MManipulateMsgBox& boxes,
+               const NavigationState& state);
 
     /// True when a search for `sSource` finds an entry, whose facts `W32FD` then holds (but no names). A path that ends
     /// in a separator is never found, nor is one on a server that does not answer.
@@ -29,17 +28,16 @@ public:
     void DrillDownNode(Node& pNode, const std::wstring& pText);
 
 private:
-    Node* StepDown(Node& pNode, const std::wstring& pText, Descent& descent, std::optional<TreeView::Updating>& hidden);
+    Node* StepDown(Node& pNode, const std::wstring& pText, WayDown& way);
     void Show(Node& node);
     bool IsFolderRow(const std::wstring& typ) const;
 
-    Instance& m_instance;
+    const Context& m_context;
     FolderTree& m_tree;
+    const FileList& m_list;
     MManipulateMsgBox& m_boxes;
+    const NavigationState& m_state;
     PathSearch m_search;
 };
-
-/// Tells the user, over the window `owner`, that the path does not exist.
-void TellNotPresent(MManipulateMsgBox& boxes, WindowHandle owner, const std::wstring& path);
 
 }  // namespace sylvex

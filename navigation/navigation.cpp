@@ -1,25 +1,24 @@
-#include "tree/navigation.h"
+#include "navigation/navigation.h"
 
-#include <optional>
 #include <vector>
 
-#include "diagnostics/message_box.h"
 #include "platform/text.h"
 
 namespace sylvex {
 
-Navigation::Navigation(Instance& instance, FolderTree& tree, MManipulateMsgBox& boxes)
-    : m_instance(instance), m_tree(tree), m_boxes(boxes), m_search(instance, tree)
+Navigation::Navigation(const Context& context, FolderTree& tree, const FileList& list, MManipulateMsgBox& boxes,
+                       const NavigationState& state)
+    : m_context(context), m_tree(tree), m_list(list), m_boxes(boxes), m_state(state), m_search(context, tree)
 {
 }
 
 bool Navigation::FileExistsW32FD(const std::wstring& sSource, FileEntry& W32FD)
 {
-    return Trapped(m_instance, L"FileExistsW32FD", VARIABLES(sSource, W32FD), kNone, [&](int& line) {
+    return Trapped(m_context.module, L"FileExistsW32FD", VARIABLES(sSource, W32FD), kNone, [&](int& line) {
         line = 1;
-        if (!m_instance.platform.network.Answers(sSource)) return false;
+        if (!m_context.platform.network.Answers(sSource)) return false;
         line = 2;
-        const auto search = m_instance.platform.files.Search(sSource);
+        const auto search = m_context.platform.files.Search(sSource);
         if (search == nullptr) return false;
         W32FD = search->Entry();
         W32FD.name = W32FD.shortName = {};  // they go with the search
@@ -31,9 +30,9 @@ void Navigation::SetNodeVisible()
 {
     std::wstring qPath, sFullPath;
     int L4 = 0;
-    Trapped(m_instance, L"SetNodeVisible", kNone, VARIABLES(qPath, L4, sFullPath), [&](int& line) {
+    Trapped(m_context.module, L"SetNodeVisible", kNone, VARIABLES(qPath, L4, sFullPath), [&](int& line) {
         line = 1;
-        qPath = m_tree.QualifyPath(m_instance.m_Path);
+        qPath = m_tree.QualifyPath(m_state.m_Path);
         line = 2;
         NodeRef node = m_search.First(qPath);
         if (!node) return;
@@ -50,7 +49,7 @@ void Navigation::SetNodeVisible()
         line = 4;
         Show(*node);
         line = 5;
-        m_instance.TV.Refresh();
+        m_context.TV.Refresh();
     });
 }
 
@@ -58,22 +57,22 @@ void Navigation::SetNodeVisible()
 void Navigation::Show(Node& node)
 {
     const NodeRef shown(&node);
-    m_instance.TV.SetSelectedItem(&node);
+    m_context.TV.SetSelectedItem(&node);
     shown->EnsureVisible();
 }
 
 /// Whether a row with this text in its type column stands for a folder.
 bool Navigation::IsFolderRow(const std::wstring& typ) const
 {
-    return !typ.empty() && EqualText(m_instance.platform.regional, typ, m_instance.sFolder);
+    return !typ.empty() && EqualText(m_context.platform.regional, typ, m_list.FolderCaption());
 }
 
 void Navigation::SetNode()
 {
     std::wstring sText, typ;
-    Trapped(m_instance, L"SetNode", kNone, VARIABLES(sText, typ), [&](int& line) {
+    Trapped(m_context.module, L"SetNode", kNone, VARIABLES(sText, typ), [&](int& line) {
         line = 1;
-        const auto list = m_instance.BoundList();
+        const auto list = m_list.Bound();
         const auto text = list->SelectedCell(0);
         if (!text || !list->IsSelectedItemSelected()) return;
         line = 2;
@@ -95,45 +94,26 @@ void Navigation::SetNode()
 
 void Navigation::DrillDownNode(Node& pNode, const std::wstring& pText)
 {
-    std::optional<TreeView::Updating> hidden;
-    Descent descent = m_search.To(pText);
+    WayDown way(m_context, m_tree, m_boxes, WayDown::Owner::Tree, pText);
     NodeRef node(&pNode);
-    while (Node* const next = StepDown(*node, pText, descent, hidden))
+    while (Node* const next = StepDown(*node, pText, way))
         node = NodeRef(next);
 }
 
-/// One level of the way down: opens the node, and gives the child that the way goes on through, null at its end.
-Node* Navigation::StepDown(Node& pNode, const std::wstring& pText, Descent& descent,
-                           std::optional<TreeView::Updating>& hidden)
+/// One level of the way down; gives the node that the way goes on through, null at its end.
+Node* Navigation::StepDown(Node& pNode, const std::wstring& pText, WayDown& way)
 {
     const NodeRef node(&pNode);
     NodeRef nod;
     const auto parameters = Variables("pNode,pText", node, pText);
-    return Trapped(m_instance, L"DrillDownNode", parameters, VARIABLES(nod), [&](int& line) -> Node* {
-        line = 1;
-        // One paint for all levels that open.
-        if (!hidden && !pNode.Expanded()) hidden.emplace(m_instance.TV);
-        pNode.SetExpanded(true);
-        line = 2;
-        const ChildOnPath next = m_search.Towards(*node, descent);
-        line = 3;
+    return Trapped(m_context.module, L"DrillDownNode", parameters, VARIABLES(nod), [&](int& line) -> Node* {
+        const ChildOnPath next = way.Step(*node, line);
         nod = NodeRef(next.child);
         if (next.child != nullptr && !next.isTarget) return next.child;
-        if (hidden) hidden->End();
-        if (next.child == nullptr) {
-            TellNotPresent(m_boxes, m_instance.TV.hWnd(), pText);
-        } else {
-            line = 4;
-            Show(*next.child);
-        }
+        line = 4;
+        if (next.child != nullptr) Show(*next.child);
         return nullptr;
     });
-}
-
-void TellNotPresent(MManipulateMsgBox& boxes, WindowHandle owner, const std::wstring& path)
-{
-    bool ticked = false;
-    boxes.MessageBox(owner, path + L" is not present on current FileSystem!", kBoxOk, {}, true, {}, ticked);
 }
 
 }  // namespace sylvex
