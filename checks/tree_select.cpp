@@ -51,8 +51,7 @@ void TreeSelect::TreeSelectiveCheck(Node& Node, bool Recursive)
 {
     const NodeRef node(&Node);
     const auto parameters = Variables("Node,Recursive", node, Recursive);
-    Trapped(*m_module, L"TreeSelectiveCheck", parameters, kNone, [&](int& line) {
-        line = 1;
+    Trapped(*m_module, parameters, [&](int& line) {
         Node.SetBold(false);
         line = 2;
         TreeSetChildren(Node, Node.Checked(), Recursive);
@@ -98,9 +97,8 @@ void MarkBelow(Node& top, bool checked)
 
 void TreeSelect::TreeSetChildren(Node& Node, bool bCheck, bool Recursive)
 {
-    Trapped(*m_module, L"TreeSetChildren", VARIABLES(Node, bCheck, Recursive), kNone, [&](int& line) {
+    Trapped(*m_module, VARIABLES(Node, bCheck, Recursive), [&](int& line) {
         if (Recursive) {
-            line = 1;
             MarkBelow(Node, bCheck);
             return;
         }
@@ -113,8 +111,7 @@ void TreeSelect::TreeSetChildren(Node& Node, bool bCheck, bool Recursive)
 
 void TreeSelect::TreeSetParents(Node& Node, long nCheck)
 {
-    Trapped(*m_module, L"TreeSetParents", VARIABLES(Node, nCheck), kNone, [&](int& line) {
-        line = 1;
+    Trapped(*m_module, VARIABLES(Node, nCheck), [&](int& line) {
         InTreeSetParent() = true;
         if (Node.Parent() == nullptr) return;  // the flag stays set: no list is built for a tick on a root
         for (class Node* parent = Node.Parent(); parent != nullptr; parent = parent->Parent()) {
@@ -132,8 +129,7 @@ void TreeSelect::TreeSetParents(Node& Node, long nCheck)
 
 bool TreeSelect::TreeCheckSibling(Node& Node, bool bCheck)
 {
-    return Trapped(*m_module, L"TreeCheckSibling", VARIABLES(Node, bCheck), kNone, [&](int& line) {
-        line = 1;
+    return Trapped(*m_module, VARIABLES(Node, bCheck), [&] {
         for (class Node* sibling = Node.FirstSibling(); sibling != nullptr; sibling = sibling->Next())
             if (sibling->Bold() || sibling->Checked() != bCheck) return false;
         return true;

@@ -29,19 +29,15 @@ struct NewValue {
 template <class Read>
 auto Sylvex::Get(const wchar_t* name, Read&& read)
 {
-    return Trapped(m_state, name, kNone, kNone, [&](int& line) {
-        line = 1;
-        return read();
-    });
+    return Trapped(m_state, name, read);
 }
 
 /// Writes a property likewise, asking the host before and telling it after.
 template <class Value, class Write>
 void Sylvex::Let(const wchar_t* name, const Value& value, Write&& write)
 {
-    Trapped(m_state, name, NewValue<Value>{name, value}, kNone, [&](int& line) {
+    Trapped(m_state, name, NewValue<Value>{name, value}, [&](int& line) {
         if (!m_container.MayChange(name)) return;
-        line = 1;
         write();
         line = 2;
         m_container.PropertyChanged(name);
@@ -50,17 +46,13 @@ void Sylvex::Let(const wchar_t* name, const Value& value, Write&& write)
 
 std::wstring Sylvex::Path()
 {
-    return Trapped(m_state, L"Path", kNone, kNone, [&](int& line) {
-        line = 1;
-        return m_state.navigation.m_Path;
-    });
+    return Trapped(m_state, [&] { return m_state.navigation.m_Path; });
 }
 
 void Sylvex::LetPath(const std::wstring& New_Path)
 {
     FileEntry W32FD;
     Trapped(m_state, L"Path", VARIABLES(New_Path), VARIABLES(W32FD), [&](int& line) {
-        line = 1;
         if (!m_navigation.FileExistsW32FD(New_Path, W32FD)) return;
         if (!m_container.MayChange(L"Path")) return;
         line = 2;
@@ -77,9 +69,8 @@ void Sylvex::LetPath(const std::wstring& New_Path)
 
 void Sylvex::SetReqListView(const std::shared_ptr<ListView>& New_ReqListView)
 {
-    Trapped(m_state, L"ReqListView", VARIABLES(New_ReqListView), kNone, [&](int& line) {
+    Trapped(m_state, L"ReqListView", VARIABLES(New_ReqListView), [&](int& line) {
         if (!m_container.MayChange(L"ReqListView")) return;
-        line = 1;
         m_list.Binding().Bind(New_ReqListView);
         line = 2;
         m_container.PropertyChanged(L"ReqListView");
@@ -177,10 +168,8 @@ Node* Sylvex::SelectedItem()
 
 void Sylvex::LetSelectedItem(const GivenNode& New_SelectedItem)
 {
-    Trapped(m_state, L"SelectedItem", VARIABLES(New_SelectedItem), kNone, [&](int& line) {
-        line = 1;
-        m_TV.SetSelectedItem(New_SelectedItem.Get());
-    });
+    Trapped(m_state, L"SelectedItem", VARIABLES(New_SelectedItem),
+            [&] { m_TV.SetSelectedItem(New_SelectedItem.Get()); });
 }
 
 void Sylvex::LetImageList(ImageListHandle New_ImageList)

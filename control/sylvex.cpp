@@ -50,8 +50,7 @@ void Sylvex::UserControl_Terminate() noexcept
 {
     sylvex::m_Sylvex() = Marker{L"{Nothing}"};
     try {
-        Trapped(m_state, L"Usercontrol_Terminate", kNone, kNone, [&](int& line) {
-            line = 1;
+        Trapped(m_state, L"Usercontrol_Terminate", [&](int& line) {
             m_drag.Cancel();
             line = 2;
             m_state.list.m_ReqListView.reset();
@@ -62,8 +61,7 @@ void Sylvex::UserControl_Terminate() noexcept
 
 void Sylvex::UserControl_Initialize()
 {
-    Trapped(m_state, L"Usercontrol_Initialize", kNone, kNone, [&](int& line) {
-        line = 1;
+    Trapped(m_state, L"Usercontrol_Initialize", [&](int& line) {
         m_tree.LoadSystemIcons();
         line = 2;
         m_TV.SetImageList(&m_pictures);
@@ -78,8 +76,7 @@ void Sylvex::UserControl_Initialize()
 
 void Sylvex::UserControl_InitProperties()
 {
-    Trapped(m_state, L"UserControl_InitProperties", kNone, kNone, [&](int& line) {
-        line = 1;
+    Trapped(m_state, [&](int& line) {
         m_state.navigation.m_Path.clear();
         line = 2;
         m_state.m_hWnd = 0;
@@ -94,17 +91,13 @@ void Sylvex::UserControl_InitProperties()
 
 void Sylvex::UserControl_Resize(Size size)
 {
-    Trapped(m_state, L"UserControl_Resize", kNone, kNone, [&](int& line) {
-        line = 1;
-        m_TV.Move({0, 0, size.cx, size.cy});
-    });
+    Trapped(m_state, [&] { m_TV.Move({0, 0, size.cx, size.cy}); });
 }
 
 void Sylvex::Enumerate()
 {
-    Trapped(m_state, L"Enumerate", kNone, kNone, [&](int& line) {
+    Trapped(m_state, [&](int& line) {
         m_drag.Cancel();
-        line = 1;
         m_tree.Clear();
         line = 2;
         m_state.tree.SylvexFilter = SplitText(m_state.tree.m_FileFilter, L';');
@@ -136,10 +129,7 @@ Node* Resolved(const GivenNode& node, const Module& module, const wchar_t* proce
                const Locals& locals)
 {
     if (!node.IsRefused()) return node.Get();
-    return Trapped(module, procedure, parameters, locals, [&](int& line) {
-        line = 1;
-        return node.Get();
-    });
+    return Trapped(module, procedure, parameters, locals, [&] { return node.Get(); });
 }
 
 }  // namespace
@@ -159,8 +149,7 @@ void Sylvex::RebuildBoundList()
 
 void Sylvex::Refresh()
 {
-    Trapped(m_state, L"Refresh", kNone, kNone, [&](int& line) {
-        line = 1;
+    Trapped(m_state, [&](int& line) {
         if (m_list.IsBound()) m_list.Rebuild(line);
         line = 4;
         m_TV.Refresh();
@@ -181,8 +170,7 @@ void Sylvex::DetachWindow()
 
 bool Sylvex::CheckNodeSelective(const GivenNode& node)
 {
-    return Trapped(m_state, L"CheckNodeSelective", Variables("Node", node), kNone, [&](int& line) {
-        line = 1;
+    return Trapped(m_state, Variables("Node", node), [&] {
         Node* const given = node.Get();
         if (given == nullptr) throw ObjectNotSet();
         TV_NodeCheck(*given);
@@ -208,14 +196,11 @@ void Sylvex::SetNodeChecked(bool bState, bool bBuildList)
 void Sylvex::FreezeCtl(bool bFreeze)
 {
     constexpr unsigned kSetRedraw = 11;
-    Trapped(m_state, L"FreezeCtl", VARIABLES(bFreeze), kNone, [&](int& line) {
+    Trapped(m_state, VARIABLES(bFreeze), [&](int& line) {
         const NamedModule modTools(L"modTools", m_platform);
         if (bFreeze) {
-            line = 1;
-            Trapped(modTools, L"FreezeCtl", Variables("Ctl", m_state), kNone, [&](int& inner) {
-                inner = 1;
-                m_platform.windows.Send(m_TV.hWnd(), kSetRedraw, 0, 0);
-            });
+            Trapped(modTools, L"FreezeCtl", Variables("Ctl", m_state),
+                    [&] { m_platform.windows.Send(m_TV.hWnd(), kSetRedraw, 0, 0); });
             return;
         }
         line = 2;

@@ -16,8 +16,7 @@ void Sylvex::TV_Expand(Node& Node)
     std::wstring SearchString;
     const NodeRef node(&Node);
     const auto locals = VARIABLES(blnChecked, SearchString);
-    Trapped(m_state, L"TV_Expand", Variables("Node", node), locals, [&](int& line) {
-        line = 1;
+    Trapped(m_state, Variables("Node", node), locals, [&](int& line) {
         if (m_state.tree.InClear) return;
         line = 2;
         m_events.Expand(Node);
@@ -38,8 +37,7 @@ void Sylvex::TV_Expand(Node& Node)
 void Sylvex::TV_NodeCheck(Node& Node)
 {
     const NodeRef node(&Node);
-    Trapped(m_state, L"TV_NodeCheck", Variables("Node", node), kNone, [&](int& line) {
-        line = 1;
+    Trapped(m_state, Variables("Node", node), [&](int& line) {
         if (m_state.tree.InClear) return;
         line = 2;
         m_checks.TreeSelectiveCheck(Node, m_checks.Recursive());
@@ -52,41 +50,28 @@ void Sylvex::TV_NodeCheck(Node& Node)
 
 void Sylvex::TV_Collapse(Node& Node)
 {
-    Trapped(m_state, L"TV_Collapse", VARIABLES(Node), kNone, [&](int& line) {
-        line = 1;
-        m_events.Collapse(Node);
-    });
+    Trapped(m_state, VARIABLES(Node), [&] { m_events.Collapse(Node); });
 }
 
 void Sylvex::TV_NodeClick(Node& Node)
 {
-    Trapped(m_state, L"TV_NodeClick", VARIABLES(Node), kNone, [&](int& line) {
-        line = 1;
-        m_events.NodeClick(Node);
-    });
+    Trapped(m_state, VARIABLES(Node), [&] { m_events.NodeClick(Node); });
 }
 
 void Sylvex::TV_DblClick()
 {
-    Trapped(m_state, L"TV_DblClick", kNone, kNone, [&](int& line) {
-        line = 1;
-        m_events.DblClick();
-    });
+    Trapped(m_state, [&] { m_events.DblClick(); });
 }
 
 void Sylvex::TV_KeyDown(short& KeyCode, short Shift)
 {
-    Trapped(m_state, L"TV_KeyDown", VARIABLES(KeyCode, Shift), kNone, [&](int& line) {
-        line = 1;
-        m_events.KeyDown(KeyCode, Shift);
-    });
+    Trapped(m_state, VARIABLES(KeyCode, Shift), [&] { m_events.KeyDown(KeyCode, Shift); });
 }
 
 void Sylvex::TV_KeyPress(short& KeyAscii)
 {
-    Trapped(m_state, L"TV_KeyPress", VARIABLES(KeyAscii), kNone, [&](int& line) {
+    Trapped(m_state, VARIABLES(KeyAscii), [&](int& line) {
         if (KeyAscii == kEscape && m_drag.Dragging()) {
-            line = 1;
             m_drag.Escape();
         }
         line = 2;
@@ -96,9 +81,8 @@ void Sylvex::TV_KeyPress(short& KeyAscii)
 
 void Sylvex::TV_KeyUp(short& KeyCode, short Shift)
 {
-    Trapped(m_state, L"TV_KeyUp", VARIABLES(KeyCode, Shift), kNone, [&](int& line) {
+    Trapped(m_state, VARIABLES(KeyCode, Shift), [&](int& line) {
         if (KeyCode == kEscape) {
-            line = 1;
             Node* selected = m_TV.SelectedItem();
             if (selected == nullptr) throw ObjectNotSet();
             if (!m_drag.TakeEscape()) m_rename.PutBack(*selected);
@@ -110,8 +94,7 @@ void Sylvex::TV_KeyUp(short& KeyCode, short Shift)
 
 void Sylvex::TV_MouseDown(short Button, short Shift, Point where)
 {
-    Trapped(m_state, L"TV_MouseDown", VARIABLES(Button, Shift, where.x, where.y), kNone, [&](int& line) {
-        line = 1;
+    Trapped(m_state, VARIABLES(Button, Shift, where.x, where.y), [&](int& line) {
         m_drag.Pressed(Button, where);
         line = 2;
         m_events.MouseDown(Button, Shift, where);
@@ -120,8 +103,7 @@ void Sylvex::TV_MouseDown(short Button, short Shift, Point where)
 
 void Sylvex::TV_MouseMove(short Button, short Shift, Point where)
 {
-    Trapped(m_state, L"TV_MouseMove", VARIABLES(Button, Shift, where.x, where.y), kNone, [&](int& line) {
-        line = 1;
+    Trapped(m_state, VARIABLES(Button, Shift, where.x, where.y), [&](int& line) {
         m_drag.Moved(Button);
         line = 2;
         m_events.MouseMove(Button, Shift, where);
@@ -132,8 +114,8 @@ void Sylvex::TV_MouseUp(short Button, short Shift, Point where)
 {
     DropLocals drop;
     const auto& [hitemDest, DropSource, DropDestin] = drop;
-    Trapped(m_state, L"TV_MouseUp", VARIABLES(Button, Shift, where.x, where.y),
-            VARIABLES(hitemDest, DropSource, DropDestin), [&](int& line) {
+    Trapped(m_state, VARIABLES(Button, Shift, where.x, where.y), VARIABLES(hitemDest, DropSource, DropDestin),
+            [&](int& line) {
                 m_drop.Released(where, drop, line);
                 line = 11;
                 m_events.MouseUp(Button, Shift, where);
@@ -142,20 +124,15 @@ void Sylvex::TV_MouseUp(short Button, short Shift, Point where)
 
 void Sylvex::TV_BeforeLabelEdit(bool& Cancel)
 {
-    Trapped(m_state, L"TV_BeforeLabelEdit", VARIABLES(Cancel), kNone, [&](int& line) {
-        line = 1;
-        m_rename.BeforeLabelEdit();
-    });
+    Trapped(m_state, VARIABLES(Cancel), [&] { m_rename.BeforeLabelEdit(); });
 }
 
 void Sylvex::TV_AfterLabelEdit(bool& Cancel, const std::wstring& NewString)
 {
     RenameLocals rename;
     const auto& [i, Temp, Success] = rename;
-    Trapped(m_state, L"TV_AfterLabelEdit", VARIABLES(Cancel, NewString), VARIABLES(i, Temp, Success), [&](int& line) {
-        line = 1;
-        m_rename.AfterLabelEdit(Cancel, NewString, rename, line);
-    });
+    Trapped(m_state, VARIABLES(Cancel, NewString), VARIABLES(i, Temp, Success),
+            [&](int& line) { m_rename.AfterLabelEdit(Cancel, NewString, rename, line); });
 }
 
 }  // namespace sylvex

@@ -43,10 +43,8 @@ int MManipulateMsgBox::MessageBox(WindowHandle hWnd, const std::wstring& lpText,
     const Opened opened(*this);
     std::wstring caption;
     int result = 0;
-    return Trapped(*this, L"MessageBox",
-                   VARIABLES(hWnd, lpText, wType, lpCaption, lbCentered, lpCheckBoxText, CheckboxReturn),
+    return Trapped(*this, VARIABLES(hWnd, lpText, wType, lpCaption, lbCentered, lpCheckBoxText, CheckboxReturn),
                    VARIABLES(caption, result), [&](int& line) {
-                       line = 1;
                        m_box.m_sCheckboxText = lpCheckBoxText;
                        m_box.m_sPrompt = lpText;
                        line = 2;
@@ -85,8 +83,7 @@ std::unique_ptr<OwnerTimer> MManipulateMsgBox::Arm(WindowHandle hWnd, unsigned i
 
 void MManipulateMsgBox::TimerProc(WindowHandle hWnd, unsigned idEvent)
 {
-    Trapped(*this, L"TimerProc", VARIABLES(hWnd, idEvent), kNone, [&](int& line) {
-        line = 1;
+    Trapped(*this, VARIABLES(hWnd, idEvent), [&](int& line) {
         if (idEvent == kCentringTimer) {
             m_box.centring.reset();
             line = 2;

@@ -14,11 +14,11 @@ namespace {
 
 GlobalDump g_globalDump = nullptr;
 
-std::wstring Widen(const char* text)
+std::wstring Widen(std::string_view text)
 {
     std::wstring wide;
-    for (; *text != '\0'; ++text)
-        wide += static_cast<wchar_t>(static_cast<unsigned char>(*text));
+    for (const char character : text)
+        wide += static_cast<wchar_t>(static_cast<unsigned char>(character));
     return wide;
 }
 
@@ -80,7 +80,7 @@ private:
 };
 
 /// Hands the report over, or shows it when nobody takes it. Whatever fails in here is left at that.
-void Send(const Module& module, const wchar_t* procedure, const Dump& parameters, const Dump& locals) noexcept
+void Send(const Module& module, ProcedureName procedure, const Dump& parameters, const Dump& locals) noexcept
 {
     try {
         const ReportUnderWay underWay;
@@ -89,7 +89,7 @@ void Send(const Module& module, const wchar_t* procedure, const Dump& parameters
         ErrorReport report{L"SylvexControl",
                            VersionText(),
                            module.Name(),
-                           procedure,
+                           procedure.Text(),
                            state.vantorErrorLine,
                            state.vantorErrorNumber,
                            state.vantorErrorDescription,
@@ -120,6 +120,16 @@ private:
 };
 
 }  // namespace
+
+/// A function is known by its whole signature: the name is what stands before the first parenthesis, behind the scope
+/// or the type that is given back.
+std::wstring ProcedureName::Text() const
+{
+    if (m_given != nullptr) return m_given;
+    std::string_view name = m_function;
+    name = name.substr(0, name.find('('));
+    return Widen(name.substr(name.find_last_of(": ") + 1));
+}
 
 ErrorState& CurrentErrorState()
 {
@@ -152,7 +162,7 @@ RuntimeError CaptureError()
     }
 }
 
-void ReportAndPassOn(const Module& module, const wchar_t* procedure, long line, const Dump& parameters,
+void ReportAndPassOn(const Module& module, ProcedureName procedure, long line, const Dump& parameters,
                      const Dump& locals)
 {
     RuntimeError error = CaptureError();

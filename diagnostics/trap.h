@@ -1,6 +1,9 @@
 #pragma once
 
+#include <source_location>
+#include <string>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 
 #include "diagnostics/dump.h"
@@ -50,20 +53,45 @@ private:
 /// A procedure without parameters, or without locals.
 inline constexpr Variables<> kNone{""};
 
+/// A procedure's name in error reports: its function's own, unless another is given.
+class ProcedureName {
+public:
+    constexpr ProcedureName(const wchar_t* given) : m_given(given) {}  // NOLINT(google-explicit-constructor)
+    explicit constexpr ProcedureName(const std::source_location& function) : m_function(function.function_name()) {}
+    std::wstring Text() const;
+
+private:
+    const wchar_t* m_given = nullptr;
+    const char* m_function = nullptr;
+};
+
 /// Reports the exception being handled for one procedure, then raises kPassedOn. Called from a handler only.
-[[noreturn]] void ReportAndPassOn(const Module& module, const wchar_t* procedure, long line, const Dump& parameters,
+[[noreturn]] void ReportAndPassOn(const Module& module, ProcedureName procedure, long line, const Dump& parameters,
                                   const Dump& locals);
 
+/// Variables of a procedure as Trapped takes them.
+template <class Values>
+concept Dumpable = requires(const Values& values, Dump& dump)
+{
+    values.DumpTo(dump);
+};
+
 /// Runs `body` as the procedure `procedure` of `module`, under the error trap: a failure is reported with the
-/// procedure's parameters and locals, and error 65535 goes on to the caller. `body` is handed the number of the
-/// statement that runs, which it moves along. Costs nothing but the stored references while all goes well.
-template <class Parameters, class Locals, class Body>
-decltype(auto) Trapped(const Module& module, const wchar_t* procedure, const Parameters& parameters,
+/// procedure's parameters and locals, and error 65535 goes on to the caller. A `body` that takes it is handed the
+/// number of the statement that runs, which begins at 1 and which it moves along. Costs nothing but the stored
+/// references while all goes well.
+template <Dumpable Parameters, Dumpable Locals, class Body>
+decltype(auto) Trapped(const Module& module, ProcedureName procedure, const Parameters& parameters,
                        const Locals& locals, Body&& body)
 {
-    int line = 0;
+    int line = 1;
     try {
-        return Guarded([&]() -> decltype(auto) { return body(line); });
+        return Guarded([&]() -> decltype(auto) {
+            if constexpr (std::is_invocable_v<Body, int&>)
+                return body(line);
+            else
+                return body();
+        });
     } catch (...) {
         Dump parametersDump(Dump::Of::Parameters);
         Dump localsDump;
@@ -71,6 +99,36 @@ decltype(auto) Trapped(const Module& module, const wchar_t* procedure, const Par
         locals.DumpTo(localsDump);
         ReportAndPassOn(module, procedure, line, parametersDump, localsDump);
     }
+}
+
+// The same with what a procedure does not have left out. Without a name it is the function that calls.
+template <Dumpable Parameters, class Body>
+decltype(auto) Trapped(const Module& module, ProcedureName procedure, const Parameters& parameters, Body&& body)
+{
+    return Trapped(module, procedure, parameters, kNone, body);
+}
+template <class Body>
+decltype(auto) Trapped(const Module& module, ProcedureName procedure, Body&& body)
+{
+    return Trapped(module, procedure, kNone, kNone, body);
+}
+template <Dumpable Parameters, Dumpable Locals, class Body>
+decltype(auto) Trapped(const Module& module, const Parameters& parameters, const Locals& locals, Body&& body,
+                       const std::source_location& function = std::source_location::current())
+{
+    return Trapped(module, ProcedureName(function), parameters, locals, body);
+}
+template <Dumpable Parameters, class Body>
+decltype(auto) Trapped(const Module& module, const Parameters& parameters, Body&& body,
+                       const std::source_location& function = std::source_location::current())
+{
+    return Trapped(module, ProcedureName(function), parameters, kNone, body);
+}
+template <class Body>
+decltype(auto) Trapped(const Module& module, Body&& body,
+                       const std::source_location& function = std::source_location::current())
+{
+    return Trapped(module, ProcedureName(function), kNone, kNone, body);
 }
 
 /// The exception being handled as a numbered error: C++ exceptions become the nearest number.

@@ -81,8 +81,7 @@ void AutoScroll::tmrAutoScroll_Timer()
 {
     bool fDidScroll = false;
     Point pt;
-    Trapped(m_context.module, L"tmrAutoScroll_Timer", kNone, VARIABLES(fDidScroll, pt), [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, kNone, VARIABLES(fDidScroll, pt), [&](int& line) {
         pt = m_tree.Pointer();
         line = 2;
         const unsigned sides = SidesInReach(pt);
@@ -114,9 +113,8 @@ bool AutoScroll::ScrollTowards(unsigned sides)
 bool AutoScroll::DoDragScroll(int nBar, unsigned uMsg, unsigned dwCmd)
 {
     int dwPos = 0;
-    return Trapped(m_context.module, L"DoDragScroll", VARIABLES(nBar, uMsg, dwCmd), VARIABLES(dwPos), [&](int& line) {
+    return Trapped(m_context.module, VARIABLES(nBar, uMsg, dwCmd), VARIABLES(dwPos), [&](int& line) {
         Drag& drag = m_context.platform.drag;
-        line = 1;
         dwPos = drag.GetScrollPos(m_tree.Window(), nBar);
         line = 2;
         m_context.platform.windows.Send(m_tree.Window(), uMsg, dwCmd, 0);
@@ -131,8 +129,7 @@ bool AutoScroll::DoDragScroll(int nBar, unsigned uMsg, unsigned dwCmd)
 void AutoScroll::tmrAutoExpand_Timer()
 {
     Point pt;
-    Trapped(m_context.module, L"tmrAutoExpand_Timer", kNone, VARIABLES(pt), [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, kNone, VARIABLES(pt), [&](int& line) {
         // At once, since opening runs code of the host, and one arming means one opening.
         tmrAutoExpand->SetEnabled(false);
         line = 2;

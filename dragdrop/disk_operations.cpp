@@ -218,7 +218,7 @@ long DiskOperations::WindowsDiskOps(const std::wstring& Source, const std::wstri
     const auto [wFunc, fFlags] = OperationOf(Flavor);
     FileOperationResult answer;
     m_done = false;
-    return Trapped(m_context.module, L"WindowsDiskOps", VARIABLES(Source, dest, Flavor),
+    return Trapped(m_context.module, VARIABLES(Source, dest, Flavor),
                    VARIABLES(wFunc, fFlags, answer.code, answer.aborted, Result), [&](int& line) {
                        MessageBoxes& boxes = m_context.platform.boxes;
                        line = 3;

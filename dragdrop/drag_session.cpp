@@ -85,8 +85,7 @@ bool DragSession::PastThreshold(Point pointer) const
 void DragSession::BeginDrag()
 {
     Point pt;
-    Trapped(m_context.module, L"BeginDrag", kNone, VARIABLES(pt), [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, kNone, VARIABLES(pt), [&](int& line) {
         if (!PastThreshold(m_context.platform.system.CursorPosition())) return;
         line = 2;
         m_folders.NoteWindow();
@@ -149,11 +148,10 @@ void DragSession::Hold(Point ptBtnDown)
 void DragSession::DoDrag()
 {
     Point pt;
-    Trapped(m_context.module, L"DoDrag", kNone, VARIABLES(pt), [&](int& line) {
+    Trapped(m_context.module, kNone, VARIABLES(pt), [&](int& line) {
         if (Dragged() == nullptr) return Cancel();
         Drag& drag = m_context.platform.drag;
         const WindowHandle window = m_tree->Window();
-        line = 1;
         pt = m_tree->Pointer();
         drag.DragLeave(window);
         line = 2;
@@ -189,9 +187,8 @@ void DragSession::Escape() noexcept
 void DragSession::EndDrag1()
 {
     if (!Dragging()) return;
-    Trapped(m_context.module, L"EndDrag1", kNone, kNone, [&](int& line) {
+    Trapped(m_context.module, [&](int& line) {
         Drag& drag = m_context.platform.drag;
-        line = 1;
         // First of all, since letting go of the mouse is told to those who watch it.
         const ImageListHandle picture = std::exchange(m_state.m_himlDrag, 0);
         drag.ReleaseCapture();
@@ -208,10 +205,9 @@ void DragSession::EndDrag1()
 
 void DragSession::EndDrag2()
 {
-    Trapped(m_context.module, L"EndDrag2", kNone, kNone, [&](int& line) {
+    Trapped(m_context.module, [&](int& line) {
         m_state.m_hitemDrag = 0;
         m_state.m_nodDrag = NodeRef();
-        line = 1;
         if (!m_context.platform.windows.Exists(m_tree->Window())) return;
         m_tree->ShowDropTarget(0);
         line = 2;

@@ -27,36 +27,31 @@ std::int64_t Wide(int number)
 bool DragTree::AreTVItemsParentChild(WindowHandle hwndTV, ItemHandle hitemParent, ItemHandle hitemChild)
 {
     ItemHandle hItem = hitemChild;
-    return Trapped(m_context.module, L"AreTVItemsParentChild", VARIABLES(hwndTV, hitemParent, hitemChild),
-                   VARIABLES(hItem), [&](int& line) {
-                       line = 1;
-                       while (hItem != 0) {
-                           line = 2;
-                           hItem = TreeView_GetParent(hwndTV, hItem);
-                           if (hItem == hitemParent) return true;
-                       }
-                       return false;
-                   });
+    return Trapped(m_context.module, VARIABLES(hwndTV, hitemParent, hitemChild), VARIABLES(hItem), [&](int& line) {
+        while (hItem != 0) {
+            line = 2;
+            hItem = TreeView_GetParent(hwndTV, hItem);
+            if (hItem == hitemParent) return true;
+        }
+        return false;
+    });
 }
 
 bool DragTree::IsTVItemCollapsedParent(WindowHandle hwndTV, ItemHandle hItem)
 {
     TVITEM tvi;
-    return Trapped(m_context.module, L"IsTVItemCollapsedParent", VARIABLES(hwndTV, hItem), VARIABLES(tvi),
-                   [&](int& line) {
-                       line = 1;
-                       tvi.hItem = hItem;
-                       tvi.mask = TVIF_STATE | TVIF_CHILDREN;
-                       line = 2;
-                       return TreeView_GetItem(hwndTV, tvi) && tvi.cChildren != 0 && (tvi.state & TVIS_EXPANDED) == 0;
-                   });
+    return Trapped(m_context.module, VARIABLES(hwndTV, hItem), VARIABLES(tvi), [&](int& line) {
+        tvi.hItem = hItem;
+        tvi.mask = TVIF_STATE | TVIF_CHILDREN;
+        line = 2;
+        return TreeView_GetItem(hwndTV, tvi) && tvi.cChildren != 0 && (tvi.state & TVIS_EXPANDED) == 0;
+    });
 }
 
 unsigned DragTree::PtInRectRegion(const Rect& rc, int cxyRegion, Point pt)
 {
     unsigned sides = 0;
-    return Trapped(m_context.module, L"PtInRectRegion", VARIABLES(rc, cxyRegion, pt), VARIABLES(sides), [&](int& line) {
-        line = 1;
+    return Trapped(m_context.module, VARIABLES(rc, cxyRegion, pt), VARIABLES(sides), [&](int& line) {
         if (pt.x < rc.left || pt.x >= rc.right || pt.y < rc.top || pt.y >= rc.bottom) return sides;
         line = 2;
         if (pt.x <= Narrowed(Wide(rc.left) + cxyRegion)) sides |= kLeftSide;
@@ -70,8 +65,7 @@ unsigned DragTree::PtInRectRegion(const Rect& rc, int cxyRegion, Point pt)
 unsigned DragTree::IsWindowScrollable(WindowHandle hWnd)
 {
     unsigned sides = 0;
-    return Trapped(m_context.module, L"IsWindowScrollable", VARIABLES(hWnd), VARIABLES(sides), [&](int& line) {
-        line = 1;
+    return Trapped(m_context.module, VARIABLES(hWnd), VARIABLES(sides), [&](int& line) {
         sides |= Scrollable(hWnd, 0, kHorizontalBar, kLeftSide, kRightSide);
         line = 2;
         sides |= Scrollable(hWnd, 1, kVerticalBar, kTopSide, kBottomSide);
@@ -92,23 +86,20 @@ unsigned DragTree::Scrollable(WindowHandle hWnd, int bar, std::uint32_t style, u
 bool DragTree::SetNodeCallbacks(WindowHandle hwndTV, ItemHandle hItem, Node* nod, bool fSet)
 {
     TVITEM tvi;
-    return Trapped(m_context.module, L"SetNodeCallbacks", VARIABLES(hwndTV, hItem, nod, fSet), VARIABLES(tvi),
-                   [&](int& line) {
-                       line = 1;
-                       tvi.mask = TVIF_IMAGE;
-                       tvi.hItem = hItem;
-                       line = 2;
-                       tvi.iImage = fSet ? I_IMAGECALLBACK : nod != nullptr ? m_state.DragImage : 0;
-                       line = 3;
-                       return TreeView_SetItem(hwndTV, tvi);
-                   });
+    return Trapped(m_context.module, VARIABLES(hwndTV, hItem, nod, fSet), VARIABLES(tvi), [&](int& line) {
+        tvi.mask = TVIF_IMAGE;
+        tvi.hItem = hItem;
+        line = 2;
+        tvi.iImage = fSet ? I_IMAGECALLBACK : nod != nullptr ? m_state.DragImage : 0;
+        line = 3;
+        return TreeView_SetItem(hwndTV, tvi);
+    });
 }
 
 bool DragTree::ClientToWindow(WindowHandle hWnd, Point& pt)
 {
-    return Trapped(m_context.module, L"ClientToWindow", VARIABLES(hWnd, pt), kNone, [&](int& line) {
+    return Trapped(m_context.module, VARIABLES(hWnd, pt), [&](int& line) {
         Drag& drag = m_context.platform.drag;
-        line = 1;
         if (!m_context.platform.windows.Exists(hWnd)) return false;
         line = 2;
         const auto client = drag.ClientRect(hWnd);

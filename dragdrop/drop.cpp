@@ -46,7 +46,6 @@ Drop::Drop(const Context& context, FolderTree& tree, DragState& state, TreeSelec
 
 void Drop::Released(Point where, DropLocals& locals, int& line)
 {
-    line = 1;
     if (!m_session.Dragging()) return m_session.Released();
     // The shell's dialogs leave the tree usable: nothing is dragged while a drop is under way.
     m_session.SetBusy(true);

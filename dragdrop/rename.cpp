@@ -134,8 +134,7 @@ void Rename::EditAgain(const NodeRef& edited, const std::wstring& typed)
 
 void Rename::Timer2_Timer()
 {
-    Trapped(m_context.module, L"Timer2_Timer", kNone, kNone, [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, [&](int& line) {
         Timer2->SetEnabled(false);  // at once, so that it ticks once whatever opening the label runs
         line = 2;
         const Node* selected = m_context.TV.SelectedItem();

@@ -99,8 +99,7 @@ void FileList::BuildFileList(Node* pNode, bool RecursiveCall)
     std::wstring sPath;
     const auto parameters = Variables("pNode,RecursiveCall", node, RecursiveCall);
     std::shared_ptr<Frozen> frozen;
-    Trapped(m_context.module, L"BuildFileList", parameters, VARIABLES(sPath), [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, parameters, VARIABLES(sPath), [&](int& line) {
         if (pNode == nullptr) return;
         // Once the list is written to, the host may do anything, also remove nodes.
         const Ticked ticked = FindTicked(*pNode, sPath);
@@ -166,8 +165,7 @@ void FileList::MarkListed(const NodeRef& node, std::wstring& SearchString)
 std::wstring FileList::ReturnFileName(const std::wstring& Arq)
 {
     std::size_t separator = 0;
-    return Trapped(m_context.module, L"ReturnFileName", VARIABLES(Arq), VARIABLES(separator), [&](int& line) {
-        line = 1;
+    return Trapped(m_context.module, VARIABLES(Arq), VARIABLES(separator), [&] {
         separator = Arq.rfind(L'\\');
         return separator == std::wstring::npos ? std::wstring() : Arq.substr(separator + 1);
     });

@@ -28,8 +28,7 @@ std::wstring FileTypes::GetFileType(const std::wstring& sExt, const std::wstring
     short i = -1;
     std::wstring sTypeName;
     const auto locals = VARIABLES(i, sTypeName);
-    return Trapped(m_context.module, L"GetFileType", VARIABLES(sExt, FullPath, MyIcon), locals, [&](int& line) {
-        line = 1;
+    return Trapped(m_context.module, VARIABLES(sExt, FullPath, MyIcon), locals, [&](int& line) {
         if (sExt.empty()) return std::wstring();
         line = 2;
         std::vector<FTs>& TypeNew = m_state.TypeNew;
@@ -74,8 +73,7 @@ std::wstring FileTypes::RegisteredTypeName(const std::wstring& sExt)
 
 short FileTypes::BinarySearchTypeNew(const std::wstring& sExt)
 {
-    return Trapped(m_context.module, L"BinarySearchTypeNew", VARIABLES(sExt), kNone, [&](int& line) -> short {
-        line = 1;
+    return Trapped(m_context.module, VARIABLES(sExt), [&](int& line) -> short {
         // By code units, in an array that is in order without regard to letter case: not every record is met.
         const std::vector<FTs>& TypeNew = m_state.TypeNew;
         int lo = 1;
@@ -93,8 +91,7 @@ short FileTypes::BinarySearchTypeNew(const std::wstring& sExt)
 
 void FileTypes::ShellSortTypeNewArray()
 {
-    Trapped(m_context.module, L"ShellSortTypeNewArray", kNone, kNone, [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, [&](int& line) {
         std::vector<FTs>& TypeNew = m_state.TypeNew;
         const std::size_t count = TypeNew.size();
         for (std::size_t i = m_keys.size(); i < count; ++i)

@@ -43,8 +43,7 @@ std::wstring FormatSize(const Module& module, Regional& regional, double Size)
     double SizeKb = 0;
     int Pwr = 0;
     int Decimals = 0;
-    return Trapped(module, L"FormatSize", VARIABLES(Size), VARIABLES(SizeKb, Pwr, Decimals), [&](int& line) {
-        line = 1;
+    return Trapped(module, VARIABLES(Size), VARIABLES(SizeKb, Pwr, Decimals), [&] {
         try {
             return SizeText(regional, Size, SizeKb, Pwr, Decimals);
         } catch (...) {
@@ -58,8 +57,7 @@ Date UTCCurrToVbDate(const Module& module, Regional& regional, Currency UTC, boo
     constexpr Currency kMissingTime{119'600'172'000'000'000};
     constexpr double kMillisecondsPerDay = 86'400'000;
     constexpr double kDaysFrom1601 = 109'205;
-    return Trapped(module, L"UTCCurrToVbDate", VARIABLES(UTC, TooLocal), kNone, [&](int& line) {
-        line = 1;
+    return Trapped(module, VARIABLES(UTC, TooLocal), [&](int& line) {
         if (UTC == Currency{}) UTC = kMissingTime;
         line = 2;
         if (TooLocal) UTC.units = regional.LocalFileTime(UTC.units);
@@ -70,8 +68,7 @@ Date UTCCurrToVbDate(const Module& module, Regional& regional, Currency UTC, boo
 
 std::wstring FormGenDatTim(const Module& module, Regional& regional, Date MyDate)
 {
-    return Trapped(module, L"FormGenDatTim", VARIABLES(MyDate), kNone, [&](int& line) {
-        line = 1;
+    return Trapped(module, VARIABLES(MyDate), [&](int& line) {
         std::wstring text = regional.ShortDate(MyDate);
         line = 2;
         text += L' ';
@@ -83,8 +80,7 @@ std::wstring FormGenDatTim(const Module& module, Regional& regional, Date MyDate
 std::wstring GetAttrString(const Module& module, std::uint32_t Attr)
 {
     constexpr std::wstring_view kLetters = L"rhsvdalnt?lco?e";
-    return Trapped(module, L"GetAttrString", VARIABLES(Attr), kNone, [&](int& line) {
-        line = 1;
+    return Trapped(module, VARIABLES(Attr), [&] {
         std::wstring text(kLetters.size(), L'.');
         for (std::size_t bit = 0; bit < kLetters.size(); ++bit)
             if ((Attr >> bit & 1) != 0) text[bit] = kLetters[bit];
@@ -94,8 +90,7 @@ std::wstring GetAttrString(const Module& module, std::uint32_t Attr)
 
 Currency CVC(const Module& module, Regional& regional, const std::wstring& ValToConvert)
 {
-    return Trapped(module, L"CVC", VARIABLES(ValToConvert), kNone, [&](int& line) {
-        line = 1;
+    return Trapped(module, VARIABLES(ValToConvert), [&](int& line) {
         const std::string bytes = regional.Narrow(ValToConvert);
         line = 2;
         std::uint64_t units = 0;

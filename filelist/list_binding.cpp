@@ -34,8 +34,7 @@ void ListBinding::Bind(const std::shared_ptr<ListView>& New_ReqListView)
 bool ListBinding::AssignSysIL()
 {
     int i = 0;
-    return Trapped(m_context.module, L"AssignSysIL", kNone, VARIABLES(i), [&](int& line) {
-        line = 1;
+    return Trapped(m_context.module, kNone, VARIABLES(i), [&](int& line) {
         if (!m_state.m_ReqListView) return false;
         line = 2;
         Windows& windows = m_context.platform.windows;
@@ -78,8 +77,7 @@ void ListBinding::LoadCaptions()
 
 void ListBinding::LVColumnHeaders()
 {
-    Trapped(m_context.module, L"LVColumnHeaders", kNone, kNone, [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, [&](int& line) {
         const std::shared_ptr<ListView> list = m_state.BoundList();
         list->ClearItems();
         list->ClearColumns();
@@ -105,8 +103,7 @@ void ListBinding::LVColumnHeaders()
 bool ListBinding::CheckFAT()
 {
     std::wstring Root;
-    return Trapped(m_context.module, L"CheckFAT", kNone, VARIABLES(Root), [&](int& line) {
-        line = 1;
+    return Trapped(m_context.module, kNone, VARIABLES(Root), [&](int& line) {
         Root = m_state.SourcePath.substr(0, 3);
         line = 2;
         return IsFatVolume(Root);
@@ -122,8 +119,7 @@ bool ListBinding::IsFatVolume(const std::wstring& root)
 
 short ListBinding::LVIdx(const std::wstring& sKey)
 {
-    return Trapped(m_context.module, L"LVIdx", VARIABLES(sKey), kNone, [&](int& line) {
-        line = 1;
+    return Trapped(m_context.module, VARIABLES(sKey), [&] {
         const int index = m_state.BoundList()->SubItemIndex(sKey);
         if (index < 0 || index > std::numeric_limits<short>::max()) throw IndexOutOfBounds();
         return static_cast<short>(index);
@@ -139,8 +135,7 @@ void ListBinding::HideSortColumns()
 
 void ListBinding::LoadCleanup(short SortCol)
 {
-    Trapped(m_context.module, L"LoadCleanup", VARIABLES(SortCol), kNone, [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, VARIABLES(SortCol), [&](int& line) {
         m_state.BoundList()->SortBy(SortCol);
         line = 2;
         AssignSysIL();

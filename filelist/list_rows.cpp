@@ -97,8 +97,7 @@ bool ListRows::IsFat(std::wstring_view path)
 void ListRows::AddFolder(std::uint32_t Item, const std::wstring& sPath)
 {
     std::size_t k = 0;
-    Trapped(m_context.module, L"AddFolder", VARIABLES(Item, sPath), VARIABLES(k), [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, VARIABLES(Item, sPath), VARIABLES(k), [&](int& line) {
         for (k = 0; k < m_patterns.size(); ++k) {
             line = 2;
             if (!EqualText(m_regional, m_state.TypeNew.front().TypeName, m_state.sFolder)) {

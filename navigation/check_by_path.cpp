@@ -19,8 +19,7 @@ CheckByPath::CheckByPath(const Context& context, FolderTree& tree, const FileLis
 void CheckByPath::SetNodeChecked(bool bState, bool bBuildList)
 {
     std::wstring Path;
-    Trapped(m_context.module, L"SetNodeChecked", VARIABLES(bState, bBuildList), VARIABLES(Path), [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, VARIABLES(bState, bBuildList), VARIABLES(Path), [&](int& line) {
         m_state.InSetNodeChecked = !bBuildList;
         line = 2;
         const auto text = m_list.Bound()->SelectedCell(0);
@@ -78,7 +77,7 @@ ChildOnPath CheckByPath::StepDown(Node& pNode, const std::wstring& pText, bool b
 {
     const NodeRef node(&pNode);
     const auto parameters = Variables("pNode,pText,bState", node, pText, bState);
-    return Trapped(m_context.module, L"DrillDownNodeCheck", parameters, kNone, [&](int& line) {
+    return Trapped(m_context.module, L"DrillDownNodeCheck", parameters, [&](int& line) {
         const ChildOnPath next = way.Step(*node, line);
         line = 4;
         if (next.isTarget) Check(*next.child, bState);

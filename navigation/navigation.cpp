@@ -14,8 +14,7 @@ Navigation::Navigation(const Context& context, FolderTree& tree, const FileList&
 
 bool Navigation::FileExistsW32FD(const std::wstring& sSource, FileEntry& W32FD)
 {
-    return Trapped(m_context.module, L"FileExistsW32FD", VARIABLES(sSource, W32FD), kNone, [&](int& line) {
-        line = 1;
+    return Trapped(m_context.module, VARIABLES(sSource, W32FD), [&](int& line) {
         if (!m_context.platform.network.Answers(sSource)) return false;
         line = 2;
         const auto search = m_context.platform.files.Search(sSource);
@@ -30,8 +29,7 @@ void Navigation::SetNodeVisible()
 {
     std::wstring qPath, sFullPath;
     int L4 = 0;
-    Trapped(m_context.module, L"SetNodeVisible", kNone, VARIABLES(qPath, L4, sFullPath), [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, kNone, VARIABLES(qPath, L4, sFullPath), [&](int& line) {
         qPath = m_tree.QualifyPath(m_state.m_Path);
         line = 2;
         NodeRef node = m_search.First(qPath);
@@ -70,8 +68,7 @@ bool Navigation::IsFolderRow(const std::wstring& typ) const
 void Navigation::SetNode()
 {
     std::wstring sText, typ;
-    Trapped(m_context.module, L"SetNode", kNone, VARIABLES(sText, typ), [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, kNone, VARIABLES(sText, typ), [&](int& line) {
         const auto list = m_list.Bound();
         const auto text = list->SelectedCell(0);
         if (!text || !list->IsSelectedItemSelected()) return;

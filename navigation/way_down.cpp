@@ -18,7 +18,6 @@ WayDown::WayDown(const Context& context, FolderTree& tree, MManipulateMsgBox& bo
 ChildOnPath WayDown::Step(Node& pNode, int& line)
 {
     const NodeRef node(&pNode);
-    line = 1;
     if (!m_hidden && !pNode.Expanded()) m_hidden.emplace(m_context.TV);
     pNode.SetExpanded(true);
     line = 2;

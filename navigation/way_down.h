@@ -19,7 +19,7 @@ public:
     WayDown(const Context& context, FolderTree& tree, MManipulateMsgBox& boxes, Owner owner, const std::wstring& pText);
 
     /// Opens the node and gives its child on the way, null when there is none and the user has been told. `line` is
-    /// the statement in error reports, 1 to 3.
+    /// the statement in error reports, which goes on to 3.
     ChildOnPath Step(Node& pNode, int& line);
 
 private:

@@ -96,8 +96,7 @@ void FolderTree::EnumFilesUnder(Node& n)
     const auto locals = VARIABLES(own.sPath, own.sExt, own.hFind, own.oldPath, own.W32FD, si, own.hIcon, FolderPic,
                                   TempNode, own.n2, own.L4, own.n);
     std::optional<TreeView::Updating> hidden;
-    Trapped(m_context.module, L"EnumFilesUnder", VARIABLES(own.n), locals, [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, VARIABLES(own.n), locals, [&](int& line) {
         hidden.emplace(m_context.TV);
         line = 2;
         own.sPath = FolderOf(n);
@@ -197,8 +196,7 @@ bool FolderTree::MatchesFilter(std::wstring_view name)
 
 bool FolderTree::hasSubDirectory(const std::wstring& sPath)
 {
-    return Trapped(m_context.module, L"hasSubDirectory", VARIABLES(sPath), kNone, [&](int& line) {
-        line = 1;
+    return Trapped(m_context.module, VARIABLES(sPath), [&](int& line) {
         const auto search = m_context.platform.files.Search(sPath + L"*.*");
         for (bool more = search != nullptr; more; more = search->Next()) {
             line = 2;

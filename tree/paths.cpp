@@ -5,17 +5,14 @@ namespace sylvex {
 
 std::wstring FolderTree::QualifyPath(const std::wstring& MyString)
 {
-    return Trapped(m_context.module, L"QualifyPath", VARIABLES(MyString), kNone, [&](int& line) {
-        line = 1;
-        return MyString.ends_with(L'\\') ? MyString : MyString + L'\\';
-    });
+    return Trapped(m_context.module, VARIABLES(MyString),
+                   [&] { return MyString.ends_with(L'\\') ? MyString : MyString + L'\\'; });
 }
 
 std::wstring FolderTree::StripNull(const std::wstring& strIn)
 {
     std::size_t nul = 0;
-    return Trapped(m_context.module, L"StripNull", VARIABLES(strIn), VARIABLES(nul), [&](int& line) {
-        line = 1;
+    return Trapped(m_context.module, VARIABLES(strIn), VARIABLES(nul), [&](int& line) {
         nul = strIn.find(L'\0');
         if (nul != std::wstring::npos) return strIn.substr(0, nul);
         line = 2;
@@ -28,8 +25,7 @@ std::wstring FolderTree::StripNull(const std::wstring& strIn)
 std::wstring FolderTree::GetExt(std::wstring_view Name)
 {
     std::size_t dot = 0;
-    return Trapped(m_context.module, L"GetExt", VARIABLES(Name), VARIABLES(dot), [&](int& line) {
-        line = 1;
+    return Trapped(m_context.module, VARIABLES(Name), VARIABLES(dot), [&](int& line) {
         dot = Name.rfind(L'.');
         if (dot == std::wstring_view::npos || dot + 1 == Name.size()) return std::wstring();
         line = 2;
@@ -39,10 +35,8 @@ std::wstring FolderTree::GetExt(std::wstring_view Name)
 
 std::wstring FolderTree::FolderLocation(int lFolder)
 {
-    return Trapped(m_context.module, L"FolderLocation", VARIABLES(lFolder), kNone, [&](int& line) {
-        line = 1;
-        return m_context.platform.shell.SpecialFolder(lFolder);
-    });
+    return Trapped(m_context.module, VARIABLES(lFolder),
+                   [&] { return m_context.platform.shell.SpecialFolder(lFolder); });
 }
 
 void FolderTree::ReadDocumentsFolder()
@@ -53,17 +47,14 @@ void FolderTree::ReadDocumentsFolder()
 
 std::wstring FolderTree::GetResourceStringFromFile(const std::wstring& sModule, unsigned idString)
 {
-    return Trapped(m_context.module, L"GetResourceStringFromFile", VARIABLES(sModule, idString), kNone, [&](int& line) {
-        line = 1;
-        return m_context.platform.shell.ResourceString(sModule, idString);
-    });
+    return Trapped(m_context.module, VARIABLES(sModule, idString),
+                   [&] { return m_context.platform.shell.ResourceString(sModule, idString); });
 }
 
 std::wstring FolderTree::BuildFullPath(const Node* nod)
 {
     std::wstring sFullPath;
-    return Trapped(m_context.module, L"BuildFullPath", VARIABLES(nod), VARIABLES(sFullPath), [&](int& line) {
-        line = 1;
+    return Trapped(m_context.module, VARIABLES(nod), VARIABLES(sFullPath), [&](int& line) {
         if (nod == nullptr) throw ObjectNotSet();
         sFullPath = nod->FullPath();
         line = 2;

@@ -81,8 +81,7 @@ void FolderTree::Clear()
 {
     std::optional<Clearing> clearing;
     std::optional<TreeView::Updating> hidden;
-    Trapped(m_context.module, L"Clear", kNone, kNone, [&](int& line) {
-        line = 1;
+    Trapped(m_context.module, [&](int& line) {
         clearing.emplace(m_state.InClear);
         line = 2;
         hidden.emplace(m_context.TV);
@@ -113,9 +112,8 @@ void FolderTree::LoadTree6()
     RootLocals own;
     const auto locals = VARIABLES(own.FirstFixed, own.DrvBitMask, own.MaxPwr, own.Pwr, own.DriveType, own.MyDrive,
                                   own.MyPic, own.MyKey, own.nod1, si, own.rc);
-    Trapped(m_context.module, L"LoadTree6", kNone, locals, [&](int& line) {
+    Trapped(m_context.module, kNone, locals, [&](int& line) {
         TreeView& TV = m_context.TV;
-        line = 1;
         TV.SetImageList(&m_context.ImageList1);
         NoteWindow();
         line = 2;

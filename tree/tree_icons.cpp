@@ -25,7 +25,7 @@ constexpr Marker srcPic{L"{Nothing}"};
 void LoadSystemIcons(Platform& platform, ImageList& iml)
 {
     std::wstring sKey;
-    Trapped(NamedModule(kModule, platform), L"LoadSystemIcons", VARIABLES(iml), VARIABLES(sKey), [&](int& line) {
+    Trapped(NamedModule(kModule, platform), VARIABLES(iml), VARIABLES(sKey), [&](int& line) {
         for (const FixedIcon& icon : kFixedIcons) {
             line = 1;
             sKey = icon.key;
@@ -39,8 +39,7 @@ void LoadImageList(Platform& platform, ImageList& iml, OwnedIcon icon, const std
 {
     const IconHandle hIcon = icon.Get();
     const auto parameters = VARIABLES(srcPic, iml, hIcon, sKey);
-    Trapped(NamedModule(kModule, platform), L"LoadImageList", parameters, kNone, [&](int& line) {
-        line = 1;
+    Trapped(NamedModule(kModule, platform), parameters, [&](int& line) {
         const Picture picture = IconToPicture(platform, std::move(icon));
         line = 2;
         iml.Add(sKey, picture);
@@ -50,10 +49,7 @@ void LoadImageList(Platform& platform, ImageList& iml, OwnedIcon icon, const std
 Picture IconToPicture(Platform& platform, OwnedIcon icon)
 {
     const IconHandle hIcon = icon.Get();
-    return Trapped(NamedModule(kModule, platform), L"IconToPicture", VARIABLES(hIcon), kNone, [&](int& line) {
-        line = 1;
-        return Picture{std::move(icon)};
-    });
+    return Trapped(NamedModule(kModule, platform), VARIABLES(hIcon), [&] { return Picture{std::move(icon)}; });
 }
 
 bool KeyExists(const ImageList& iml, const std::wstring& Key)

@@ -28,17 +28,13 @@ std::wstring NameOf(const SystemVersion& version)
 
 std::wstring getVersion(Platform& platform)
 {
-    return Trapped(NamedModule(kModule, platform), L"getVersion", kNone, kNone, [&](int& line) {
-        line = 1;
-        return NameOf(platform.system.Version());
-    });
+    return Trapped(NamedModule(kModule, platform), [&] { return NameOf(platform.system.Version()); });
 }
 
 bool CheckVersion(Platform& platform)
 {
     std::wstring sVersion;
-    return Trapped(NamedModule(kModule, platform), L"CheckVersion", kNone, VARIABLES(sVersion), [&](int& line) {
-        line = 1;
+    return Trapped(NamedModule(kModule, platform), kNone, VARIABLES(sVersion), [&](int& line) {
         sVersion = getVersion(platform);
         line = 2;
         return sVersion == L"Windows NT 4.0" || sVersion == L"Windows 2000";

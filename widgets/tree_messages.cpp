@@ -34,16 +34,12 @@ std::intptr_t TreeMessages::SendRecord(WindowHandle hWnd, unsigned message, std:
 
 bool TreeMessages::TreeView_Expand(WindowHandle hWnd, ItemHandle hItem, unsigned Flag)
 {
-    return Trapped(m_module, L"TreeView_Expand", VARIABLES(hWnd, hItem, Flag), kNone, [&](int& line) {
-        line = 1;
-        return Send(hWnd, TVM_EXPAND, Flag, hItem) != 0;
-    });
+    return Trapped(m_module, VARIABLES(hWnd, hItem, Flag), [&] { return Send(hWnd, TVM_EXPAND, Flag, hItem) != 0; });
 }
 
 bool TreeMessages::TreeView_GetItemRect(WindowHandle hWnd, ItemHandle hItem, Rect& prc, bool fItemRect)
 {
-    return Trapped(m_module, L"TreeView_GetItemRect", VARIABLES(hWnd, hItem, prc, fItemRect), kNone, [&](int& line) {
-        line = 1;
+    return Trapped(m_module, VARIABLES(hWnd, hItem, prc, fItemRect), [&](int& line) {
         // The message takes the item in the rectangle's first bytes.
         std::memcpy(static_cast<void*>(&prc), &hItem, std::min(sizeof prc, sizeof hItem));
         line = 2;
@@ -53,82 +49,56 @@ bool TreeMessages::TreeView_GetItemRect(WindowHandle hWnd, ItemHandle hItem, Rec
 
 ItemHandle TreeMessages::TreeView_GetNextItem(WindowHandle hWnd, ItemHandle hItem, unsigned Flag)
 {
-    return Trapped(m_module, L"TreeView_GetNextItem", VARIABLES(hWnd, hItem, Flag), kNone, [&](int& line) {
-        line = 1;
-        return static_cast<ItemHandle>(Send(hWnd, TVM_GETNEXTITEM, Flag, hItem));
-    });
+    return Trapped(m_module, VARIABLES(hWnd, hItem, Flag),
+                   [&] { return static_cast<ItemHandle>(Send(hWnd, TVM_GETNEXTITEM, Flag, hItem)); });
 }
 
 ItemHandle TreeMessages::TreeView_GetParent(WindowHandle hWnd, ItemHandle hItem)
 {
-    return Trapped(m_module, L"TreeView_GetParent", VARIABLES(hWnd, hItem), kNone, [&](int& line) {
-        line = 1;
-        return TreeView_GetNextItem(hWnd, hItem, TVGN_PARENT);
-    });
+    return Trapped(m_module, VARIABLES(hWnd, hItem), [&] { return TreeView_GetNextItem(hWnd, hItem, TVGN_PARENT); });
 }
 
 ItemHandle TreeMessages::TreeView_GetDropHilight(WindowHandle hWnd)
 {
-    return Trapped(m_module, L"TreeView_GetDropHilight", VARIABLES(hWnd), kNone, [&](int& line) {
-        line = 1;
-        return TreeView_GetNextItem(hWnd, 0, TVGN_DROPHILITE);
-    });
+    return Trapped(m_module, VARIABLES(hWnd), [&] { return TreeView_GetNextItem(hWnd, 0, TVGN_DROPHILITE); });
 }
 
 ItemHandle TreeMessages::TreeView_GetRoot(WindowHandle hWnd)
 {
-    return Trapped(m_module, L"TreeView_GetRoot", VARIABLES(hWnd), kNone, [&](int& line) {
-        line = 1;
-        return TreeView_GetNextItem(hWnd, 0, TVGN_ROOT);
-    });
+    return Trapped(m_module, VARIABLES(hWnd), [&] { return TreeView_GetNextItem(hWnd, 0, TVGN_ROOT); });
 }
 
 bool TreeMessages::TreeView_Select(WindowHandle hWnd, ItemHandle hItem, unsigned code)
 {
-    return Trapped(m_module, L"TreeView_Select", VARIABLES(hWnd, hItem, code), kNone, [&](int& line) {
-        line = 1;
-        return Send(hWnd, TVM_SELECTITEM, code, hItem) != 0;
-    });
+    return Trapped(m_module, VARIABLES(hWnd, hItem, code),
+                   [&] { return Send(hWnd, TVM_SELECTITEM, code, hItem) != 0; });
 }
 
 bool TreeMessages::TreeView_SelectDropTarget(WindowHandle hWnd, ItemHandle hItem)
 {
-    return Trapped(m_module, L"TreeView_SelectDropTarget", VARIABLES(hWnd, hItem), kNone, [&](int& line) {
-        line = 1;
-        return TreeView_Select(hWnd, hItem, TVGN_DROPHILITE);
-    });
+    return Trapped(m_module, VARIABLES(hWnd, hItem), [&] { return TreeView_Select(hWnd, hItem, TVGN_DROPHILITE); });
 }
 
 bool TreeMessages::TreeView_GetItem(WindowHandle hWnd, TVITEM& pItem)
 {
-    return Trapped(m_module, L"TreeView_GetItem", VARIABLES(hWnd, pItem), kNone, [&](int& line) {
-        line = 1;
-        return SendRecord(hWnd, TVM_GETITEMA, 0, &pItem) != 0;
-    });
+    return Trapped(m_module, VARIABLES(hWnd, pItem), [&] { return SendRecord(hWnd, TVM_GETITEMA, 0, &pItem) != 0; });
 }
 
 bool TreeMessages::TreeView_SetItem(WindowHandle hWnd, TVITEM& pItem)
 {
-    return Trapped(m_module, L"TreeView_SetItem", VARIABLES(hWnd, pItem), kNone, [&](int& line) {
-        line = 1;
-        return SendRecord(hWnd, TVM_SETITEMA, 0, &pItem) != 0;
-    });
+    return Trapped(m_module, VARIABLES(hWnd, pItem), [&] { return SendRecord(hWnd, TVM_SETITEMA, 0, &pItem) != 0; });
 }
 
 ItemHandle TreeMessages::TreeView_HitTest(WindowHandle hWnd, TVHITTESTINFO& lpht)
 {
-    return Trapped(m_module, L"TreeView_HitTest", VARIABLES(hWnd, lpht), kNone, [&](int& line) {
-        line = 1;
-        return static_cast<ItemHandle>(SendRecord(hWnd, TVM_HITTEST, 0, &lpht));
-    });
+    return Trapped(m_module, VARIABLES(hWnd, lpht),
+                   [&] { return static_cast<ItemHandle>(SendRecord(hWnd, TVM_HITTEST, 0, &lpht)); });
 }
 
 ImageListHandle TreeMessages::TreeView_CreateDragImage(WindowHandle hWnd, ItemHandle hItem)
 {
-    return Trapped(m_module, L"TreeView_CreateDragImage", VARIABLES(hWnd, hItem), kNone, [&](int& line) {
-        line = 1;
-        return static_cast<ImageListHandle>(Send(hWnd, TVM_CREATEDRAGIMAGE, 0, hItem));
-    });
+    return Trapped(m_module, VARIABLES(hWnd, hItem),
+                   [&] { return static_cast<ImageListHandle>(Send(hWnd, TVM_CREATEDRAGIMAGE, 0, hItem)); });
 }
 
 }  // namespace sylvex
