@@ -17,13 +17,9 @@ public:
     }
 };
 
-constexpr long kChecked = -1;
-constexpr long kUnchecked = 0;
-constexpr long kMixed = 1;
-
-long Widened(bool checked)
+CheckState StateOf(bool checked)
 {
-    return checked ? kChecked : kUnchecked;
+    return checked ? CheckState::Checked : CheckState::Unchecked;
 }
 
 }  // namespace
@@ -58,15 +54,15 @@ void TreeSelect::TreeSelectiveCheck(Node& Node, bool Recursive)
         line = 3;
         if (!TreeCheckSibling(Node, Node.Checked())) {
             line = 4;
-            TreeSetParents(Node, kMixed);
+            TreeSetParents(Node, CheckState::Mixed);
         } else if (Recursive) {
             line = 5;
-            TreeSetParents(Node, Widened(Node.Checked()));
+            TreeSetParents(Node, StateOf(Node.Checked()));
         } else {
             // Without recursion a tick stands for one folder only, so the branch above is never wholly selected.
             line = 6;
             Node.SetBold(true);
-            TreeSetParents(Node, kMixed);
+            TreeSetParents(Node, CheckState::Mixed);
         }
         line = 7;
         m_context.TV.GetNodes().MarksWritten();
@@ -109,18 +105,19 @@ void TreeSelect::TreeSetChildren(Node& Node, bool bCheck, bool Recursive)
     });
 }
 
-void TreeSelect::TreeSetParents(Node& Node, long nCheck)
+void TreeSelect::TreeSetParents(Node& Node, CheckState state)
 {
+    auto nCheck = static_cast<long>(state);
     Trapped(*m_module, VARIABLES(Node, nCheck), [&](int& line) {
         InTreeSetParent() = true;
         if (Node.Parent() == nullptr) return;  // the flag stays set: no list is built for a tick on a root
         for (class Node* parent = Node.Parent(); parent != nullptr; parent = parent->Parent()) {
             line = 2;
-            if (nCheck == kChecked || nCheck == kUnchecked || nCheck == kMixed)
-                parent->WriteMarks(nCheck == kChecked, nCheck == kMixed);
+            parent->WriteMarks(state == CheckState::Checked, state == CheckState::Mixed);
             line = 3;
-            if (nCheck == kMixed) continue;
-            nCheck = TreeCheckSibling(*parent, parent->Checked()) ? Widened(parent->Checked()) : kMixed;
+            if (state == CheckState::Mixed) continue;
+            state = StateOfRow(*parent);
+            nCheck = static_cast<long>(state);
         }
         line = 4;
         InTreeSetParent() = false;
@@ -134,6 +131,36 @@ bool TreeSelect::TreeCheckSibling(Node& Node, bool bCheck)
             if (sibling->Bold() || sibling->Checked() != bCheck) return false;
         return true;
     });
+}
+
+/// The state that a node and its siblings give to their parent.
+CheckState TreeSelect::StateOfRow(Node& node)
+{
+    return TreeCheckSibling(node, node.Checked()) ? StateOf(node.Checked()) : CheckState::Mixed;
+}
+
+void TreeSelect::LostChild(Node& folder)
+{
+    if (!Recursive()) return ClearEmptied(folder);
+    if (Node* child = folder.Child()) return TreeSetParents(*child, StateOfRow(*child));
+    if (folder.Bold()) folder.WriteMarks(false, false);
+    if (folder.Parent() != nullptr) TreeSetParents(folder, StateOfRow(folder));
+}
+
+void TreeSelect::GainedChild(Node& moved)
+{
+    if (!Recursive() && !IsMarked(moved)) return;
+    TreeSetParents(moved, Recursive() ? StateOfRow(moved) : CheckState::Mixed);
+}
+
+/// Where a tick stands for one folder only, what was mixed for the sake of the lost child is mixed no more.
+void TreeSelect::ClearEmptied(Node& folder)
+{
+    for (Node* at = &folder; at != nullptr && at->Bold() && !at->Checked(); at = at->Parent()) {
+        for (const Node* child = at->Child(); child != nullptr; child = child->Next())
+            if (IsMarked(*child)) return;
+        at->WriteMarks(false, false);
+    }
 }
 
 }  // namespace sylvex

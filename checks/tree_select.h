@@ -8,6 +8,15 @@
 
 namespace sylvex {
 
+/// The state of a node's box, as reports number it.
+enum class CheckState : long { Checked = -1, Unchecked = 0, Mixed = 1 };
+
+/// True for a node that is ticked, or above one that is.
+inline bool IsMarked(const Node& node)
+{
+    return node.Checked() || node.Bold();
+}
+
 /// The module modTreeSelect: how a tick spreads through the tree.
 class TreeSelect {
 public:
@@ -21,12 +30,19 @@ public:
     /// Applies the node's box to what is loaded below it and to its ancestors.
     void TreeSelectiveCheck(Node& Node, bool Recursive);
     void TreeSetChildren(Node& Node, bool bCheck, bool Recursive);
-    /// `nCheck`: -1 checked, 0 unchecked, 1 mixed; any other value changes nothing at the first level.
-    void TreeSetParents(Node& Node, long nCheck);
+    /// Gives the state to the parent, and to those above it what follows from it.
+    void TreeSetParents(Node& Node, CheckState state);
     /// True when the node and all its siblings are plain and in state `bCheck`.
     bool TreeCheckSibling(Node& Node, bool bCheck);
 
+    /// Gives a folder that has lost a child, and those above it, the state that the others make.
+    void LostChild(Node& folder);
+    /// The same for the folder that the node has come to.
+    void GainedChild(Node& moved);
+
 private:
+    void ClearEmptied(Node& folder);
+    CheckState StateOfRow(Node& node);
     const Context& m_context;
     ChecksState& m_state;
     std::unique_ptr<Module> m_module;

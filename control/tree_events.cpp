@@ -21,7 +21,7 @@ void Sylvex::TV_Expand(Node& Node)
         line = 2;
         m_events.Expand(Node);
         line = 3;
-        if (m_drop.Arriving(*node)) return;
+        if (m_tree.IsArriving(*node)) return;
         blnChecked = node->Checked();
         line = 4;
         m_tree.LoadChildren(*node);

@@ -36,12 +36,4 @@ private:
     bool m_done = false;
 };
 
-/// True for a path that names one place whatever the current folder is: from a drive or a share on, each part a name.
-bool IsWholePath(const std::wstring& path);
-/// The path without the separator at its end, which only a drive's root keeps.
-std::wstring WithoutSeparator(const std::wstring& path);
-/// True for a text that can be the name of a file: without characters that the disk gives a meaning to, and with
-/// something beside full stops and blanks.
-bool IsFileName(std::wstring_view text);
-
 }  // namespace sylvex

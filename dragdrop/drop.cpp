@@ -1,16 +1,15 @@
 #include "dragdrop/drop.h"
 
 #include "dragdrop/drag_tree.h"
+#include "platform/path_names.h"
 #include "platform/text.h"
+#include "tree/relocation.h"
 
 namespace sylvex {
 
 namespace {
 
 constexpr short kMoveFlavor = 4;
-constexpr long kChecked = -1;
-constexpr long kUnchecked = 0;
-constexpr long kMixed = 1;
 
 /// Runs a statement now and another at the end of its scope, whatever happens between.
 template <class End>
@@ -24,11 +23,6 @@ public:
 private:
     End m_end;
 };
-
-bool IsMarked(const Node& node)
-{
-    return node.Checked() || node.Bold();
-}
 
 }  // namespace
 
@@ -94,7 +88,7 @@ const wchar_t* Drop::Refusal(const DropLocals& locals, Node& target)
     if (locals.hitemDest == items.TreeView_GetParent(tree, dragged)) return kOntoParent;
     if (items.AreTVItemsParentChild(tree, dragged, locals.hitemDest)) return kOntoSubfolder;
     if (!target.Key().empty() && !m_state.m_nodDrag->Key().empty()) return kFileOntoFile;
-    return RefusalByPath(DiskPathOf(*m_state.m_nodDrag), DiskPathOf(target));
+    return RefusalByPath(m_tree.DiskPathOf(*m_state.m_nodDrag), m_tree.DiskPathOf(target));
 }
 
 /// The same for a folder that the tree shows in two places, as the documents folder.
@@ -111,61 +105,25 @@ const wchar_t* Drop::RefusalByPath(const std::wstring& source, const std::wstrin
     return EqualName(regional, std::wstring_view(to).substr(0, below.size()), below) ? kOntoSubfolder : nullptr;
 }
 
-/// The node's place where it is known to be another than its texts tell, else its key when that is a path, otherwise
-/// its path without the separator at its end; empty for a node without a text, whose path would be that of its folder.
-std::wstring Drop::DiskPathOf(Node& node)
-{
-    const std::wstring place = m_tree.Places().Of(node);
-    if (!place.empty()) return place;
-    if (IsWholePath(node.Key())) return node.Key();
-    return node.Text().empty() ? std::wstring() : WithoutSeparator(m_tree.BuildFullPath(&node));
-}
-
 void Drop::Move(DropLocals& locals, const NodeRef& moved, const NodeRef& target, int& line)
 {
     line = 5;
-    locals.DropDestin = DiskPathOf(*target);
-    locals.DropSource = DiskPathOf(*moved);
+    locals.DropDestin = m_tree.DiskPathOf(*target);
+    locals.DropSource = m_tree.DiskPathOf(*moved);
     const NodeRef node = moved;
     const NodeRef oldParent(moved->Parent());
-    line = 6;
-    PutUnder(node, target);
-    line = 7;
-    Relocate(node, locals);
+    {
+        Relocation relocation(m_tree, *node, *target, locals.DropSource, locals.DropDestin);
+        line = 6;
+        relocation.PutUnder();
+        line = 7;
+        m_disk.WindowsDiskOps(locals.DropSource, locals.DropDestin, kMoveFlavor);
+        if (m_disk.Done()) relocation.Arrived();
+    }
     line = 8;
     Say(L"Successful drop of folder " + locals.DropSource + L"\ronto " + locals.DropDestin);
     line = 9;
     Settle(node.IfAlive(), oldParent.IfAlive(), locals.DropSource);
-}
-
-/// Has the disk follow the tree. Until it has, and where it does not, the node stands for the folder at the old place.
-void Drop::Relocate(const NodeRef& moved, const DropLocals& locals)
-{
-    const NodeRef node = moved;
-    DiskPlaces& places = m_tree.Places();
-    const std::wstring source = WithoutSeparator(locals.DropSource);
-    if (IsWholePath(source)) places.Note(*node, source);
-    m_tree.SetMoving(true);
-    const AtEnd arrived([this] { m_tree.SetMoving(false); });
-    m_disk.WindowsDiskOps(locals.DropSource, locals.DropDestin, kMoveFlavor);
-    if (!m_disk.Done()) return;
-    const std::wstring arrival = m_tree.QualifyPath(locals.DropDestin) + source.substr(source.rfind(L'\\') + 1);
-    places.Moved(source, arrival);
-    if (node) places.Settle(*node, arrival, m_tree.FolderOf(*node->Parent()) + node->Text());
-}
-
-/// Moves the node in the tree, and shows it there.
-void Drop::PutUnder(const NodeRef& moved, const NodeRef& target)
-{
-    const NodeRef node = moved;
-    const NodeRef folder = target;
-    // Read before the newcomer is there: a folder with a child would not be read any more.
-    folder->SetExpanded(true);
-    m_arriving = folder;
-    const AtEnd arrived([this] { m_arriving = NodeRef(); });
-    node->SetParent(*folder);
-    m_context.TV.SetSelectedItem(&*node);
-    node->EnsureVisible();
 }
 
 void Drop::Say(const std::wstring& text)
@@ -186,46 +144,12 @@ void Drop::Settle(Node* moved, Node* oldParent, const std::wstring& source)
     const auto isMarked = [](const Node* node) { return node != nullptr && IsMarked(*node); };
     const bool changesList = isMarked(moved) || isMarked(oldParent) || (moved && isMarked(moved->Parent()));
     if (oldParent != nullptr) {
-        RestoreButton(*oldParent);
-        m_checks.Recursive() ? FollowChildren(*oldParent) : ClearEmptied(*oldParent);
+        m_tree.RestoreButton(*oldParent);
+        m_checks.LostChild(*oldParent);
     }
-    if (moved != nullptr && (m_checks.Recursive() || IsMarked(*moved)))
-        m_checks.TreeSetParents(*moved, m_checks.Recursive() ? StateOfRow(*moved) : kMixed);
+    if (moved != nullptr) m_checks.GainedChild(*moved);
     m_context.TV.GetNodes().MarksWritten();
     if (changesList) m_owner.RebuildBoundList();
-}
-
-/// A folder that looks empty now but is not, since the move failed, can be opened again.
-void Drop::RestoreButton(Node& folder)
-{
-    const std::wstring path = m_tree.FolderOf(folder);
-    if (folder.Children() > 0 || !IsWholePath(path) || !m_tree.hasSubDirectory(path)) return;
-    m_context.TV.GetNodes().AddChild(folder, L"", 0).WriteMarks(folder.Checked(), false);
-}
-
-/// The state that a node and its siblings give to their parent.
-long Drop::StateOfRow(Node& node)
-{
-    if (!m_checks.TreeCheckSibling(node, node.Checked())) return kMixed;
-    return node.Checked() ? kChecked : kUnchecked;
-}
-
-/// Gives a folder that has lost a child, and those above it, the state that the others make.
-void Drop::FollowChildren(Node& folder)
-{
-    if (Node* child = folder.Child()) return m_checks.TreeSetParents(*child, StateOfRow(*child));
-    if (folder.Bold()) folder.WriteMarks(false, false);
-    if (folder.Parent() != nullptr) m_checks.TreeSetParents(folder, StateOfRow(folder));
-}
-
-/// The same where a tick stands for one folder only: what was mixed for the sake of the lost child is mixed no more.
-void Drop::ClearEmptied(Node& folder)
-{
-    for (Node* at = &folder; at != nullptr && at->Bold() && !at->Checked(); at = at->Parent()) {
-        for (Node* child = at->Child(); child != nullptr; child = child->Next())
-            if (IsMarked(*child)) return;
-        at->WriteMarks(false, false);
-    }
 }
 
 }  // namespace sylvex

@@ -28,22 +28,13 @@ public:
     /// A button has been released at `where`, in client pixels; without a drag nothing happens. `line` is the statement
     /// in error reports.
     void Released(Point where, DropLocals& locals, int& line);
-    /// True for the folder into which a dragged one is just being put: opening it reads and ticks nothing.
-    bool Arriving(const Node& folder) const { return &folder == m_arriving.IfAlive(); }
 
 private:
     void ActOn(const NodeRef& target, DropLocals& locals, int& line);
     const wchar_t* Refusal(const DropLocals& locals, Node& target);
     const wchar_t* RefusalByPath(const std::wstring& source, const std::wstring& target);
     void Move(DropLocals& locals, const NodeRef& moved, const NodeRef& target, int& line);
-    void PutUnder(const NodeRef& moved, const NodeRef& target);
-    void Relocate(const NodeRef& moved, const DropLocals& locals);
-    std::wstring DiskPathOf(Node& node);
     void Settle(Node* moved, Node* oldParent, const std::wstring& source);
-    void RestoreButton(Node& folder);
-    void FollowChildren(Node& folder);
-    void ClearEmptied(Node& folder);
-    long StateOfRow(Node& node);
     void Say(const std::wstring& text);
 
     const Context& m_context;
@@ -53,7 +44,6 @@ private:
     DragSession& m_session;
     DiskOperations& m_disk;
     DragOwner& m_owner;
-    NodeRef m_arriving;
 };
 
 }  // namespace sylvex

@@ -1,5 +1,7 @@
 #include "dragdrop/rename.h"
 
+#include "platform/path_names.h"
+
 namespace sylvex {
 
 namespace {

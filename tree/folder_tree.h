@@ -9,6 +9,8 @@
 
 namespace sylvex {
 
+class Relocation;
+
 /// The folder tree: its roots, the folders read when they are opened, and the paths of its nodes.
 class FolderTree {
 public:
@@ -33,9 +35,14 @@ public:
     DiskPlaces& Places() { return m_places; }
     /// The folder of a node, ending in a separator, as it has to be read.
     std::wstring FolderOf(const Node& node);
-    /// While a branch is on its way, what is below its folders is looked for at its old place (DiskPlaces has it) and
-    /// at the one that the tree shows.
-    void SetMoving(bool moving) { m_moving = moving; }
+    /// The node's place where it is known to be another than its texts tell, else its key when that is a path,
+    /// otherwise its path without the separator at its end; empty for a node without a text, whose path would be that
+    /// of its folder.
+    std::wstring DiskPathOf(Node& node);
+    /// True for the folder under which a Relocation is just putting its node: opening it reads and ticks nothing.
+    bool IsArriving(const Node& folder) const;
+    /// A folder that looks empty now but is not can be opened again.
+    void RestoreButton(Node& folder);
     /// Reads the node's folder and adds its subfolders, then its files, each group sorted by name.
     void EnumFilesUnder(Node& n);
     /// True when the folder (ending in a separator) holds a subfolder or a file that a pattern of the file filter
@@ -58,6 +65,7 @@ public:
     std::wstring GetResourceStringFromFile(const std::wstring& sModule, unsigned idString);
 
 private:
+    friend class Relocation;
     struct Listing;
     struct RootLocals;
     struct FolderLocals;
@@ -74,7 +82,7 @@ private:
     const Context& m_context;
     TreeState& m_state;
     DiskPlaces m_places;
-    bool m_moving = false;
+    Relocation* m_relocation = nullptr;  // the one under way
 };
 
 /// Text-compare pattern match with "*" and "?".

@@ -1,3 +1,4 @@
+#include "platform/path_names.h"
 #include "platform/text.h"
 #include "tree/folder_tree.h"
 
@@ -67,6 +68,14 @@ std::wstring FolderTree::FolderOf(const Node& node)
     const std::wstring place = m_places.Of(node);
     // A folder whose own name has a listed extension is a folder all the same.
     return QualifyPath(place.empty() ? BuildFullPath(&node) : place);
+}
+
+std::wstring FolderTree::DiskPathOf(Node& node)
+{
+    const std::wstring place = m_places.Of(node);
+    if (!place.empty()) return place;
+    if (IsWholePath(node.Key())) return node.Key();
+    return node.Text().empty() ? std::wstring() : WithoutSeparator(BuildFullPath(&node));
 }
 
 namespace {

@@ -66,7 +66,8 @@ FolderTree::FolderTree(const Context& context, TreeState& state)
     context.TV.GetNodes().SetPlaceholderQuestion([this](Node& node) {
         const std::wstring place = m_places.Of(node);
         if (!place.empty() && hasSubDirectory(QualifyPath(place))) return true;
-        if (!place.empty() && !m_moving) return false;
+        // A branch on its way is looked for at its old place and at the one that the tree shows.
+        if (!place.empty() && m_relocation == nullptr) return false;
         // Asked by the name under its folder, whatever the file filter makes of the paths of folders.
         return hasSubDirectory(QualifyPath(BuildFullPath(node.Parent())) + node.Text() + L"\\");
     });
