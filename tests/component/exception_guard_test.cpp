@@ -88,7 +88,7 @@ private:
 
 std::wstring Levels(const wchar_t* told)
 {
-    return std::wstring(L"Inner(7) ") + told + L"; Outer(0) 65535 Application-defined or object-defined error; ";
+    return std::wstring(L"Inner(7) ") + told + L"; Outer(1) 65535 Application-defined or object-defined error; ";
 }
 
 TEST(ExceptionGuard, FaultsBecomeNumberedErrorsAtEveryLevelAndLeaveNothingBehind)
