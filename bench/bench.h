@@ -88,8 +88,8 @@ private:
     Platform Services(bool iconsByType);
     std::shared_ptr<void> KeepAlive() override { return {}; }
     bool UserMode() override { return true; }
-    void PropertyChanged(const wchar_t*) override {}
-    bool MayChange(const wchar_t*) override { return true; }
+    void PropertyChanged(Property) override {}
+    bool MayChange(Property) override { return true; }
     void NodeCheck(Node&) override {}
     void NodeClick(Node&) override {}
     void Collapse(Node&) override {}

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <functional>
+
 #include "component/com/object.h"
+#include "component/com/values.h"
 #include "component/container/control_core.h"
 #include "component/container/ole_parts.h"
 
@@ -12,6 +15,8 @@ namespace sylvex {
 /// is the identity that `outer` keeps to itself.
 HRESULT CreateSylvexObject(IUnknown* outer, REFIID id, void** object) noexcept;
 
+#define SETTING(name, type, missing) SETTING_MEMBERS(name, type)
+
 /// The object of the class Sylvex: the members of its interface, the events (ConnectionPointsPart), and what a
 /// container needs (OleParts), all on one ControlCore. It runs on the thread that made it.
 class SylvexObject final : public AggregableObject<Dispatch<::_Sylvex>, ClassInfoWithEvents<::Sylvex, ::__Sylvex>,
@@ -20,57 +25,45 @@ public:
     /// Throws what the control's creation throws.
     explicit SylvexObject(IUnknown* outer) : AggregableObject(outer), m_core(*Outer()) {}
 
+    // The properties of plain values, and the settings of the tree
+    STDMETHODIMP get_hWnd(LONG* value) override { return Get(value, &Sylvex::hWnd); }
+    STDMETHODIMP put_hWnd(LONG value) override { return Let(value, &Sylvex::LethWnd); }
+    STDMETHODIMP get_PathSeparator(BSTR* value) override { return Get(value, &Sylvex::PathSeparator); }
+    STDMETHODIMP put_PathSeparator(BSTR value) override { return Let(value, &Sylvex::LetPathSeparator); }
+    STDMETHODIMP get_FileFilter(BSTR* value) override { return Get(value, &Sylvex::FileFilter); }
+    STDMETHODIMP put_FileFilter(BSTR value) override { return Let(value, &Sylvex::LetFileFilter); }
+    STDMETHODIMP get_DragDropEnable(VARIANT_BOOL* value) override { return Get(value, &Sylvex::DragDropEnable); }
+    STDMETHODIMP put_DragDropEnable(VARIANT_BOOL value) override { return Let(value, &Sylvex::LetDragDropEnable); }
+    STDMETHODIMP get_Path(BSTR* value) override { return Get(value, &Sylvex::Path); }
+    STDMETHODIMP put_Path(BSTR value) override { return Let(value, &Sylvex::LetPath); }
+    STDMETHODIMP get_RecursiveCheck(VARIANT_BOOL* value) override { return Get(value, &Sylvex::RecursiveCheck); }
+    STDMETHODIMP put_RecursiveCheck(VARIANT_BOOL value) override { return Let(value, &Sylvex::LetRecursiveCheck); }
+    STDMETHODIMP get_BuildFileListFilter(BSTR* value) override { return Get(value, &Sylvex::BuildFileListFilter); }
+    STDMETHODIMP put_BuildFileListFilter(BSTR value) override { return Let(value, &Sylvex::LetBuildFileListFilter); }
+#include "control/properties.def"
+
+    // The properties that are objects, or the surface's
+    STDMETHODIMP put_ImageList(VARIANT* list) override;
+    STDMETHODIMP get_Font(IFontDisp** value) override;
+    STDMETHODIMP putref_Font(IFontDisp* font) override;
+    STDMETHODIMP get_MouseIcon(IPictureDisp** value) override;
+    STDMETHODIMP putref_MouseIcon(IPictureDisp* picture) override;
+    STDMETHODIMP get_Picture(IPictureDisp** value) override;
+    STDMETHODIMP putref_Picture(IPictureDisp* picture) override;
+    STDMETHODIMP get_BackColor(OLE_COLOR* value) override;
+    STDMETHODIMP put_BackColor(OLE_COLOR color) override;
+    STDMETHODIMP get_SelectedItem(INode** value) override;
+    STDMETHODIMP put_SelectedItem(INode* node) override;
+    STDMETHODIMP get_TreeView(VARIANT* value) override;
+    STDMETHODIMP get_ReqListView(VARIANT* value) override;
+    STDMETHODIMP putref_ReqListView(VARIANT list) override;
+
+    // The methods
     STDMETHODIMP Enumerate() override;
     STDMETHODIMP SetNodeVisible() override;
-    STDMETHODIMP put_ImageList(VARIANT* New_ImageList) override;
     STDMETHODIMP Clear() override;
     STDMETHODIMP BuildFullPath(INode* nod, BSTR* result) override;
-    STDMETHODIMP get_hWnd(LONG* value) override;
-    STDMETHODIMP put_hWnd(LONG New_hWnd) override;
-    STDMETHODIMP get_Appearance(AppearanceConstants* value) override;
-    STDMETHODIMP put_Appearance(AppearanceConstants New_Appearance) override;
-    STDMETHODIMP get_BorderStyle(BorderLineStyle* value) override;
-    STDMETHODIMP put_BorderStyle(BorderLineStyle New_BorderStyle) override;
-    STDMETHODIMP get_Checkboxes(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_Checkboxes(VARIANT_BOOL New_Checkboxes) override;
-    STDMETHODIMP get_Enabled(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_Enabled(VARIANT_BOOL New_Enabled) override;
-    STDMETHODIMP get_Font(IFontDisp** value) override;
-    STDMETHODIMP putref_Font(IFontDisp* New_Font) override;
-    STDMETHODIMP get_FullRowSelect(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_FullRowSelect(VARIANT_BOOL New_FullRowSelect) override;
-    STDMETHODIMP get_HideSelection(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_HideSelection(VARIANT_BOOL New_HideSelection) override;
-    STDMETHODIMP get_HotTracking(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_HotTracking(VARIANT_BOOL New_HotTracking) override;
-    STDMETHODIMP get_LabelEdit(LabelEditConstants* value) override;
-    STDMETHODIMP put_LabelEdit(LabelEditConstants New_LabelEdit) override;
-    STDMETHODIMP get_LineStyle(TreeLineStyleConstants* value) override;
-    STDMETHODIMP put_LineStyle(TreeLineStyleConstants New_LineStyle) override;
-    STDMETHODIMP get_MouseIcon(IPictureDisp** value) override;
-    STDMETHODIMP putref_MouseIcon(IPictureDisp* New_MouseIcon) override;
-    STDMETHODIMP get_MousePointer(MousePointerConstants* value) override;
-    STDMETHODIMP put_MousePointer(MousePointerConstants New_MousePointer) override;
-    STDMETHODIMP get_PathSeparator(BSTR* value) override;
-    STDMETHODIMP put_PathSeparator(BSTR New_PathSeparator) override;
-    STDMETHODIMP get_FileFilter(BSTR* value) override;
-    STDMETHODIMP put_FileFilter(BSTR New_FileFilter) override;
-    STDMETHODIMP get_Picture(IPictureDisp** value) override;
-    STDMETHODIMP putref_Picture(IPictureDisp* New_Picture) override;
-    STDMETHODIMP get_DragDropEnable(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_DragDropEnable(VARIANT_BOOL New_DragDropEnable) override;
-    STDMETHODIMP get_BackColor(OLE_COLOR* value) override;
-    STDMETHODIMP put_BackColor(OLE_COLOR New_BackColor) override;
-    STDMETHODIMP get_Path(BSTR* value) override;
-    STDMETHODIMP put_Path(BSTR New_Path) override;
     STDMETHODIMP Refresh() override;
-    STDMETHODIMP get_SelectedItem(INode** value) override;
-    STDMETHODIMP put_SelectedItem(INode* New_SelectedItem) override;
-    STDMETHODIMP get_TreeView(VARIANT* value) override;
-    STDMETHODIMP get_RecursiveCheck(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_RecursiveCheck(VARIANT_BOOL New_RecursiveCheck) override;
-    STDMETHODIMP get_ReqListView(VARIANT* value) override;
-    STDMETHODIMP putref_ReqListView(VARIANT New_ReqListView) override;
     STDMETHODIMP CheckNodeSelective(INode** Node, VARIANT_BOOL* result) override;
     STDMETHODIMP FreezeCtl(VARIANT_BOOL* bFreeze, VARIANT* result) override;
     STDMETHODIMP BuildFileList(INode** pNode, VARIANT_BOOL* RecursiveCall) override;
@@ -79,34 +72,56 @@ public:
     STDMETHODIMP AssignSysIL(VARIANT_BOOL* result) override;
     STDMETHODIMP CVC(BSTR* ValToConvert, CURRENCY* result) override;
     STDMETHODIMP ReturnFileName(BSTR Arq, BSTR* result) override;
-    STDMETHODIMP get_BuildFileListFilter(BSTR* value) override;
-    STDMETHODIMP put_BuildFileListFilter(BSTR New_BuildFileListFilter) override;
 
 private:
     ~SylvexObject() override = default;
 
     // ControlPart, for each part that inherits it
-    ControlCore& Core() override { return m_core; }
-    IUnknown* Identity() override { return Outer(); }
+    ControlCore& Core() override
+    {
+        return m_core;
+    }
+    IUnknown* Identity() override
+    {
+        return Outer();
+    }
 
     /// Runs a member on the control. The host may let go of the control in an event that the member raises.
     template <class Body>
-    HRESULT Member(Body&& body) noexcept;
-    template <class Read>
-    HRESULT GetText(BSTR* value, Read&& read) noexcept;
-    template <class Read>
-    HRESULT GetFlag(VARIANT_BOOL* value, Read&& read) noexcept;
+    HRESULT Member(Body&& body) noexcept
+    {
+        return Border(Outer(), __uuidof(::_Sylvex), [&] { return body(m_core.Used()); });
+    }
+    /// Gives what `read`, a member of the control or a function on it, answers.
+    template <class Value, class Read>
+    HRESULT Get(Value* value, Read&& read) noexcept
+    {
+        return Member([&](Sylvex& control) { Give(value, [&] { return std::invoke(read, control); }); });
+    }
+    template <class Value, class Parameter>
+    HRESULT Let(Value value, void (Sylvex::*write)(Parameter)) noexcept
+    {
+        return Member([&](Sylvex& control) { (control.*write)(Given(value)); });
+    }
     template <class Value>
-    HRESULT GetSetting(TreeSetting setting, Value* value) noexcept;
-    HRESULT LetSetting(TreeSetting setting, int value) noexcept;
-    HRESULT GetFlagSetting(TreeSetting setting, VARIANT_BOOL* value) noexcept;
-    HRESULT LetFlagSetting(TreeSetting setting, VARIANT_BOOL value) noexcept;
+    HRESULT GetSetting(TreeSetting setting, Value* value) noexcept
+    {
+        return Get(value, [&](Sylvex& control) { return control.Setting(setting); });
+    }
+    template <class Value>
+    HRESULT LetSetting(TreeSetting setting, Value value) noexcept
+    {
+        return Member([&](Sylvex& control) { control.LetSetting(setting, Given(value)); });
+    }
     /// Writes a property of the surface with the notices that belong to it.
     template <class Write>
-    HRESULT LetSurface(DISPID property, Write&& write) noexcept;
+    HRESULT LetSurface(Property property, Write&& write) noexcept;
     /// The node behind an argument.
     GivenNode NodeOf(INode* node);
-    GivenNode NodeOf(INode** node) { return NodeOf(node ? *node : nullptr); }
+    GivenNode NodeOf(INode** node)
+    {
+        return NodeOf(node ? *node : nullptr);
+    }
 
     ControlCore m_core;
 };

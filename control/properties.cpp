@@ -4,20 +4,15 @@ namespace sylvex {
 
 namespace {
 
-/// Names of the properties behind TreeSetting, in its order.
-constexpr const wchar_t* kSettingNames[] = {L"Appearance",    L"BorderStyle",   L"Checkboxes",  L"Enabled",
-                                            L"FullRowSelect", L"HideSelection", L"HotTracking", L"LabelEdit",
-                                            L"LineStyle",     L"MousePointer"};
-
 /// The new value of a property as a parameter of its report: New_ and the property's name.
 template <class Value>
 struct NewValue {
-    const wchar_t* name;
+    Property property;
     const Value& value;
     void DumpTo(Dump& dump) const
     {
         std::string parameter = "New_";
-        for (const wchar_t* at = name; *at != L'\0'; ++at)
+        for (const wchar_t* at = NameOf(property); *at != L'\0'; ++at)
             parameter += static_cast<char>(*at);
         dump.Add(parameter, value);
     }
@@ -34,13 +29,13 @@ auto Sylvex::Get(const wchar_t* name, Read&& read)
 
 /// Writes a property likewise, asking the host before and telling it after.
 template <class Value, class Write>
-void Sylvex::Let(const wchar_t* name, const Value& value, Write&& write)
+void Sylvex::Let(Property property, const Value& value, Write&& write)
 {
-    Trapped(m_state, name, NewValue<Value>{name, value}, [&](int& line) {
-        if (!m_container.MayChange(name)) return;
+    Trapped(m_state, NameOf(property), NewValue<Value>{property, value}, [&](int& line) {
+        if (!m_container.MayChange(property)) return;
         write();
         line = 2;
-        m_container.PropertyChanged(name);
+        m_container.PropertyChanged(property);
     });
 }
 
@@ -54,11 +49,11 @@ void Sylvex::LetPath(const std::wstring& New_Path)
     FileEntry W32FD;
     Trapped(m_state, L"Path", VARIABLES(New_Path), VARIABLES(W32FD), [&](int& line) {
         if (!m_navigation.FileExistsW32FD(New_Path, W32FD)) return;
-        if (!m_container.MayChange(L"Path")) return;
+        if (!m_container.MayChange(Property::Path)) return;
         line = 2;
         m_state.navigation.m_Path = New_Path;
         line = 3;
-        m_container.PropertyChanged(L"Path");
+        m_container.PropertyChanged(Property::Path);
         line = 4;
         m_navigation.SetNodeVisible();
         if (!m_list.IsBound()) return;
@@ -70,10 +65,10 @@ void Sylvex::LetPath(const std::wstring& New_Path)
 void Sylvex::SetReqListView(const std::shared_ptr<ListView>& New_ReqListView)
 {
     Trapped(m_state, L"ReqListView", VARIABLES(New_ReqListView), [&](int& line) {
-        if (!m_container.MayChange(L"ReqListView")) return;
+        if (!m_container.MayChange(Property::ReqListView)) return;
         m_list.Binding().Bind(New_ReqListView);
         line = 2;
-        m_container.PropertyChanged(L"ReqListView");
+        m_container.PropertyChanged(Property::ReqListView);
     });
 }
 
@@ -85,17 +80,17 @@ WindowHandle Sylvex::hWnd()
 void Sylvex::LethWnd(long New_hWnd)
 {
     if (m_container.UserMode()) throw ReadOnlyAtRunTime();  // outside the trap: it reaches the host unreported
-    Let(L"hWnd", New_hWnd, [&] { m_state.m_hWnd = New_hWnd; });
+    Let(Property::hWnd, New_hWnd, [&] { m_state.m_hWnd = New_hWnd; });
 }
 
 int Sylvex::Setting(TreeSetting setting)
 {
-    return Get(kSettingNames[static_cast<std::size_t>(setting)], [&] { return m_TV.Setting(setting); });
+    return Get(NameOf(PropertyOf(setting)), [&] { return m_TV.Setting(setting); });
 }
 
 void Sylvex::LetSetting(TreeSetting setting, int value)
 {
-    Let(kSettingNames[static_cast<std::size_t>(setting)], value, [&] { m_TV.SetSetting(setting, value); });
+    Let(PropertyOf(setting), value, [&] { m_TV.SetSetting(setting, value); });
 }
 
 ObjectRef Sylvex::Font()
@@ -105,7 +100,7 @@ ObjectRef Sylvex::Font()
 
 void Sylvex::SetFont(const ObjectRef& New_Font)
 {
-    Let(L"Font", New_Font, [&] { m_TV.SetFont(New_Font); });
+    Let(Property::Font, New_Font, [&] { m_TV.SetFont(New_Font); });
 }
 
 ObjectRef Sylvex::MouseIcon()
@@ -115,7 +110,7 @@ ObjectRef Sylvex::MouseIcon()
 
 void Sylvex::SetMouseIcon(const ObjectRef& New_MouseIcon)
 {
-    Let(L"MouseIcon", New_MouseIcon, [&] { m_TV.SetMouseIcon(New_MouseIcon); });
+    Let(Property::MouseIcon, New_MouseIcon, [&] { m_TV.SetMouseIcon(New_MouseIcon); });
 }
 
 std::wstring Sylvex::PathSeparator()
@@ -125,7 +120,7 @@ std::wstring Sylvex::PathSeparator()
 
 void Sylvex::LetPathSeparator(const std::wstring& New_PathSeparator)
 {
-    Let(L"PathSeparator", New_PathSeparator, [&] { m_TV.GetNodes().SetPathSeparator(New_PathSeparator); });
+    Let(Property::PathSeparator, New_PathSeparator, [&] { m_TV.GetNodes().SetPathSeparator(New_PathSeparator); });
 }
 
 std::wstring Sylvex::FileFilter()
@@ -135,7 +130,7 @@ std::wstring Sylvex::FileFilter()
 
 void Sylvex::LetFileFilter(const std::wstring& New_FileFilter)
 {
-    Let(L"FileFilter", New_FileFilter, [&] { m_state.tree.m_FileFilter = New_FileFilter; });
+    Let(Property::FileFilter, New_FileFilter, [&] { m_state.tree.m_FileFilter = New_FileFilter; });
 }
 
 bool Sylvex::DragDropEnable()
@@ -145,7 +140,7 @@ bool Sylvex::DragDropEnable()
 
 void Sylvex::LetDragDropEnable(bool New_DragDropEnable)
 {
-    Let(L"DragDropEnable", New_DragDropEnable, [&] {
+    Let(Property::DragDropEnable, New_DragDropEnable, [&] {
         m_state.drag.m_DragDropEnable = New_DragDropEnable;
         if (!New_DragDropEnable) m_drag.Cancel();
     });
@@ -158,7 +153,7 @@ bool Sylvex::RecursiveCheck()
 
 void Sylvex::LetRecursiveCheck(bool New_RecursiveCheck)
 {
-    Let(L"RecursiveCheck", New_RecursiveCheck, [&] { m_state.checks.m_RecursiveCheck = New_RecursiveCheck; });
+    Let(Property::RecursiveCheck, New_RecursiveCheck, [&] { m_state.checks.m_RecursiveCheck = New_RecursiveCheck; });
 }
 
 Node* Sylvex::SelectedItem()
@@ -174,7 +169,7 @@ void Sylvex::LetSelectedItem(const GivenNode& New_SelectedItem)
 
 void Sylvex::LetImageList(ImageListHandle New_ImageList)
 {
-    Let(L"ImageList", New_ImageList, [&] { m_TV.SetImageListHandle(New_ImageList); });
+    Let(Property::ImageList, New_ImageList, [&] { m_TV.SetImageListHandle(New_ImageList); });
 }
 
 std::wstring Sylvex::BuildFileListFilter()
@@ -184,7 +179,7 @@ std::wstring Sylvex::BuildFileListFilter()
 
 void Sylvex::LetBuildFileListFilter(const std::wstring& New_BuildFileListFilter)
 {
-    Let(L"BuildFileListFilter", New_BuildFileListFilter,
+    Let(Property::BuildFileListFilter, New_BuildFileListFilter,
         [&] { m_list.LetBuildFileListFilter(New_BuildFileListFilter); });
 }
 

@@ -7,6 +7,7 @@
 #include "checks/tree_select.h"
 #include "control/control_state.h"
 #include "control/given_node.h"
+#include "control/property.h"
 #include "dragdrop/drop.h"
 #include "dragdrop/rename.h"
 #include "filelist/file_list.h"
@@ -46,9 +47,9 @@ public:
     /// True at run time, false while the host is being designed.
     virtual bool UserMode() = 0;
     /// Tells the host that a property has changed.
-    virtual void PropertyChanged(const wchar_t* name) = 0;
+    virtual void PropertyChanged(Property property) = 0;
     /// True when the host lets the property change now.
-    virtual bool MayChange(const wchar_t* name) = 0;
+    virtual bool MayChange(Property property) = 0;
 };
 
 /// The control: a folder and file selector. Composes the subsystems; every public member runs under the error trap,
@@ -146,7 +147,7 @@ private:
     template <class Read>
     auto Get(const wchar_t* name, Read&& read);
     template <class Value, class Write>
-    void Let(const wchar_t* name, const Value& value, Write&& write);
+    void Let(Property property, const Value& value, Write&& write);
 
     Platform& m_platform;
     Container& m_container;

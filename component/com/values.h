@@ -21,6 +21,52 @@ inline LONG LongOf(std::uintptr_t handle)
     return static_cast<LONG>(handle);
 }
 
+/// Gives the caller of a member what `read` answers, in the type of automation: a flag, a text that the caller owns, a
+/// number or an enumeration.
+template <class Automation, class Read>
+void Give(Automation* value, Read&& read)
+{
+    if constexpr (std::is_same_v<Automation, BSTR>) {
+        Checked(value) = nullptr;
+        *value = TextOf(read());
+    } else if constexpr (std::is_same_v<Automation, VARIANT_BOOL>) {
+        Checked(value) = BoolOf(read());
+    } else {
+        Checked(value) = static_cast<Automation>(read());
+    }
+}
+
+/// What a host writes to a property.
+inline std::wstring Given(BSTR value)
+{
+    return std::wstring(ViewOf(value));
+}
+inline bool Given(VARIANT_BOOL value)
+{
+    return value != VARIANT_FALSE;
+}
+inline LONG Given(LONG value)
+{
+    return value;
+}
+template <class Enumeration>
+requires std::is_enum_v<Enumeration>
+int Given(Enumeration value)
+{
+    return value;
+}
+
+/// The members of an interface for a setting of a tree, by GetSetting and LetSetting of the class that has them.
+#define SETTING_MEMBERS(name, type)                  \
+    STDMETHODIMP get_##name(type* value) override    \
+    {                                                \
+        return GetSetting(TreeSetting::name, value); \
+    }                                                \
+    STDMETHODIMP put_##name(type value) override     \
+    {                                                \
+        return LetSetting(TreeSetting::name, value); \
+    }
+
 /// Any value as a text, empty when it was left out; raises 13 when it has none.
 std::wstring TextOf(const VARIANT& value);
 

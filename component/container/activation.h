@@ -17,7 +17,6 @@ public:
     Activation& operator=(const Activation&) = delete;
 
     bool InPlace() const { return static_cast<bool>(m_site); }
-    bool HasInterface() const { return m_hasInterface; }
     /// Whether it has ever been in place.
     bool WasInPlace() const { return m_wasInPlace; }
     /// Keeps the container's frame still while the result lives, and whatever else is opened meanwhile; null while the

@@ -2,21 +2,21 @@
 
 #include "component/com/fonts.h"
 #include "component/com/object_ref.h"
-#include "component/com/typeinfo.h"
 #include "platform/win32/handles.h"
+
+#include "SylvexControl_h.h"
 
 namespace sylvex {
 
 namespace {
 
-/// The number of a property of the control; DISPID_UNKNOWN when it has none of this name.
-DISPID PropertyOf(const wchar_t* name)
+constexpr DISPID IdentifierOf(Property property)
 {
-    DISPID property = DISPID_UNKNOWN;
-    // The platform does not write to the name.
-    LPOLESTR asked = const_cast<LPOLESTR>(name);
-    FindMembers(__uuidof(::_Sylvex), IID_NULL, &asked, 1, &property);
-    return property;
+    constexpr DISPID identifiers[] = {
+#define PROPERTY(name) dispid##name,
+#include "control/properties.def"
+    };
+    return identifiers[static_cast<std::size_t>(property)];
 }
 
 }  // namespace
@@ -111,26 +111,16 @@ ComPtr<IFontDisp> ControlCore::AmbientFont() const
     return font ? font : FontLike(nullptr);
 }
 
-void ControlCore::Notify(DISPID property)
+void ControlCore::PropertyChanged(Property property)
 {
     m_dirty = true;
-    m_points.Changed(property);
+    m_points.Changed(IdentifierOf(property));
     if (m_observer) m_observer->ViewChanged();
 }
 
-bool ControlCore::MayChange(DISPID property)
+bool ControlCore::MayChange(Property property)
 {
-    return m_points.MayChange(property);
-}
-
-void ControlCore::PropertyChanged(const wchar_t* name)
-{
-    Notify(PropertyOf(name));
-}
-
-bool ControlCore::MayChange(const wchar_t* name)
-{
-    return m_points.MayChange(PropertyOf(name));
+    return m_points.MayChange(IdentifierOf(property));
 }
 
 void ControlCore::FreezeEvents(bool freeze)
@@ -250,7 +240,7 @@ void ControlCore::FontChanged() noexcept
     try {
         const std::shared_ptr<void> alive = KeepAlive();
         Tree().SetFont(ObjectRef(Tree().Font()));
-        PropertyChanged(L"Font");
+        PropertyChanged(Property::Font);
     } catch (...) {  // who changes a font object hears nothing of those that follow it
     }
 }

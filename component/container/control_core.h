@@ -52,8 +52,6 @@ public:
     void InitNew();
     /// The control's properties come from what was saved; whoever loads them writes them.
     void Loaded() { m_initialised = true; }
-    /// Whether somebody has initialised the control.
-    bool Initialised() const { return m_initialised; }
     /// A reference to the object. When it is the last one, the object goes once the window calls under way are over.
     std::shared_ptr<void> KeepAlive() override;
     Platform& Services() { return m_platform.Get(); }
@@ -73,9 +71,9 @@ public:
     /// The container's ambient font, or a new one like the system's own; empty only when the platform makes none.
     ComPtr<IFontDisp> AmbientFont() const;
     /// Tells all who listen that a property has changed, and that the control has to be saved.
-    void Notify(DISPID property);
+    void PropertyChanged(Property property) override;
     /// False when somebody who listens wants the property to keep its value.
-    bool MayChange(DISPID property);
+    bool MayChange(Property property) override;
     /// Whether the control has to be saved.
     bool Dirty() const { return m_dirty; }
     void SetDirty(bool dirty) { m_dirty = dirty; }
@@ -116,10 +114,6 @@ public:
     void FollowFont();
 
 private:
-    // Container
-    void PropertyChanged(const wchar_t* name) override;
-    bool MayChange(const wchar_t* name) override;
-
     // SylvexEvents
     void NodeCheck(Node& node) override;
     void NodeClick(Node& node) override;

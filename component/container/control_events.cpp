@@ -1,23 +1,10 @@
 #include "component/container/control_core.h"
 
+#include "SylvexControl_h.h"
+
 namespace sylvex {
 
 namespace {
-
-// Numbers of the events that are raised.
-enum Event : DISPID {
-    kNodeCheck = 2,
-    kNodeClick = 3,
-    kCollapse = 6,
-    kDblClick = 7,
-    kExpand = 8,
-    kKeyDown = 9,
-    kKeyPress = 10,
-    kKeyUp = 11,
-    kMouseUp = 12,
-    kMouseMove = 13,
-    kMouseDown = 14
-};
 
 VARIANT Reference(short& value)
 {
@@ -69,58 +56,58 @@ void ControlCore::FireMouse(DISPID event, short button, short shift, Point where
 
 void ControlCore::NodeCheck(Node& node)
 {
-    FireNode(kNodeCheck, node);
+    FireNode(dispidNodeCheck, node);
 }
 
 void ControlCore::NodeClick(Node& node)
 {
-    FireNode(kNodeClick, node);
+    FireNode(dispidNodeClick, node);
 }
 
 void ControlCore::Collapse(Node& node)
 {
-    FireNode(kCollapse, node);
+    FireNode(dispidCollapse, node);
 }
 
 void ControlCore::DblClick()
 {
-    Fire(kDblClick, {});
+    Fire(dispidDblClick, {});
 }
 
 void ControlCore::Expand(Node& node)
 {
-    FireNode(kExpand, node);
+    FireNode(dispidExpand, node);
 }
 
 void ControlCore::KeyDown(short& keyCode, short& shift)
 {
-    FireKey(kKeyDown, keyCode, shift);
+    FireKey(dispidKeyDown, keyCode, shift);
 }
 
 void ControlCore::KeyPress(short& keyAscii)
 {
     VARIANT argument = Reference(keyAscii);
-    Fire(kKeyPress, {&argument, 1});
+    Fire(dispidKeyPress, {&argument, 1});
 }
 
 void ControlCore::KeyUp(short& keyCode, short& shift)
 {
-    FireKey(kKeyUp, keyCode, shift);
+    FireKey(dispidKeyUp, keyCode, shift);
 }
 
 void ControlCore::MouseUp(short button, short shift, Point where)
 {
-    FireMouse(kMouseUp, button, shift, where);
+    FireMouse(dispidMouseUp, button, shift, where);
 }
 
 void ControlCore::MouseMove(short button, short shift, Point where)
 {
-    FireMouse(kMouseMove, button, shift, where);
+    FireMouse(dispidMouseMove, button, shift, where);
 }
 
 void ControlCore::MouseDown(short button, short shift, Point where)
 {
-    FireMouse(kMouseDown, button, shift, where);
+    FireMouse(dispidMouseDown, button, shift, where);
 }
 
 }  // namespace sylvex

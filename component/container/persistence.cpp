@@ -34,7 +34,8 @@ Variant ReadObjectEntry(IPropertyBag& bag, const SavedProperty& property, IError
 // Empty when the bag has no such entry. Who takes any type gets what there is: bags convert less than the control.
 Variant ReadEntry(IPropertyBag& bag, const SavedProperty& property, IErrorLog* errors)
 {
-    if (property.kind != SavedKind::Plain) return ReadObjectEntry(bag, property, errors);
+    const bool isPlain = property.kind == SavedKind::Number || property.kind == SavedKind::Text;
+    if (!isPlain) return ReadObjectEntry(bag, property, errors);
     Variant value;
     return SUCCEEDED(bag.Read(property.name, &value.Get(), errors)) && !IsObject(value) ? value : Variant();
 }

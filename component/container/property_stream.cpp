@@ -65,25 +65,25 @@ Variant ReadText(IStream& stream)
 
 void WriteValue(IStream& stream, const SavedProperty& property, const VARIANT& value)
 {
-    switch (property.type) {
-        case VT_BSTR:
-            return WriteText(stream, ViewOf(V_BSTR(&value)));
-        case VT_UNKNOWN:
-            return WriteObject(stream, property.kind, V_UNKNOWN(&value));
-        default:
+    switch (property.kind) {
+        case SavedKind::Number:
             return Write(stream, static_cast<std::int32_t>(NumberIn(value)));
+        case SavedKind::Text:
+            return WriteText(stream, ViewOf(V_BSTR(&value)));
+        default:
+            return WriteObject(stream, property.kind, V_UNKNOWN(&value));
     }
 }
 
 Variant ReadValue(IStream& stream, const SavedProperty& property)
 {
-    switch (property.type) {
-        case VT_BSTR:
-            return ReadText(stream);
-        case VT_UNKNOWN:
-            return ReadObject(stream, property.kind);
-        default:
+    switch (property.kind) {
+        case SavedKind::Number:
             return Variant(static_cast<long>(Read<std::int32_t>(stream)));
+        case SavedKind::Text:
+            return ReadText(stream);
+        default:
+            return ReadObject(stream, property.kind);
     }
 }
 

@@ -1,109 +1,71 @@
 #include "component/container/property_table.h"
 
-#include <limits>
+#include <concepts>
+#include <type_traits>
 
 #include "component/com/fonts.h"
 #include "component/com/object_ref.h"
 #include "component/container/ambient.h"
 #include "component/container/property_values.h"
 
+#include "SylvexControl_h.h"
+
 namespace sylvex {
 
 namespace {
 
-constexpr OLE_COLOR kButtonFace = 0x8000000F;
+/// What a container keeps of a property of a type of automation.
+template <class Type>
+constexpr SavedKind kKind = SavedKind::Number;
+template <>
+constexpr SavedKind kKind<BSTR> = SavedKind::Text;
+template <>
+constexpr SavedKind kKind<IFontDisp> = SavedKind::Font;
+template <>
+constexpr SavedKind kKind<IPictureDisp> = SavedKind::Picture;
 
-template <short value>
-Variant Short(ControlCore&)
+constexpr struct {
+} AmbientFont;
+
+Variant Standard(ControlCore&, std::integral auto number)
 {
-    return ShortValue(value);
+    return ShortValue(static_cast<long>(number));
 }
-
-template <bool value>
-Variant Flag(ControlCore&)
+Variant Standard(ControlCore&, const wchar_t* text)
 {
-    return Variant(value);
+    return Variant(std::wstring_view(text));
 }
-
-Variant NoObject(ControlCore&)
+Variant Standard(ControlCore&, std::nullptr_t)
 {
     return ObjectValue(nullptr);
 }
-
-Variant NoText(ControlCore&)
-{
-    return Variant(std::wstring_view());
-}
-
-Variant Backslash(ControlCore&)
-{
-    return Variant(std::wstring_view(L"\\"));
-}
-
-Variant AmbientFontValue(ControlCore& core)
+Variant Standard(ControlCore& core, decltype(AmbientFont))
 {
     return ObjectValue(CopyOfAmbientFont(core).Get());
 }
 
-Variant ButtonFace(ControlCore&)
+template <TreeSetting setting, class Type>
+Variant GetSetting(ControlCore& core)
 {
-    return Variant(static_cast<long>(kButtonFace));
+    const int value = core.Control().Tree().Setting(setting);
+    return std::is_same_v<Type, VARIANT_BOOL> ? Variant(value != 0) : ShortValue(value);
 }
 
-template <TreeSetting setting>
-Variant GetNumber(ControlCore& core)
+template <TreeSetting setting, class Type>
+void SetSetting(ControlCore& core, const VARIANT& value)
 {
-    return ShortValue(core.Control().Tree().Setting(setting));
+    const bool isFlag = std::is_same_v<Type, VARIANT_BOOL>;
+    core.Control().Tree().SetSetting(setting, isFlag ? FlagIn(value) : NumberIn(value));
 }
 
-template <TreeSetting setting>
-void SetNumber(ControlCore& core, const VARIANT& value)
+Variant GethWnd(ControlCore& core)
 {
-    core.Control().Tree().SetSetting(setting, NumberIn(value));
+    return ShortValue(core.Control().State().m_hWnd);
 }
 
-template <TreeSetting setting>
-Variant GetFlag(ControlCore& core)
-{
-    return Variant(core.Control().Tree().Setting(setting) != 0);
-}
-
-template <TreeSetting setting>
-void SetFlag(ControlCore& core, const VARIANT& value)
-{
-    core.Control().Tree().SetSetting(setting, FlagIn(value) ? 1 : 0);
-}
-
-template <auto part, auto variable>
-Variant GetBoolean(ControlCore& core)
-{
-    return Variant((core.Control().State().*part).*variable);
-}
-
-Variant GetWindowNumber(ControlCore& core)
-{
-    return ValueOf(core.Control().State().m_hWnd);
-}
-
-void SetWindowNumber(ControlCore& core, const VARIANT& value)
+void SethWnd(ControlCore& core, const VARIANT& value)
 {
     core.Control().State().m_hWnd = NumberIn(value);
-}
-
-Variant GetFileFilter(ControlCore& core)
-{
-    return ValueOf(core.Control().State().tree.m_FileFilter);
-}
-
-void SetFileFilter(ControlCore& core, const VARIANT& value)
-{
-    core.Control().State().tree.m_FileFilter = TextIn(value);
-}
-
-template <auto part, auto variable>
-void SetBoolean(ControlCore& core, const VARIANT& value)
-{
-    (core.Control().State().*part).*variable = FlagIn(value);
 }
 
 Variant GetFont(ControlCore& core)
@@ -137,6 +99,16 @@ void SetPathSeparator(ControlCore& core, const VARIANT& value)
     core.Control().Tree().GetNodes().SetPathSeparator(TextIn(value));
 }
 
+Variant GetFileFilter(ControlCore& core)
+{
+    return Variant(std::wstring_view(core.Control().State().tree.m_FileFilter));
+}
+
+void SetFileFilter(ControlCore& core, const VARIANT& value)
+{
+    core.Control().State().tree.m_FileFilter = TextIn(value);
+}
+
 Variant GetPicture(ControlCore& core)
 {
     return ObjectValue(core.Picture().Get());
@@ -145,6 +117,16 @@ Variant GetPicture(ControlCore& core)
 void SetPicture(ControlCore& core, const VARIANT& value)
 {
     core.SetPicture(ObjectIn<IPictureDisp>(value).Get());
+}
+
+Variant GetDragDropEnable(ControlCore& core)
+{
+    return Variant(core.Control().State().drag.m_DragDropEnable);
+}
+
+void SetDragDropEnable(ControlCore& core, const VARIANT& value)
+{
+    core.Control().State().drag.m_DragDropEnable = FlagIn(value);
 }
 
 Variant GetBackColor(ControlCore& core)
@@ -157,37 +139,27 @@ void SetBackColor(ControlCore& core, const VARIANT& value)
     core.SetBackColor(static_cast<OLE_COLOR>(NumberIn(value)));
 }
 
-#define SETTING(name, kind) Get##kind<TreeSetting::name>, Set##kind<TreeSetting::name>
-#define VARIABLE(part, name)                                              \
-    GetBoolean<&ControlState::part, &decltype(ControlState::part)::name>, \
-        SetBoolean<&ControlState::part, &decltype(ControlState::part)::name>
+Variant GetRecursiveCheck(ControlCore& core)
+{
+    return Variant(core.Control().State().checks.m_RecursiveCheck);
+}
+
+void SetRecursiveCheck(ControlCore& core, const VARIANT& value)
+{
+    core.Control().State().checks.m_RecursiveCheck = FlagIn(value);
+}
 
 constexpr std::array<SavedProperty, kSavedPropertyCount> kProperties{{
-    {L"hWnd", VT_I2, Short<0>, GetWindowNumber, SetWindowNumber},
-    {L"Appearance", VT_I2, Short<1>, SETTING(Appearance, Number)},
-    {L"BorderStyle", VT_I2, Short<0>, SETTING(BorderStyle, Number)},
-    {L"Checkboxes", VT_BOOL, Flag<false>, SETTING(Checkboxes, Flag)},
-    {L"Enabled", VT_BOOL, Flag<true>, SETTING(Enabled, Flag)},
-    {L"Font", VT_UNKNOWN, AmbientFontValue, GetFont, SetFont, SavedKind::Font},
-    {L"FullRowSelect", VT_BOOL, Flag<false>, SETTING(FullRowSelect, Flag)},
-    {L"HideSelection", VT_BOOL, Flag<true>, SETTING(HideSelection, Flag)},
-    {L"HotTracking", VT_BOOL, Flag<false>, SETTING(HotTracking, Flag)},
-    {L"LabelEdit", VT_I2, Short<1>, SETTING(LabelEdit, Number)},
-    {L"LineStyle", VT_I2, Short<1>, SETTING(LineStyle, Number)},
-    {L"MouseIcon", VT_UNKNOWN, NoObject, GetMouseIcon, SetMouseIcon, SavedKind::Picture},
-    {L"MousePointer", VT_I2, Short<0>, SETTING(MousePointer, Number)},
-    {L"PathSeparator", VT_BSTR, Backslash, GetPathSeparator, SetPathSeparator},
-    {L"FileFilter", VT_BSTR, NoText, GetFileFilter, SetFileFilter},
-    {L"Picture", VT_UNKNOWN, NoObject, GetPicture, SetPicture, SavedKind::Picture},
-    {L"DragDropEnable", VT_BOOL, Short<0>, VARIABLE(drag, m_DragDropEnable)},
-    {L"BackColor", VT_I4, ButtonFace, GetBackColor, SetBackColor},
-    {L"RecursiveCheck", VT_BOOL, Short<1>, VARIABLE(checks, m_RecursiveCheck)},
+#define ROW(name, type, missing, get, set) \
+    {L## #name, kKind<type>, [](ControlCore& core) { return Standard(core, missing); }, get, set},
+#define SETTING(name, type, missing) \
+    ROW(name, type, missing, (GetSetting<TreeSetting::name, type>), (SetSetting<TreeSetting::name, type>))
+#define SAVED(name, type, missing) ROW(name, type, missing, Get##name, Set##name)
+#include "control/properties.def"
+#undef ROW
 }};
 
-#undef SETTING
-#undef VARIABLE
-
-constexpr std::size_t kFont = 5;
+constexpr auto kFont = static_cast<std::size_t>(Property::Font);
 
 // False when the standard value was taken.
 bool Apply(ControlCore& core, const SavedProperty& property, const VARIANT& value)

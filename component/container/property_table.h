@@ -9,21 +9,23 @@
 
 namespace sylvex {
 
-/// One property that containers save with the control.
+/// One property that containers save with the control: a row of properties.def.
 struct SavedProperty {
     const wchar_t* name;
-    /// The type of its value in a property bag; objects are VT_UNKNOWN.
-    VARTYPE type;
+    SavedKind kind;
     /// What stands for a missing entry, and is not worth saving.
     Variant (*standard)(ControlCore& core);
-    /// The present value, of `type` (a number that does not fit is VT_I4).
+    /// The present value: VT_BOOL, VT_I2 or VT_I4, VT_BSTR, VT_UNKNOWN.
     Variant (*get)(ControlCore& core);
     /// Writes without notices. Throws, and changes nothing, for a value that cannot be converted or is out of range.
     void (*set)(ControlCore& core, const VARIANT& value);
-    SavedKind kind = SavedKind::Plain;
 };
 
-constexpr std::size_t kSavedPropertyCount = 19;
+constexpr std::size_t kSavedPropertyCount = 0
+#define SETTING(name, type, missing) +1
+#define SAVED(name, type, missing) +1
+#include "control/properties.def"
+    ;
 
 /// The container's part in reading and writing, as reports show it: a bag, a stream or a storage.
 constexpr Marker kPropertyBag{L"{PropertyBag}"};

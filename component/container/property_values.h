@@ -12,20 +12,6 @@ Variant ShortValue(long number);
 /// VT_UNKNOWN; adds a reference. Null: an object that is nothing.
 Variant ObjectValue(IUnknown* object);
 
-/// The value of one of the control's variables.
-inline Variant ValueOf(bool value)
-{
-    return Variant(value);
-}
-inline Variant ValueOf(long value)
-{
-    return ShortValue(value);
-}
-inline Variant ValueOf(const std::wstring& value)
-{
-    return Variant(std::wstring_view(value));
-}
-
 /// The value as a 32-bit number, a flag, a text; texts and numbers are converted. Throws ComError where that fails.
 long NumberIn(const VARIANT& value);
 bool FlagIn(const VARIANT& value);

@@ -4,8 +4,8 @@
 
 namespace sylvex {
 
-/// What a saved property holds: a number, flag or text, or one of the two kinds of objects.
-enum class SavedKind { Plain, Font, Picture };
+/// What a saved property holds: a number or flag, a text, or one of the two kinds of objects.
+enum class SavedKind { Number, Text, Font, Picture };
 
 /// A new object of the system's own class for the kind, without content; throws ComError. The system makes it itself:
 /// neither saved data nor the registry decides what is created.

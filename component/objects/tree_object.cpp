@@ -65,67 +65,6 @@ STDMETHODIMP TreeViewObject::get_hWnd(LONG* value)
     return Member([&] { Checked(value) = LongOf(Tree().hWnd()); });
 }
 
-template <class Value>
-HRESULT TreeViewObject::Get(TreeSetting setting, Value* value)
-{
-    return Member([&] { Checked(value) = static_cast<Value>(Tree().Setting(setting)); });
-}
-
-HRESULT TreeViewObject::Let(TreeSetting setting, int value)
-{
-    return Member([&] { Tree().SetSetting(setting, value); });
-}
-
-HRESULT TreeViewObject::GetFlag(TreeSetting setting, VARIANT_BOOL* value)
-{
-    return Member([&] { Checked(value) = BoolOf(Tree().Setting(setting) != 0); });
-}
-
-HRESULT TreeViewObject::LetFlag(TreeSetting setting, VARIANT_BOOL value)
-{
-    return Let(setting, value != VARIANT_FALSE ? 1 : 0);
-}
-
-STDMETHODIMP TreeViewObject::get_Appearance(AppearanceConstants* value)
-{
-    return Get(TreeSetting::Appearance, value);
-}
-
-STDMETHODIMP TreeViewObject::put_Appearance(AppearanceConstants value)
-{
-    return Let(TreeSetting::Appearance, value);
-}
-
-STDMETHODIMP TreeViewObject::get_BorderStyle(BorderLineStyle* value)
-{
-    return Get(TreeSetting::BorderStyle, value);
-}
-
-STDMETHODIMP TreeViewObject::put_BorderStyle(BorderLineStyle value)
-{
-    return Let(TreeSetting::BorderStyle, value);
-}
-
-STDMETHODIMP TreeViewObject::get_Checkboxes(VARIANT_BOOL* value)
-{
-    return GetFlag(TreeSetting::Checkboxes, value);
-}
-
-STDMETHODIMP TreeViewObject::put_Checkboxes(VARIANT_BOOL value)
-{
-    return LetFlag(TreeSetting::Checkboxes, value);
-}
-
-STDMETHODIMP TreeViewObject::get_Enabled(VARIANT_BOOL* value)
-{
-    return GetFlag(TreeSetting::Enabled, value);
-}
-
-STDMETHODIMP TreeViewObject::put_Enabled(VARIANT_BOOL value)
-{
-    return LetFlag(TreeSetting::Enabled, value);
-}
-
 STDMETHODIMP TreeViewObject::get_Font(IFontDisp** value)
 {
     return Member([&] { Checked(value) = nullptr, *value = Owner().Font().Detach(); });
@@ -134,66 +73,6 @@ STDMETHODIMP TreeViewObject::get_Font(IFontDisp** value)
 STDMETHODIMP TreeViewObject::putref_Font(IFontDisp* value)
 {
     return Member([&] { Owner().SetFont(Incoming<IFontDisp>(value).Get()); });
-}
-
-STDMETHODIMP TreeViewObject::get_FullRowSelect(VARIANT_BOOL* value)
-{
-    return GetFlag(TreeSetting::FullRowSelect, value);
-}
-
-STDMETHODIMP TreeViewObject::put_FullRowSelect(VARIANT_BOOL value)
-{
-    return LetFlag(TreeSetting::FullRowSelect, value);
-}
-
-STDMETHODIMP TreeViewObject::get_HideSelection(VARIANT_BOOL* value)
-{
-    return GetFlag(TreeSetting::HideSelection, value);
-}
-
-STDMETHODIMP TreeViewObject::put_HideSelection(VARIANT_BOOL value)
-{
-    return LetFlag(TreeSetting::HideSelection, value);
-}
-
-STDMETHODIMP TreeViewObject::get_HotTracking(VARIANT_BOOL* value)
-{
-    return GetFlag(TreeSetting::HotTracking, value);
-}
-
-STDMETHODIMP TreeViewObject::put_HotTracking(VARIANT_BOOL value)
-{
-    return LetFlag(TreeSetting::HotTracking, value);
-}
-
-STDMETHODIMP TreeViewObject::get_LabelEdit(LabelEditConstants* value)
-{
-    return Get(TreeSetting::LabelEdit, value);
-}
-
-STDMETHODIMP TreeViewObject::put_LabelEdit(LabelEditConstants value)
-{
-    return Let(TreeSetting::LabelEdit, value);
-}
-
-STDMETHODIMP TreeViewObject::get_LineStyle(TreeLineStyleConstants* value)
-{
-    return Get(TreeSetting::LineStyle, value);
-}
-
-STDMETHODIMP TreeViewObject::put_LineStyle(TreeLineStyleConstants value)
-{
-    return Let(TreeSetting::LineStyle, value);
-}
-
-STDMETHODIMP TreeViewObject::get_MousePointer(MousePointerConstants* value)
-{
-    return Get(TreeSetting::MousePointer, value);
-}
-
-STDMETHODIMP TreeViewObject::put_MousePointer(MousePointerConstants value)
-{
-    return Let(TreeSetting::MousePointer, value);
 }
 
 STDMETHODIMP TreeViewObject::get_MouseIcon(IPictureDisp** value)

@@ -49,8 +49,8 @@ public:
 private:
     std::shared_ptr<void> KeepAlive() override { return {}; }
     bool UserMode() override { return userMode; }
-    void PropertyChanged(const wchar_t* name) override { Hear(L"changed:" + std::wstring(name)); }
-    bool MayChange(const wchar_t*) override { return true; }
+    void PropertyChanged(Property property) override { Hear(std::wstring(L"changed:") + NameOf(property)); }
+    bool MayChange(Property) override { return true; }
     void NodeCheck(Node& node) override { Hear(L"NodeCheck:", &node); }
     void NodeClick(Node& node) override { Hear(L"NodeClick:", &node); }
     void Collapse(Node& node) override { Hear(L"Collapse:", &node); }
