@@ -28,12 +28,14 @@ struct Row {
 };
 void Print(const Row& row);
 
-/// Folders that the benchmark makes for itself below its scratch folder; existing ones are used again.
-std::wstring FlatFolder(int files, int extensions);
-std::wstring FolderOfFolders(int folders);
-/// Folders nested `levels` deep with `perLevel` files each.
-std::wstring DeepFolder(int levels, int perLevel);
+/// Where the folders below lie.
 std::wstring ScratchFolder();
+/// A folder of so many files with 200 extensions.
+std::wstring FlatFolder(int files);
+/// A folder of so many folders, every other one with a folder in it.
+std::wstring FolderOfFolders(int folders);
+/// Folders "d" nested 100 deep, with 1000 files each.
+std::wstring DeepFolder();
 
 /// A visible top-level window of 600 by 800 pixels that goes with the object.
 class Frame {

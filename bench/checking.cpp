@@ -43,7 +43,7 @@ void DeepRows(double floor)
     constexpr int kLevels = 100;
     Subject subject;
     subject.BindList();
-    std::wstring path = DeepFolder(kLevels, 1000);
+    std::wstring path = DeepFolder();
     Node& top = subject.NodeOf(path);
     for (int depth = 0; depth < kLevels; ++depth)
         path += L"\\d";
@@ -56,7 +56,7 @@ void DeepRows(double floor)
 
 void CheckingRows()
 {
-    const std::wstring folder = FlatFolder(100000, 200);
+    const std::wstring folder = FlatFolder(100000);
     BareTree bare(true);
     bare.Fill(folder, false);
     std::vector<unsigned char> marks(100000);

@@ -289,7 +289,7 @@ double OursLateList(const std::wstring& folder, int runs)
 void LateListRows()
 {
     for (const int files : {1000, 10000, 100000}) {
-        const std::wstring folder = FlatFolder(files, 200);
+        const std::wstring folder = FlatFolder(files);
         Print({"late-bound list of " + std::to_string(files) + " ticked files", OursLateList(folder, RunsFor(files)),
                FloorLateList(folder, RunsFor(files)), 1.3});
     }

@@ -74,7 +74,7 @@ void ListRows()
     double perRow[2] = {};
     int at = 0;
     for (const int files : {1000, 10000, 100000}) {
-        const std::wstring folder = FlatFolder(files, 200);
+        const std::wstring folder = FlatFolder(files);
         const Row row{"list " + std::to_string(files) + " ticked files, 16 columns", OursList(folder),
                       FloorList(folder), 1.5};
         Print(row);

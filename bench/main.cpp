@@ -1,5 +1,8 @@
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <string_view>
+#include <vector>
 
 #include "bench/bench.h"
 
@@ -18,18 +21,21 @@ constexpr Group kGroups[] = {{"trap", bench::TrapRows},      {"open", bench::Ope
 }  // namespace
 
 /// Without an argument all groups of rows, otherwise those named.
-int main(int count, char** names)
+int main(int count, char** arguments)
 {
+    const std::vector<std::string_view> wanted(arguments + 1, arguments + count);
+    for (const std::string_view name : wanted)
+        if (std::ranges::find(kGroups, name, &Group::name) == std::end(kGroups)) {
+            std::printf("there is no group %s\n", name.data());
+            return 2;
+        }
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&classes);
     CoInitialize(nullptr);
     std::printf("%-58s %10s %10s %-5s %6s\n", "", "ours", "floor", "", "ratio");
     try {
         for (const Group& group : kGroups) {
-            bool wanted = count == 1;
-            for (int i = 1; i < count; ++i)
-                wanted = wanted || group.name == names[i];
-            if (wanted) group.rows();
+            if (wanted.empty() || std::ranges::find(wanted, group.name) != wanted.end()) group.rows();
         }
     } catch (const RuntimeError& error) {
         std::printf("stopped by error %ld: %ls\n", error.number, error.description.c_str());

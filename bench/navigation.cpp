@@ -58,7 +58,7 @@ void MillionRows()
 {
     Subject subject;
     Sylvex& control = subject.Control();
-    const std::wstring folder = FlatFolder(1000, 200);
+    const std::wstring folder = FlatFolder(1000);
     LoadMillion(subject);
     Node& opened = subject.NodeOf(folder);
     subject.Open(opened);
@@ -94,7 +94,7 @@ void SelectedRowRows()
     Subject subject;
     Sylvex& control = subject.Control();
     const HWND list = subject.BindList();
-    const std::wstring folder = FlatFolder(kEntries, 200);
+    const std::wstring folder = FlatFolder(kEntries);
     Node& node = subject.NodeOf(folder);
     subject.Open(node);
     Node* last = node.Child();

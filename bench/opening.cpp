@@ -65,7 +65,7 @@ void OpeningRows()
     double perEntry[2] = {};
     int at = 0;
     for (const int files : {1000, 10000, 100000}) {
-        const std::wstring folder = FlatFolder(files, 200);
+        const std::wstring folder = FlatFolder(files);
         const Row row{"open a folder of " + std::to_string(files) + " files", OursOpen(folder),
                       FloorOpen(folder, false), 1.25};
         Print(row);
@@ -77,10 +77,10 @@ void OpeningRows()
         Print({"open a folder of " + std::to_string(folders) + " subfolders", OursOpen(folder), FloorOpen(folder, true),
                1.5});
     }
-    const std::wstring typed = FlatFolder(10000, 200);
+    const std::wstring typed = FlatFolder(10000);
     Print({"open a folder of 10000 files, icons of 200 types", OursOpen(typed, true),
            FloorOpen(typed, false) + Median([&] { return ShellQueries(typed, 200); }), 1.3});
-    const std::wstring flat = FlatFolder(100000, 200);
+    const std::wstring flat = FlatFolder(100000);
     const double bare = BytesPerEntry(100000, [&] {
         auto tree = std::make_unique<BareTree>(true);
         tree->Fill(flat, false);

@@ -14,15 +14,19 @@ function(sylvex_resources out folder)
   file(GLOB scripts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.rc)
   file(GLOB embedded CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/${folder}/*.h ${PROJECT_SOURCE_DIR}/${folder}/*.ico
-    ${PROJECT_SOURCE_DIR}/${folder}/*.bmp ${PROJECT_SOURCE_DIR}/${folder}/*.manifest)
-  set_property(SOURCE ${scripts} APPEND PROPERTY OBJECT_DEPENDS "${embedded}")
+    ${PROJECT_SOURCE_DIR}/${folder}/*.bmp)
+  set_property(SOURCE ${scripts} APPEND PROPERTY OBJECT_DEPENDS "${embedded}" ${SYLVEX_VERSION_HEADER})
   set(${out} ${scripts} PARENT_SCOPE)
 endfunction()
+
+# The version stands in project() alone.
+set(SYLVEX_VERSION_HEADER ${PROJECT_BINARY_DIR}/include/sylvex_version.h)
+configure_file(${PROJECT_SOURCE_DIR}/cmake/sylvex_version.h.in ${SYLVEX_VERSION_HEADER} @ONLY)
 
 # What every target of this project is compiled with; googletest is not.
 add_library(sylvex_options INTERFACE)
 target_compile_features(sylvex_options INTERFACE cxx_std_20)
-target_include_directories(sylvex_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_include_directories(sylvex_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/include)
 target_compile_options(sylvex_options INTERFACE
   # g++ 12 sees uninitialised members in every std::variant and std::optional that is moved.
   $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Werror -Wno-maybe-uninitialized>

@@ -3,10 +3,6 @@
 # (SylvexControl_i.c), all in SYLVEX_INTERFACE_DIR, which users of the target have on their
 # include path.
 set(SYLVEX_IDL ${PROJECT_SOURCE_DIR}/component/SylvexControl.idl)
-file(GLOB present CONFIGURE_DEPENDS ${SYLVEX_IDL})
-if(NOT present)
-  return()
-endif()
 
 find_program(SYLVEX_WIDL ${SYLVEX_TRIPLE}-widl REQUIRED)
 

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "diagnostics/version.h"
+#include "sylvex_version.h"
 
 namespace sylvex {
 
@@ -54,12 +54,6 @@ std::wstring BoxText(const ErrorReport& report)
            L"\r\n\r\n" + report.description + L" (" + std::to_wstring(report.number) + L")";
 }
 
-std::wstring VersionText()
-{
-    return std::to_wstring(kVersionMajor) + L"." + std::to_wstring(kVersionMinor) + L"." +
-           std::to_wstring(kVersionRevision);
-}
-
 /// A report that is being handed over. A reporter may call the control and fail it again, and so may whatever runs
 /// while a box is open: that is reported too, but not what fails during the report of it, which would never end.
 class ReportUnderWay {
@@ -87,7 +81,7 @@ void Send(const Module& module, ProcedureName procedure, const Dump& parameters,
         if (underWay.IsTooDeep()) return;
         const ErrorState& state = CurrentErrorState();
         ErrorReport report{L"SylvexControl",
-                           VersionText(),
+                           L"" SYLVEX_VERSION,
                            module.Name(),
                            procedure.Text(),
                            state.vantorErrorLine,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/sort_keys.h"
 #include "platform/text.h"
 
 namespace sylvex {
@@ -260,28 +261,10 @@ void ListRows::FillDates(const LaidOut& row, const DirectoryRecord& record)
 
 std::vector<std::uint32_t> ListRows::SortedPlaces(bool descending) const
 {
-    struct Key {
-        std::size_t start;
-        std::size_t length;
-    };
-    std::string bytes;
-    std::vector<Key> keys(m_rows.size());
-    std::vector<std::uint32_t> places(m_rows.size());
-    for (std::size_t place = 0; place < keys.size(); ++place) {
-        const std::size_t start = bytes.size();
-        m_context.platform.regional.AppendSortKey(ItemText(m_rows[place]), bytes);
-        keys[place] = {start, bytes.size() - start};
-        places[place] = static_cast<std::uint32_t>(place);
-    }
-    const std::string_view all = bytes;
-    const auto before = [&](std::uint32_t left, std::uint32_t right) {
-        const int order =
-            all.substr(keys[left].start, keys[left].length).compare(all.substr(keys[right].start, keys[right].length));
-        return descending ? order > 0 : order < 0;
-    };
-    // One folder's files come in order already.
-    if (!std::is_sorted(places.begin(), places.end(), before)) std::stable_sort(places.begin(), places.end(), before);
-    return places;
+    SortKeys keys(m_rows.size());
+    for (const LaidOut& row : m_rows)
+        m_context.platform.regional.AppendSortKey(ItemText(row), keys.Next());
+    return keys.Sorted(descending);
 }
 
 }  // namespace sylvex

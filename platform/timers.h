@@ -9,10 +9,8 @@ namespace sylvex {
 class Timer {
 public:
     virtual ~Timer() = default;
-    virtual int Interval() const = 0;
     /// Milliseconds, above 0; takes effect at once when enabled.
     virtual void SetInterval(int milliseconds) = 0;
-    virtual bool Enabled() const = 0;
     virtual void SetEnabled(bool enabled) = 0;
 };
 

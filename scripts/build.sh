@@ -9,7 +9,3 @@ buildPreset() {
     cmake --preset "$preset" >"$log" 2>&1 || { cat "$log" >&2; fail "$preset: cannot configure"; }
     cmake --build --preset "$preset" ${1:+--target "$@"} || fail "$preset: cannot build"
 }
-
-needArtifact() {
-    [ -f "$1" ] || fail "the build did not make ${1#"$root"/}; see build/logs/"
-}

@@ -11,7 +11,6 @@ commandDemo() {
     local ownDisplay="${DISPLAY:-}"
     installMissing
     buildPreset x64 SylvexControl SylvexHost
-    needArtifact "$buildDir/x64/SylvexHost.exe"
     if [ -n "$ownDisplay" ]; then useOwnDesktop; else useHiddenDesktop; fi
     registerComponent
 

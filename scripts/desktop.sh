@@ -71,7 +71,6 @@ setInRegistry() {
 
 registerComponent() {
     local ocx="$buildDir/$arch/SylvexControl.ocx" stamp="$WINEPREFIX/.registered"
-    needArtifact "$ocx"
     [ ! "$stamp" -nt "$ocx" ] || return 0
     say 'Registering SylvexControl.ocx'
     # Wine's server starts here and may outlive the command: it must not hold the output open.

@@ -7,7 +7,7 @@ readonly wine10Libraries=(libxrender1 libxcursor1 libxcomposite1 libxi6 libxrand
 readonly wine10Packages=(wine wine64 fonts-wine fonts-liberation "${wine10Libraries[@]}")
 readonly wine10Packages32=(wine32 "${wine10Libraries[@]}")
 
-# testWine10 x64|x86: what testWindows does, on the newer Wine.
+# testWine10 x64|x86: the tests of the component, on the newer Wine.
 testWine10() {
     buildPreset "$1"
     makeWine10Root

@@ -1,8 +1,8 @@
-#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/sort_keys.h"
 #include "platform/text.h"
 #include "tree/folder_tree.h"
 #include "tree/tree_icons.h"
@@ -33,37 +33,6 @@ namespace {
 constexpr Marker si{L"{SHFILEINFO}"};
 constexpr Marker FolderPic{L"{Nothing}"};
 constexpr Marker TempNode{L"{Nothing}"};
-
-/// The order of the entries by name: places in `count` entries whose names `nameAt` gives.
-template <class NameAt>
-std::vector<std::uint32_t> SortedPlaces(Regional& regional, std::size_t count, NameAt&& nameAt)
-{
-    struct Key {
-        std::uint64_t head;  // the key's first bytes, which settle most comparisons
-        std::size_t start;
-        std::uint32_t length;
-        std::uint32_t place;
-    };
-    std::string bytes;
-    std::vector<Key> keys(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t start = bytes.size();
-        regional.AppendSortKey(nameAt(i), bytes);
-        keys[i] = {0, start, static_cast<std::uint32_t>(bytes.size() - start), static_cast<std::uint32_t>(i)};
-        for (std::size_t b = 0; b < sizeof keys[i].head; ++b)
-            keys[i].head =
-                keys[i].head << 8 | (start + b < bytes.size() ? static_cast<unsigned char>(bytes[start + b]) : 0);
-    }
-    const std::string_view all = bytes;
-    std::stable_sort(keys.begin(), keys.end(), [all](const Key& left, const Key& right) {
-        if (left.head != right.head) return left.head < right.head;
-        return all.substr(left.start, left.length) < all.substr(right.start, right.length);
-    });
-    std::vector<std::uint32_t> places(count);
-    for (std::size_t i = 0; i < count; ++i)
-        places[i] = keys[i].place;
-    return places;
-}
 
 }  // namespace
 
@@ -158,9 +127,11 @@ void FolderTree::AddFiles(const Listing& listing, FolderLocals& own)
     // The shell may have let messages through, and with them a host that removes the node.
     Node& parent = *own.n;
     Nodes& nodes = parent.Collection();
-    const auto nameAt = [&](std::size_t place) { return listing.NameOf(listing.files[place]); };
-    for (const std::uint32_t place : SortedPlaces(m_context.platform.regional, images.size(), nameAt)) {
-        own.n2 = &nodes.AddChild(parent, nameAt(place), images[place]);
+    SortKeys keys(listing.files.size());
+    for (const Listing::Entry& file : listing.files)
+        m_context.platform.regional.AppendSortKey(listing.NameOf(file), keys.Next());
+    for (const std::uint32_t place : keys.Sorted()) {
+        own.n2 = &nodes.AddChild(parent, listing.NameOf(listing.files[place]), images[place]);
         ++own.L4;
     }
 }

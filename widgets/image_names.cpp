@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/runtime_error.h"
+
 namespace sylvex {
 
 void ImageNames::Bind(const ImageList* images)
@@ -27,6 +29,13 @@ int ImageNames::NumberOfKey(const std::wstring& key)
     const auto [place, isNew] = m_keys.try_emplace(key, static_cast<int>(m_names.size()));
     if (isNew) m_names.push_back({ImageName(key)});
     return place->second;
+}
+
+int ImageNames::NumberOfShown(const ImageName& name)
+{
+    const int number = Number(name);
+    if (number != 0 && Picture(number) < 0) throw ElementNotFound();
+    return number;
 }
 
 int ImageNames::Picture(int number) const

@@ -23,6 +23,8 @@ public:
     /// The number of a name; a new name gets the next one.
     int Number(const ImageName& name);
     int NumberOfKey(const std::wstring& key);
+    /// The number of a name that the bound list has a picture for, or of none. Raises 35601 otherwise.
+    int NumberOfShown(const ImageName& name);
     const ImageName& Name(int number) const { return m_names[static_cast<std::size_t>(number)].name; }
     /// Index from 0 of the number's picture, -1 when the bound list has none.
     int Picture(int number) const;

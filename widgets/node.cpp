@@ -101,32 +101,21 @@ ImageName Node::ExpandedImage() const
     return m_nodes->m_images.Name(m_expandedImage);
 }
 
-namespace {
-
-int NumberOfShown(ImageNames& images, const ImageName& image)
-{
-    const int number = images.Number(image);
-    if (number != 0 && images.Picture(number) < 0) throw ElementNotFound();
-    return number;
-}
-
-}  // namespace
-
 void Node::SetImage(const ImageName& image)
 {
-    m_image = NumberOfShown(m_nodes->m_images, image);
+    m_image = m_nodes->m_images.NumberOfShown(image);
     m_nodes->m_mirror.ImagesChanged(*this);
 }
 
 void Node::SetSelectedImage(const ImageName& image)
 {
-    NeedExtras().selectedImage = NumberOfShown(m_nodes->m_images, image);
+    NeedExtras().selectedImage = m_nodes->m_images.NumberOfShown(image);
     m_nodes->m_mirror.ImagesChanged(*this);
 }
 
 void Node::SetExpandedImage(const ImageName& image)
 {
-    m_expandedImage = NumberOfShown(m_nodes->m_images, image);
+    m_expandedImage = m_nodes->m_images.NumberOfShown(image);
     m_nodes->m_mirror.ImagesChanged(*this);
 }
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <new>
-#include <numeric>
 #include <utility>
 
 #include "platform/runtime_error.h"
+#include "platform/sort_keys.h"
 
 namespace sylvex {
 
@@ -339,34 +339,31 @@ void Nodes::CompactIfSparse()
 
 void Nodes::Sort(Node* parent)
 {
-    struct Keyed {
-        std::size_t start;
-        std::size_t length;
-        Node* node;
-    };
-    std::string keys;
-    std::vector<Keyed> order;
-    for (Node* node = parent != nullptr ? parent->Child() : m_firstRoot; node != nullptr; node = node->m_next) {
-        const std::size_t start = keys.size();
-        m_regional.AppendSortKey(node->m_text, keys);
-        order.push_back({start, keys.size() - start, node});
-    }
-    const auto before = [all = std::string_view(keys)](const Keyed& left, const Keyed& right) {
-        return all.substr(left.start, left.length) < all.substr(right.start, right.length);
-    };
-    // A directory often lists its names in this order.
-    if (std::is_sorted(order.begin(), order.end(), before)) return;
-    std::stable_sort(order.begin(), order.end(), before);
+    std::vector<Node*> nodes;
+    for (Node* node = parent != nullptr ? parent->Child() : m_firstRoot; node != nullptr; node = node->m_next)
+        nodes.push_back(node);
+    SortKeys keys(nodes.size());
+    for (const Node* node : nodes)
+        m_regional.AppendSortKey(node->m_text, keys.Next());
+    const std::vector<std::uint32_t> places = keys.Sorted();
+    if (std::is_sorted(places.begin(), places.end())) return;
     Node* previous = nullptr;
     Node*& first = parent != nullptr ? parent->m_child : m_firstRoot;
-    for (const Keyed& keyed : order) {
-        keyed.node->m_previous = previous;
-        (previous != nullptr ? previous->m_next : first) = keyed.node;
-        previous = keyed.node;
+    for (const std::uint32_t place : places) {
+        Node* const node = nodes[place];
+        node->m_previous = previous;
+        (previous != nullptr ? previous->m_next : first) = node;
+        previous = node;
     }
     if (previous != nullptr) previous->m_next = nullptr;
     (parent != nullptr ? parent->m_lastChild : m_lastRoot) = previous;
     m_mirror.Reordered(parent);
+}
+
+void Nodes::SetSorted(bool sorted)
+{
+    m_sorted = sorted;
+    if (sorted) Sort(nullptr);
 }
 
 /// Moves a node that was linked last to its place among its sorted siblings.

@@ -71,7 +71,6 @@ public:
     /// The first root, null when empty. (Index 1 is the oldest node, which is the first root unless roots were inserted
     /// before it.)
     Node* FirstRoot() const { return m_firstRoot; }
-    Node* LastRoot() const { return m_lastRoot; }
     bool Empty() const { return m_order.Count() == 0; }
     /// The first node in index order that `wanted` (which must not change the tree) answers true for, null for none.
     /// Placeholders that are still in question are left out, and stay in question.
@@ -83,6 +82,9 @@ public:
         return nullptr;
     }
     void Sort(Node* parent);
+    /// Whether a host wants the roots in order of their texts; true sorts them now.
+    bool Sorted() const { return m_sorted; }
+    void SetSorted(bool sorted);
     /// Marks have been written by Node::WriteMarks.
     void MarksWritten() { m_mirror.MarksChanged(); }
 
@@ -90,7 +92,6 @@ public:
     /// What waits to be asked for is asked before: later it would be another path. May raise what the question raises.
     void SetPathSeparator(const std::wstring& separator);
     ImageNames& Images() { return m_images; }
-    Regional& RegionalServices() { return m_regional; }
 
 private:
     friend class Node;
@@ -123,6 +124,7 @@ private:
     int m_pending = 0;
     std::uint32_t m_lowestPending = 0;  // no deferred placeholder has a lower slot while m_pending is above 0
     std::wstring m_pathSeparator = L"\\";
+    bool m_sorted = false;
 };
 
 }  // namespace sylvex

@@ -34,12 +34,6 @@ ImageName ImageNameOf(const VARIANT& value)
     return key.empty() ? ImageName() : ImageName(std::wstring(key));
 }
 
-void CheckPicture(ImageNames& images, const ImageName& image)
-{
-    const int number = images.Number(image);
-    if (number != 0 && images.Picture(number) < 0) throw ElementNotFound();
-}
-
 NodeObject::NodeObject(std::shared_ptr<TreeLink> link, Node& node) : TreeMember(std::move(link)), m_node(&node)
 {
     node.SetCompanion(this);

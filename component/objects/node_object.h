@@ -88,7 +88,4 @@ private:
 /// A picture as hosts name it: by key, by number from 1, or none when it is missing, empty or 0.
 ImageName ImageNameOf(const VARIANT& value);
 
-/// Raises 35601 when the tree's image list has no picture of that name.
-void CheckPicture(ImageNames& images, const ImageName& image);
-
 }  // namespace sylvex

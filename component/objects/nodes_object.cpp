@@ -94,10 +94,10 @@ STDMETHODIMP NodeCollection::Add(VARIANT relative, VARIANT relationship, VARIANT
         const Relationship place = RelationshipOf(relationship, neighbour);
         const ImageName shown = ImageNameOf(image);
         const ImageName shownSelected = ImageNameOf(selectedImage);
-        CheckPicture(nodes.Images(), shown);
-        CheckPicture(nodes.Images(), shownSelected);
+        nodes.Images().NumberOfShown(shown);
+        nodes.Images().NumberOfShown(shownSelected);
         Node& added = nodes.Add(neighbour, place, TextOf(key), TextOf(text), shown, shownSelected);
-        if (!added.Parent() && Objects().RootsSorted()) nodes.Sort(nullptr);
+        if (!added.Parent() && nodes.Sorted()) nodes.Sort(nullptr);
         *result = Objects().ObjectOf(&added).Detach();
     });
 }

@@ -97,15 +97,12 @@ STDMETHODIMP TreeViewObject::put_PathSeparator(BSTR value)
 
 STDMETHODIMP TreeViewObject::get_Sorted(VARIANT_BOOL* value)
 {
-    return Member([&] { Checked(value) = BoolOf(Objects().RootsSorted()); });
+    return Member([&] { Checked(value) = BoolOf(Tree().GetNodes().Sorted()); });
 }
 
 STDMETHODIMP TreeViewObject::put_Sorted(VARIANT_BOOL value)
 {
-    return Member([&] {
-        Objects().SetRootsSorted(value != VARIANT_FALSE);
-        if (Objects().RootsSorted()) Tree().GetNodes().Sort(nullptr);
-    });
+    return Member([&] { Tree().GetNodes().SetSorted(value != VARIANT_FALSE); });
 }
 
 STDMETHODIMP TreeViewObject::get_ImageList(VARIANT* value)

@@ -35,17 +35,12 @@ public:
     /// Empty, a number is the handle itself, an object tells it as hImageList. Raises 13 for anything else.
     ImageListHandle TakeImageList(const VARIANT& given);
 
-    /// Whether the roots are kept in order of their texts.
-    bool RootsSorted() const { return m_rootsSorted; }
-    void SetRootsSorted(bool sorted) { m_rootsSorted = sorted; }
-
 private:
     std::shared_ptr<TreeLink> m_link;
     ComPtr<ITreeView> m_tree;
     ComPtr<INodes> m_nodes;
     Variant m_imageList;
     ImageListHandle m_imageListHandle = 0;
-    bool m_rootsSorted = false;
 };
 
 }  // namespace sylvex

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <functional>
-#include <numeric>
 #include <unordered_map>
 #include <utility>
 
 #include "platform/runtime_error.h"
+#include "platform/sort_keys.h"
 #include "platform/win32/regional.h"
 
 namespace sylvex {
@@ -47,14 +47,12 @@ LPARAM ListSort::DataOf(int row) const
 
 void ListSort::FindOrder()
 {
-    std::vector<std::string> keys(static_cast<std::size_t>(std::max(m_list.RowCount(), 0)));
-    m_order.resize(keys.size());
-    std::iota(m_order.begin(), m_order.end(), 0);
-    for (const auto row : m_order)
-        AppendSortKeyOf(m_list.Cell(row, m_column), keys[row]);
-    std::stable_sort(m_order.begin(), m_order.end(), [&](int left, int right) {
-        return m_descending ? keys[right] < keys[left] : keys[left] < keys[right];
-    });
+    const auto count = std::max(m_list.RowCount(), 0);
+    SortKeys keys(static_cast<std::size_t>(count));
+    for (int row = 0; row < count; ++row)
+        AppendSortKeyOf(m_list.Cell(row, m_column), keys.Next());
+    const auto places = keys.Sorted(m_descending);
+    m_order.assign(places.begin(), places.end());
 }
 
 std::vector<int> ListSort::Run()

@@ -16,15 +16,11 @@ public:
         if (m_enabled) KillTimer(m_window.get(), kIdentifier);
     }
 
-    int Interval() const override { return m_interval; }
-
     void SetInterval(int milliseconds) override
     {
         m_interval = std::max(milliseconds, 1);
         if (m_enabled) Set();
     }
-
-    bool Enabled() const override { return m_enabled; }
 
     void SetEnabled(bool enabled) override
     {

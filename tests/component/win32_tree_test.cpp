@@ -325,7 +325,10 @@ TEST_F(TreeWindowTest, ATypedLabelIsTakenOrRefused)
         tree->SetText(row, L"row");
         tree->EditLabel(row);
         Key('X');
+        // Also while nothing repaints.
+        tree->SetRedraw(false);
         Key(VK_RETURN);
+        tree->SetRedraw(true);
         wchar_t text[32] = {};
         TVITEMW item{};
         item.mask = TVIF_HANDLE | TVIF_TEXT;

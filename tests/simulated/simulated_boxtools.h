@@ -22,7 +22,6 @@ public:
 
     /// Where a window of the host lies on the screen; at first it has no place.
     void Place(WindowHandle window, const Rect& place) { m_places[window] = place; }
-    void SetWorkArea(const Rect& area) { m_area = area; }
     /// Lets every timer that is armed tick once, the oldest first.
     void TickTimers();
     /// Flips the check box of the box opened last, as a click does; false when it has none.

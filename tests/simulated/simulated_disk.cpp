@@ -206,7 +206,7 @@ unsigned SimulatedDisk::DriveType(const std::wstring& root)
 std::optional<std::wstring> SimulatedDisk::FileSystemName(const std::wstring& root)
 {
     m_gate.Enter("FileSystem::FileSystemName");
-    const Drive* const drive = DriveOf(root.empty() ? std::wstring{m_current, L':', L'\\'} : root);
+    const Drive* const drive = DriveOf(root.empty() ? L"C:\\" : root);
     if (drive == nullptr || drive->fileSystem.empty()) return std::nullopt;
     return drive->fileSystem;
 }

@@ -57,8 +57,6 @@ public:
     bool Copy(const std::wstring& from, const std::wstring& to);
     /// What the shell shows for a drive's root; null for anything else.
     const std::wstring* Label(const std::wstring& root) const;
-    /// The drive that an empty root stands for; at first C.
-    void SetCurrentDrive(wchar_t letter) { m_current = letter; }
     /// What FreeSpace answers for a drive; at first nothing.
     void SetFreeSpace(wchar_t letter, std::uint64_t bytes) { m_free[letter] = bytes; }
 
@@ -101,7 +99,6 @@ private:
     std::unordered_map<std::wstring, int> m_listings;
     std::shared_ptr<int> m_open = std::make_shared<int>(0);
     int m_searches = 0;
-    wchar_t m_current = L'C';
 };
 
 }  // namespace sylvex

@@ -132,7 +132,6 @@ int SimulatedDrag::GetScrollPos(WindowHandle window, int bar)
 void SimulatedDrag::UpdateWindow(WindowHandle)
 {
     m_gate.Enter("Drag::UpdateWindow");
-    ++m_updates;
 }
 
 void SimulatedDrag::SetCapture(WindowHandle window, std::function<void()> lost, std::function<void()> escape)

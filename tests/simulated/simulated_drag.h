@@ -23,8 +23,6 @@ public:
     void LoseCapture();
     /// Escape is pressed in another window of the program.
     void PressEscape();
-    /// How often windows were made to paint at once.
-    int Updates() const { return m_updates; }
 
     Size PictureSize(ImageListHandle list) override;
     bool BeginDrag(ImageListHandle list, int picture, Point hotSpot) override;
@@ -53,7 +51,6 @@ private:
     WindowHandle m_captured = 0;
     std::function<void()> m_lost;
     std::function<void()> m_escape;
-    int m_updates = 0;
 };
 
 }  // namespace sylvex

@@ -10,7 +10,6 @@ int SimulatedBoxes::Show(WindowHandle owner, const std::wstring& text, const std
     const std::wstring& title = caption.empty() ? m_system.Program() : caption;
     m_lines.push_back("[" + OneLine(title) + "] " + OneLine(text) + " (" + std::to_string(style) + ")");
     m_texts.push_back(text);
-    m_owners.push_back(owner);
     m_tools.OpenBox(owner, title);
     if (const auto meanwhile = std::exchange(m_meanwhile, nullptr)) meanwhile();
     m_tools.CloseBox();

@@ -29,8 +29,6 @@ public:
     std::vector<std::string> TakeLines() { return std::exchange(m_lines, {}); }
     /// The texts alone, as they are; forgets them likewise.
     std::vector<std::wstring> TakeTexts() { return std::exchange(m_texts, {}); }
-    /// The owner windows, likewise.
-    const std::vector<WindowHandle>& Owners() const { return m_owners; }
 
     int Show(WindowHandle owner, const std::wstring& text, const std::wstring& caption, unsigned style) override;
 
@@ -42,7 +40,6 @@ private:
     std::function<void()> m_meanwhile;
     std::vector<std::string> m_lines;
     std::vector<std::wstring> m_texts;
-    std::vector<WindowHandle> m_owners;
 };
 
 /// The external error reporter: absent until a test installs it.

@@ -67,7 +67,6 @@ std::wstring SimulatedShell::DisplayName(const std::wstring& path)
 OwnedIcon SimulatedShell::FileIcon(const std::wstring& path)
 {
     m_gate.Enter("Shell::FileIcon");
-    m_fileIconAsks.push_back(Utf8(path));
     if (m_disk.Find(path) == nullptr) return {};
     return {*this, m_icons.Create("icon of " + Utf8(path))};
 }
@@ -76,7 +75,6 @@ OwnedIcon SimulatedShell::IconInFile(const std::wstring& file, int index)
 {
     m_gate.Enter("Shell::IconInFile");
     const std::string picture = Utf8(file) + "," + std::to_string(index);
-    m_extractAsks.push_back(picture);
     const auto module = m_modules.find(Folded(file));
     const bool inFile = m_disk.Find(file) != nullptr && HasOwnPicture(FoldedExtension(file));
     const int count = module != m_modules.end() ? module->second : inFile ? 1 : 0;

@@ -38,12 +38,9 @@ public:
     /// Index of folders.
     static constexpr int kFolderIndex = 3;
 
-    /// What was asked, in order: paths for FileIcon and SystemIconIndex, names for SystemIconIndexOfType,
-    /// "module,number" for IconInFile.
-    const std::vector<std::string>& FileIconAsks() const { return m_fileIconAsks; }
+    /// What was asked, in order: paths for SystemIconIndex, names for SystemIconIndexOfType.
     const std::vector<std::string>& IconIndexAsks() const { return m_indexAsks; }
     const std::vector<std::string>& TypeIndexAsks() const { return m_typeAsks; }
-    const std::vector<std::string>& ExtractAsks() const { return m_extractAsks; }
     /// One line a file operation: "move C:\a -> C:\b (flags)".
     const std::vector<std::string>& Operations() const { return m_operations; }
 
@@ -72,10 +69,8 @@ private:
     std::function<void()> m_meanwhile;
     bool m_pretends = false;
     int m_linkCode = 0;
-    std::vector<std::string> m_fileIconAsks;
     std::vector<std::string> m_indexAsks;
     std::vector<std::string> m_typeAsks;
-    std::vector<std::string> m_extractAsks;
     std::vector<std::string> m_operations;
 };
 

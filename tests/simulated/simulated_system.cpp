@@ -45,7 +45,6 @@ Point SimulatedSystem::CursorPosition()
 void SimulatedSystem::ResetPointer()
 {
     m_gate.Enter("System::ResetPointer");
-    ++m_resets;
 }
 
 void SimulatedSystem::WithInputOf(std::uint32_t time, const std::function<void()>& body)

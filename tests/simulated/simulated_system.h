@@ -15,17 +15,14 @@ class SimulatedSystem final : public System {
 public:
     explicit SimulatedSystem(CallGate& gate) : m_gate(gate) {}
     void SetVersion(SystemVersion version) { m_version = version; }
-    void SetMetric(int number, int value) { m_metrics[number] = value; }
     /// The default value of a key below the class root, such as ".txt".
     void SetClassRoot(const std::wstring& key, const std::wstring& value);
     /// The pointer, in screen pixels.
     void SetCursor(Point cursor) { m_cursor = cursor; }
-    void SetProgramName(const std::wstring& name) { m_program = name; }
     const std::wstring& Program() const { return m_program; }
     int MetricValue(int number) const;
     /// The keys that were asked for, in order.
     const std::vector<std::string>& ClassRootAsks() const { return m_asks; }
-    int PointerResets() const { return m_resets; }
     /// The clock, which the desktop's timers keep; input is made when it is handled.
     void SetClock(std::function<std::uint32_t()> clock) { m_clock = std::move(clock); }
     /// While `body` runs, the input being handled was made at `time`.
@@ -47,7 +44,6 @@ private:
     std::unordered_map<std::wstring, std::wstring> m_classes;
     std::vector<std::string> m_asks;
     Point m_cursor;
-    int m_resets = 0;
     std::function<std::uint32_t()> m_clock;
     std::optional<std::uint32_t> m_inputTime;
     std::wstring m_program = L"Host";

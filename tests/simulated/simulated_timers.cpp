@@ -14,14 +14,14 @@ public:
     SimulatedTimer& operator=(const SimulatedTimer&) = delete;
     ~SimulatedTimer() override { std::erase(m_clock.m_timers, this); }
 
-    int Interval() const override { return m_interval; }
+    int Interval() const { return m_interval; }
     void SetInterval(int milliseconds) override
     {
         m_clock.m_gate.Enter("Timer::SetInterval");
         m_interval = milliseconds;
         Set();
     }
-    bool Enabled() const override { return m_enabled; }
+    bool Enabled() const { return m_enabled; }
     void SetEnabled(bool enabled) override
     {
         m_clock.m_gate.Enter("Timer::SetEnabled");

@@ -276,10 +276,9 @@ void SimulatedTree::FinishEdit(const std::optional<std::wstring>& text)
     if (TreeRow* const kept = FindRow(item)) kept->text = *text;
 }
 
-void SimulatedTree::SetRedraw(bool redraw)
+void SimulatedTree::SetRedraw(bool)
 {
     Enter("TreeWindow::SetRedraw");
-    m_redraw = redraw;
     ++m_generation;
 }
 
@@ -317,7 +316,6 @@ bool SimulatedTree::Visible()
 void SimulatedTree::Refresh()
 {
     Enter("TreeWindow::Refresh");
-    ++m_refreshes;
     ++m_generation;
 }
 

@@ -72,14 +72,10 @@ public:
     const std::wstring& EditText() const { return m_editText; }
     int Setting(TreeSetting setting) const;
     const Rect& Place() const { return m_place; }
-    bool Redraws() const { return m_redraw && !m_frozen; }
     /// A scroll bar, 0 the horizontal, 1 the vertical one; there whether it shows or not.
     ScrollBar BarOf(int bar) const;
     /// The bits of the window's style that its scroll bars set.
     std::uint32_t BarStyle() const;
-    /// How many rows lie above the window's top edge.
-    int FirstLine() const { return m_firstLine; }
-    int Refreshes() const { return m_refreshes; }
     /// Times that InstallCheckPictures found check boxes.
     int CheckPictures() const { return m_checkPictures; }
     const ObjectRef& Font() const { return m_font; }
@@ -181,12 +177,9 @@ private:
     ObjectRef m_mouseIcon;
     bool m_gone = false;
     bool m_visible = true;
-    bool m_redraw = true;
-    bool m_frozen = false;  // by a message of the host
     unsigned m_generation = 1;
     int m_firstLine = 0;
     int m_scrolledRight = 0;  // pixels
-    int m_refreshes = 0;
     int m_checkPictures = 0;
 };
 

@@ -49,7 +49,6 @@ std::intptr_t SimulatedTree::OnMessage(unsigned message, std::uintptr_t wParam, 
     const auto item = static_cast<ItemHandle>(lParam);
     switch (message) {
         case WM_SETREDRAW:
-            m_frozen = wParam == 0;
             return 0;
         case WM_HSCROLL:
         case WM_VSCROLL:

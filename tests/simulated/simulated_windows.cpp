@@ -73,7 +73,7 @@ void SimulatedWindows::Forget(const SimulatedTree& tree)
 std::unique_ptr<TreeWindow> SimulatedWindows::CreateTree(WindowHandle parent, TreeWindowListener& listener)
 {
     m_gate.Enter("Windows::CreateTree");
-    if (m_refuseTrees || m_windows.count(parent) == 0) throw OutOfMemory();
+    if (m_windows.count(parent) == 0) throw OutOfMemory();
     const WindowHandle handle = NewWindow();
     auto tree = std::make_unique<SimulatedTree>(*this, handle, listener);
     m_windows[handle].parent = parent;

@@ -31,8 +31,6 @@ public:
     WindowHandle TopLevelOf(WindowHandle window) const;
     /// The trees that exist, in the order of their making. They belong to who called CreateTree.
     const std::vector<SimulatedTree*>& Trees() const { return m_trees; }
-    /// From now on CreateTree raises 7.
-    void RefuseTrees() { m_refuseTrees = true; }
 
     std::unique_ptr<TreeWindow> CreateTree(WindowHandle parent, TreeWindowListener& listener) override;
     std::unique_ptr<ListWindow> WrapList(WindowHandle list) override;
@@ -68,7 +66,6 @@ private:
     std::vector<SimulatedTree*> m_trees;
     std::function<void(WindowHandle)> m_whenDestroyed;
     WindowHandle m_last = 0x10000;
-    bool m_refuseTrees = false;
 };
 
 }  // namespace sylvex

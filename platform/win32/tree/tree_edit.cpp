@@ -51,7 +51,9 @@ LRESULT TreeEdit::OnEnd(const NMTVDISPINFOW& notice)
     if (!std::exchange(m_open, false)) return FALSE;
     std::optional<std::wstring> text;
     // A form that is hidden or destroyed takes the focus from the edit, which for the tree is an end like any other.
-    if (notice.item.pszText && IsWindowVisible(m_core.Window())) text = notice.item.pszText;
+    // The tree itself counts as hidden while nothing repaints.
+    const bool inSight = m_core.face.Visible() && IsWindowVisible(m_core.Parent());
+    if (notice.item.pszText && inSight) text = notice.item.pszText;
     bool kept = false;
     const auto data = static_cast<ItemData>(notice.item.lParam);
     const bool told = m_core.Tell([&](TreeWindowListener& l) { kept = l.LabelEdited(data, text); });
