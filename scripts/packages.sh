@@ -6,6 +6,8 @@ readonly neededPackages=(
     # To run and to look at what runs. Wine opens the X libraries by name, and draws with the fonts.
     wine wine64 libxrender1 libxcursor1 libxcomposite1 libxi6 libxrandr2 libxfixes3 libxinerama1
     fonts-wine fonts-liberation xvfb xdotool x11-utils imagemagick
+    # To be asked what a selection means to them.
+    git rsync
 )
 
 asRoot() {
