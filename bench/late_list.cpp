@@ -2,8 +2,10 @@
 #include <span>
 
 #include "bench/bench.h"
+#include "com/late_call.h"
+#include "com/object.h"
+#include "com/variant.h"
 #include "platform/text.h"
-#include "platform/win32/com_pointer.h"
 #include "SylvexControl_h.h"
 
 namespace sylvex::bench {
@@ -16,47 +18,11 @@ int RunsFor(int files)
     return files > 1000 ? 3 : 9;
 }
 
-void Check(HRESULT result)
-{
-    if (FAILED(result)) throw RuntimeError{HRESULT_CODE(result), L"A call of the component failed"};
-}
-
-/// A value of a call, cleared with the object.
-struct Value : VARIANT {
-    Value() { VariantInit(this); }
-    explicit Value(long number) : Value()
-    {
-        vt = VT_I4;
-        lVal = number;
-    }
-    explicit Value(const std::wstring& text) : Value()
-    {
-        vt = VT_BSTR;
-        bstrVal = SysAllocStringLen(text.c_str(), static_cast<UINT>(text.size()));
-    }
-    ~Value() { VariantClear(this); }
-    Value(const Value&) = delete;
-    Value& operator=(const Value&) = delete;
-};
-
 /// An automation object that is known by its members' names only, as a list view of another maker is: it passes calls
 /// on to one of the component's, and wraps the objects that it gives out.
-class Stranger final : public IDispatch {
+class Stranger final : public CountedObject<IDispatch> {
 public:
     explicit Stranger(IDispatch* inner) : m_inner(inner) {}
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override
-    {
-        *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
-        if (*found != nullptr) AddRef();
-        return *found != nullptr ? S_OK : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++m_references; }
-    STDMETHODIMP_(ULONG) Release() override
-    {
-        const ULONG left = --m_references;
-        if (left == 0) delete this;
-        return left;
-    }
     STDMETHODIMP GetTypeInfoCount(UINT* count) override { return m_inner->GetTypeInfoCount(count); }
     STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override
     {
@@ -71,34 +37,26 @@ public:
     {
         const HRESULT done = m_inner->Invoke(member, id, locale, kind, arguments, result, exception, bad);
         if (FAILED(done) || result == nullptr || result->vt != VT_DISPATCH || result->pdispVal == nullptr) return done;
-        IDispatch* const inner = result->pdispVal;
-        result->pdispVal = new Stranger(inner);
-        inner->Release();
+        const auto inner = ComPtr<IDispatch>::Adopt(result->pdispVal);
+        result->pdispVal = Make<Stranger>(inner.Get()).Detach();
         return done;
     }
 
 private:
-    ~Stranger() = default;
     ComPtr<IDispatch> m_inner;
-    ULONG m_references = 1;
 };
 
 DISPID MemberOf(IDispatch& object, const wchar_t* name)
 {
-    std::wstring text = name;
-    LPOLESTR names = text.data();
-    DISPID member = 0;
-    Check(object.GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &member));
+    DISPID member = DISPID_UNKNOWN;
+    Check(FindMember(object, name, member));
     return member;
 }
 
 /// `reversed`: the arguments, last first.
 void Invoke(IDispatch& object, DISPID member, WORD kind, std::span<VARIANT> reversed, VARIANT* result)
 {
-    DISPID put = DISPID_PROPERTYPUT;
-    const bool puts = kind == DISPATCH_PROPERTYPUT;
-    DISPPARAMS arguments{reversed.data(), puts ? &put : nullptr, static_cast<UINT>(reversed.size()), puts ? 1u : 0u};
-    Check(object.Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &arguments, result, nullptr, nullptr));
+    Check(CallMember(object, member, kind, reversed, result));
 }
 
 /// A control of the component beside the program, in a window of its own.
@@ -122,24 +80,19 @@ ComPtr<_Sylvex> NewControl()
 /// As after a sort: what a list does with rows that are added while it is sorted is the list's own affair.
 void PutSorted(IDispatch& list, bool sorted)
 {
-    Value value;
-    value.vt = VT_BOOL;
-    value.boolVal = sorted ? VARIANT_TRUE : VARIANT_FALSE;
-    Invoke(list, MemberOf(list, L"Sorted"), DISPATCH_PROPERTYPUT, {static_cast<VARIANT*>(&value), 1}, nullptr);
+    Variant value(sorted);
+    Invoke(list, MemberOf(list, L"Sorted"), DISPATCH_PROPERTYPUT, {&value.Get(), 1}, nullptr);
 }
 
 /// The list object that a control makes of a list-view window, as a stranger.
 ComPtr<IDispatch> ListObject(_Sylvex& maker, HWND list)
 {
-    const Value window(static_cast<long>(reinterpret_cast<LONG_PTR>(list)));
-    Check(maker.putref_ReqListView(window));
-    Value object;
-    Check(maker.get_ReqListView(&object));
-    if (object.vt != VT_DISPATCH) throw RuntimeError{424, L"Object required"};
-    auto* const stranger = new Stranger(object.pdispVal);
-    ComPtr<IDispatch> shared(stranger);
-    stranger->Release();
-    return shared;
+    const Variant window(static_cast<long>(reinterpret_cast<LONG_PTR>(list)));
+    Check(maker.putref_ReqListView(window.Get()));
+    Variant object;
+    Check(maker.get_ReqListView(object.Put()));
+    if (!object.As<IDispatch>()) throw RuntimeError{424, L"Object required"};
+    return ComPtr<IDispatch>(Make<Stranger>(object.As<IDispatch>().Get()).Get());
 }
 
 /// The calls that fill one row, and nothing else.
@@ -147,34 +100,32 @@ class BareRows {
 public:
     explicit BareRows(IDispatch& list)
     {
-        Value items;
-        Invoke(list, MemberOf(list, L"ListItems"), DISPATCH_PROPERTYGET, {}, &items);
-        m_items = ComPtr<IDispatch>(items.pdispVal);
+        Variant items;
+        Invoke(list, MemberOf(list, L"ListItems"), DISPATCH_PROPERTYGET, {}, items.Put());
+        m_items = items.As<IDispatch>();
         m_add = MemberOf(*m_items.Get(), L"Add");
     }
     void Add(const std::wstring& path)
     {
-        Value added;
-        Invoke(*m_items.Get(), m_add, DISPATCH_METHOD, {}, &added);
-        IDispatch& item = *added.pdispVal;
+        Variant added;
+        Invoke(*m_items.Get(), m_add, DISPATCH_METHOD, {}, added.Put());
+        IDispatch& item = *V_DISPATCH(&added.Get());
         if (m_text == DISPID_UNKNOWN) {
             m_text = MemberOf(item, L"Text");
             m_subItems = MemberOf(item, L"SubItems");
             m_index = MemberOf(item, L"Index");
         }
-        Value text(path);
-        Invoke(item, m_text, DISPATCH_PROPERTYPUT, {static_cast<VARIANT*>(&text), 1}, nullptr);
+        Variant text(path);
+        Invoke(item, m_text, DISPATCH_PROPERTYPUT, {&text.Get(), 1}, nullptr);
         for (long column = 1; column < 16; ++column) {
             if (column == 10) continue;
-            std::array<VARIANT, 2> reversed;
             // As long as the columns' texts are on average.
-            Value cell(std::wstring(L"01/01/2026A"));
-            reversed[0] = cell;
-            reversed[1] = Value(column);
+            const Variant cell(L"01/01/2026A");
+            std::array<VARIANT, 2> reversed{cell.Get(), Variant(column).Get()};
             Invoke(item, m_subItems, DISPATCH_PROPERTYPUT, reversed, nullptr);
         }
-        Value index;
-        Invoke(item, m_index, DISPATCH_PROPERTYGET, {}, &index);
+        Variant index;
+        Invoke(item, m_index, DISPATCH_PROPERTYGET, {}, index.Put());
     }
 
 private:
@@ -211,10 +162,9 @@ double FloorLateList(const std::wstring& folder, int runs)
 
 std::wstring TextOf(INode& node)
 {
-    Value text;
-    Check(node.get_Text(&text.bstrVal));
-    text.vt = VT_BSTR;
-    return text.bstrVal;
+    Bstr text;
+    Check(node.get_Text(text.Put()));
+    return text.Text();
 }
 
 ComPtr<INode> ChildOf(INode& parent, const std::wstring& text)
@@ -234,14 +184,14 @@ ComPtr<INode> ChildOf(INode& parent, const std::wstring& text)
 /// The node of a folder, opened like all above it.
 ComPtr<INode> NodeAt(_Sylvex& control, const std::wstring& path)
 {
-    Value tree;
-    Check(control.get_TreeView(&tree));
+    Variant tree;
+    Check(control.get_TreeView(tree.Put()));
     ComPtr<INodes> nodes;
-    Check(ComPtr<IDispatch>(tree.pdispVal).As<ITreeView>()->get_Nodes(nodes.Put()));
+    Check(tree.As<ITreeView>()->get_Nodes(nodes.Put()));
     const auto parts = SplitText(path, L'\\');
-    const Value drive(parts[0] + L"\\");
+    const Variant drive(parts[0] + L"\\");
     ComPtr<INode> node;
-    Check(nodes->get_Item(drive, node.Put()));
+    Check(nodes->get_Item(drive.Get(), node.Put()));
     for (std::size_t i = 1; i < parts.size(); ++i)
         node = ChildOf(*node.Get(), parts[i]);
     Check(node->put_Expanded(VARIANT_TRUE));
@@ -258,15 +208,10 @@ double OursLateList(const std::wstring& folder, int runs)
             const ComPtr<_Sylvex> maker = NewControl();
             const ComPtr<IDispatch> list = ListObject(*maker.Get(), window);
             const ComPtr<_Sylvex> control = NewControl();
-            const Value filter(std::wstring(L"*"));
-            Check(control->put_FileFilter(filter.bstrVal));
+            Check(control->put_FileFilter(Bstr(L"*").Get()));
             Check(control->put_Checkboxes(VARIANT_TRUE));
             Check(control->Enumerate());
-            Value handed;
-            handed.vt = VT_DISPATCH;
-            handed.pdispVal = list.Get();
-            list->AddRef();
-            Check(control->putref_ReqListView(handed));
+            Check(control->putref_ReqListView(Variant(list.Get()).Get()));
             const ComPtr<INode> node = NodeAt(*control.Get(), folder);
             Check(node->put_Checked(VARIANT_TRUE));
             INode* ticked = node.Get();

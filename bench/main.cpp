@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bench/bench.h"
+#include "com/error.h"
 
 using namespace sylvex;
 
@@ -39,6 +40,9 @@ int main(int count, char** arguments)
         }
     } catch (const RuntimeError& error) {
         std::printf("stopped by error %ld: %ls\n", error.number, error.description.c_str());
+        return 1;
+    } catch (const ComError& error) {
+        std::printf("stopped by a call of the component: 0x%08lX\n", static_cast<unsigned long>(error.result));
         return 1;
     }
     std::printf("benchmark finished\n");

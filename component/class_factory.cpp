@@ -1,6 +1,6 @@
 #include "component/class_factory.h"
 
-#include "component/com/object.h"
+#include "com/object.h"
 #include "component/startup.h"
 #include "component/sylvex_object.h"
 

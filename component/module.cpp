@@ -2,8 +2,8 @@
 
 #include <ole2.h>
 
+#include "com/module_lock.h"
 #include "component/class_factory.h"
-#include "component/com/com.h"
 #include "component/com/typeinfo.h"
 #include "component/registration.h"
 

@@ -51,12 +51,7 @@ private:
 
 void CheckRegistry(LSTATUS status)
 {
-    if (status != ERROR_SUCCESS) throw ComError{HRESULT_FROM_WIN32(static_cast<DWORD>(status))};
-}
-
-void Check(HRESULT result)
-{
-    if (FAILED(result)) throw ComError{result};
+    Check(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
 }
 
 std::wstring Text(const GUID& id)

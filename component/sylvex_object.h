@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "component/com/object.h"
+#include "component/com/dispatch.h"
 #include "component/com/values.h"
 #include "component/container/control_core.h"
 #include "component/container/ole_parts.h"

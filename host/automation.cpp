@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "com/late_call.h"
+#include "com/type_info.h"
 #include "host/system_text.h"
 
 namespace sylvex::host {
@@ -32,30 +34,12 @@ std::wstring TakeDescription()
     return description.Text();
 }
 
-/// Owns what an object says about a failed Invoke.
-class ExceptionInfo {
-public:
-    ExceptionInfo() = default;
-    ExceptionInfo(const ExceptionInfo&) = delete;
-    ExceptionInfo& operator=(const ExceptionInfo&) = delete;
-    ~ExceptionInfo()
-    {
-        SysFreeString(m_info.bstrSource);
-        SysFreeString(m_info.bstrDescription);
-        SysFreeString(m_info.bstrHelpFile);
-    }
-    EXCEPINFO* Put() { return &m_info; }
-    [[noreturn]] void Throw(const std::wstring& member)
-    {
-        if (m_info.pfnDeferredFillIn) m_info.pfnDeferredFillIn(&m_info);
-        const HRESULT result =
-            m_info.scode ? m_info.scode : MAKE_HRESULT(SEVERITY_ERROR, kNumberedFacility, m_info.wCode);
-        throw AutomationError(member, result, m_info.bstrDescription ? m_info.bstrDescription : L"");
-    }
-
-private:
-    EXCEPINFO m_info{};
-};
+[[noreturn]] void ThrowTold(const std::wstring& member, ExceptionInfo& exception)
+{
+    const EXCEPINFO& told = exception.Get();
+    const HRESULT result = told.scode ? told.scode : MAKE_HRESULT(SEVERITY_ERROR, kNumberedFacility, told.wCode);
+    throw AutomationError(member, result, std::wstring(ViewOf(told.bstrDescription)));
+}
 
 }  // namespace
 
@@ -69,43 +53,26 @@ void Check(HRESULT result, std::wstring_view member)
     if (FAILED(result)) throw AutomationError(member, result, TakeDescription());
 }
 
-void LateBound::Put(const std::wstring& member, Variant&& value)
+void PutProperty(IDispatch& object, const std::wstring& member, Variant value)
 {
-    const DISPID id = Find(member);
-    DISPID named = DISPID_PROPERTYPUT;
-    DISPPARAMS arguments{&value.Get(), &named, 1, 1};
-
+    DISPID id = DISPID_UNKNOWN;
+    Check(FindMember(object, member.c_str(), id), member);
     HRESULT result = DISP_E_MEMBERNOTFOUND;
     for (const WORD kind : {DISPATCH_PROPERTYPUTREF, DISPATCH_PROPERTYPUT}) {
         ExceptionInfo exception;
-        result =
-            m_object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &arguments, nullptr, exception.Put(), nullptr);
-        if (result == DISP_E_EXCEPTION) exception.Throw(member);
+        result = CallMember(object, id, kind, {&value.Get(), 1}, nullptr, exception.Put());
+        if (result == DISP_E_EXCEPTION) ThrowTold(member, exception);
         if (result != DISP_E_MEMBERNOTFOUND) break;
     }
     Check(result, member);
 }
 
-std::wstring LateBound::NameOf(DISPID member) const
+std::wstring MemberName(IDispatch& object, DISPID member)
 {
     ComPtr<ITypeInfo> info;
-    Bstr name;
-    UINT count = 0;
-    if (SUCCEEDED(m_object->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Put()))) {
-        info->GetNames(member, name.Put(), 1, &count);
-    }
-    return count == 1 ? name.Text() : std::to_wstring(member);
-}
-
-DISPID LateBound::Find(const std::wstring& member)
-{
-    if (const auto known = m_members.find(member); known != m_members.end()) return known->second;
-    DISPID id = DISPID_UNKNOWN;
-    std::wstring name = member;
-    wchar_t* names = name.data();
-    Check(m_object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id), member);
-    m_members.emplace(member, id);
-    return id;
+    const HRESULT got = object.GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Put());
+    const std::wstring name = SUCCEEDED(got) ? NameOf(*info, member) : std::wstring();
+    return name.empty() ? std::to_wstring(member) : name;
 }
 
 }  // namespace sylvex::host

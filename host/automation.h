@@ -1,10 +1,9 @@
 #pragma once
 
-#include <map>
 #include <string>
 #include <string_view>
 
-#include "host/com.h"
+#include "com/variant.h"
 #include "host/failure.h"
 #include "SylvexControl_h.h"
 
@@ -21,22 +20,10 @@ public:
 /// Throws AutomationError, with what the object said about it, when the call of `member` failed.
 void Check(HRESULT result, std::wstring_view member);
 
-/// Calls members of an object by their names, as a script does; identifiers are asked for once.
-class LateBound {
-public:
-    explicit LateBound(ComPtr<IDispatch> object) : m_object(std::move(object)) {}
-
-    /// Writes a property by reference, or by value where the object takes no references; throws AutomationError.
-    void Put(const std::wstring& member, Variant&& value);
-    /// Name of a member, or its number when the object cannot tell.
-    std::wstring NameOf(DISPID member) const;
-
-private:
-    DISPID Find(const std::wstring& member);
-
-    ComPtr<IDispatch> m_object;
-    std::map<std::wstring, DISPID> m_members;
-};
+/// Writes a property by reference, or by value where the object takes no references; throws AutomationError.
+void PutProperty(IDispatch& object, const std::wstring& member, Variant value);
+/// Name of a member, or its number when the object cannot tell.
+std::wstring MemberName(IDispatch& object, DISPID member);
 
 /// Reads a text from an automation object: `getter` is the member function that returns a BSTR. Throws AutomationError.
 template <class Object, class Interface>
@@ -64,6 +51,12 @@ ComPtr<Result> ReadObject(Object& object, HRESULT (STDMETHODCALLTYPE Interface::
     ComPtr<Result> result;
     Check((object.*getter)(result.Put()), member);
     return result;
+}
+
+/// The automation form of a window's handle: of 32 bits everywhere, and scripts know no longer numbers.
+inline Variant ValueOf(HWND window)
+{
+    return Variant(static_cast<long>(reinterpret_cast<LONG_PTR>(window)));
 }
 
 /// The automation form of a flag.

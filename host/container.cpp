@@ -35,12 +35,12 @@ void ControlContainer::Open(const wchar_t* progId, ComPtr<IFontDisp> font, Liste
 {
     try {
         CreateObject(progId);
-        m_frame = New<ControlFrame>(m_form);
-        m_site = New<ControlSite>(m_place, m_frame, std::move(font), std::move(listeners.tabOut));
+        m_frame = Make<ControlFrame>(m_form);
+        m_site = Make<ControlSite>(m_place, m_frame, std::move(font), std::move(listeners.tabOut));
         SetSite();
-        const auto events = New<EventSink>(std::move(listeners.event));
-        m_events = Connection(*m_object, DIID___Sylvex, *events);
-        const auto properties = New<PropertySink>(std::move(listeners.property));
+        const auto events = Make<EventSink>(std::move(listeners.event));
+        m_events = Connection(*m_object, __uuidof(__Sylvex), *events);
+        const auto properties = Make<PropertySink>(std::move(listeners.property));
         m_properties = Connection(*m_object, IID_IPropertyNotifySink, *properties);
         ActivateInPlace();
     } catch (const AutomationError&) {
@@ -54,9 +54,7 @@ void ControlContainer::CreateObject(const wchar_t* progId)
     CLSID classId;
     const HRESULT known = CLSIDFromProgID(progId, &classId);
     if (FAILED(known)) throw AutomationError(progId, REGDB_E_CLASSNOTREG, L"The class is not registered");
-    Check(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IOleObject,
-                           reinterpret_cast<void**>(m_object.Put())),
-          progId);
+    Check(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IOleObject, m_object.PutAny()), progId);
     m_control = m_object.As<_Sylvex>();
     m_inPlace = m_object.As<IOleInPlaceObject>();
     if (!m_control || !m_inPlace) throw AutomationError(progId, E_NOINTERFACE, {});
@@ -160,7 +158,7 @@ ComPtr<IFontDisp> MakeFontObject(const LOGFONTW& font)
     description.fItalic = font.lfItalic;
 
     ComPtr<IFontDisp> result;
-    OleCreateFontIndirect(&description, IID_IFontDisp, reinterpret_cast<void**>(result.Put()));
+    OleCreateFontIndirect(&description, IID_IFontDisp, result.PutAny());
     return result;
 }
 

@@ -56,11 +56,6 @@ HRESULT AnswerText(VARIANT& value, const wchar_t* text)
 
 }  // namespace
 
-STDMETHODIMP ControlFrame::QueryInterface(REFIID id, void** found)
-{
-    return Answer<IOleInPlaceFrame, IOleInPlaceUIWindow, IOleWindow>(this, id, found);
-}
-
 STDMETHODIMP ControlFrame::GetWindow(HWND* window)
 {
     if (!window) return E_POINTER;
@@ -83,11 +78,6 @@ void ControlSite::Detach()
 {
     m_window = nullptr;
     m_tabOut = nullptr;
-}
-
-STDMETHODIMP ControlSite::QueryInterface(REFIID id, void** found)
-{
-    return Answer<IOleClientSite, IOleInPlaceSite, IOleWindow, IOleControlSite, IDispatch>(this, id, found);
 }
 
 STDMETHODIMP ControlSite::GetMoniker(DWORD, DWORD, IMoniker** moniker)
@@ -150,19 +140,6 @@ STDMETHODIMP ControlSite::TranslateAccelerator(MSG* message, DWORD modifiers)
     if (!message || message->message != WM_KEYDOWN || message->wParam != VK_TAB || !m_tabOut) return S_FALSE;
     m_tabOut((modifiers & kShift) != 0);
     return S_OK;
-}
-
-STDMETHODIMP ControlSite::GetTypeInfoCount(UINT* count)
-{
-    if (!count) return E_POINTER;
-    *count = 0;
-    return S_OK;
-}
-
-STDMETHODIMP ControlSite::GetTypeInfo(UINT, LCID, ITypeInfo** info)
-{
-    if (info) *info = nullptr;
-    return DISP_E_BADINDEX;
 }
 
 STDMETHODIMP ControlSite::Invoke(DISPID member, REFIID, LCID, WORD kind, DISPPARAMS*, VARIANT* result, EXCEPINFO*,

@@ -2,14 +2,15 @@
 
 #include <functional>
 
-#include "host/com.h"
+#include "com/dispatch.h"
+#include "com/object.h"
 
 #include <ocidl.h>
 
 namespace sylvex::host {
 
 /// The form's side of in-place activation: remembers which object takes the keys.
-class ControlFrame : public ComObject<IOleInPlaceFrame> {
+class ControlFrame final : public CountedObject<IOleInPlaceFrame> {
 public:
     /// `form` is the top-level window.
     explicit ControlFrame(HWND form) : m_form(form) {}
@@ -19,7 +20,6 @@ public:
     /// Forgets the active object, for the end.
     void Detach() { m_active.Reset(); }
 
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override;
     STDMETHODIMP GetWindow(HWND* window) override;
     STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
     STDMETHODIMP GetBorder(RECT*) override { return INPLACE_E_NOTOOLSPACE; }
@@ -39,7 +39,7 @@ private:
 };
 
 /// What a control sees of its container: its place, the frame, the ambient properties.
-class ControlSite : public ComObject<IOleClientSite, IOleInPlaceSite, IOleControlSite, IDispatch> {
+class ControlSite final : public CountedObject<IOleClientSite, IOleInPlaceSite, IOleControlSite, PlainDispatch> {
 public:
     /// Moves the focus on from the control, to the previous control when its argument is true.
     using TabOut = std::function<void(bool)>;
@@ -50,8 +50,6 @@ public:
     bool IsUiActive() const { return m_uiActive; }
     /// Must be called before the window goes: from then on the site answers nothing that needs it.
     void Detach();
-
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override;
 
     STDMETHODIMP SaveObject() override { return E_NOTIMPL; }
     STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker** moniker) override;
@@ -83,9 +81,6 @@ public:
     STDMETHODIMP OnFocus(BOOL) override { return S_OK; }
     STDMETHODIMP ShowPropertyFrame() override { return E_NOTIMPL; }
 
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override;
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
     /// The ambient properties; they have identifiers only.
     STDMETHODIMP Invoke(DISPID member, REFIID reserved, LCID, WORD kind, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                         UINT*) override;

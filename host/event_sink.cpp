@@ -15,21 +15,21 @@ struct EventShape {
 };
 
 constexpr EventShape kEvents[] = {
-    {1, L"ListItemChecked", {}},
-    {2, L"NodeCheck", {}},
-    {3, L"NodeClick", {}},
-    {4, L"AfterLabelEdit", {L"Cancel", L"NewString"}},
-    {5, L"BeforeLabelEdit", {L"Cancel"}},
-    {6, L"Collapse", {}},
-    {7, L"DblClick", {}},
-    {8, L"Expand", {}},
-    {9, L"KeyDown", {L"KeyCode", L"Shift"}},
-    {10, L"KeyPress", {L"KeyAscii"}},
-    {11, L"KeyUp", {L"KeyCode", L"Shift"}},
-    {12, L"MouseUp", {L"Button", L"Shift", L"x", L"y"}},
-    {13, L"MouseMove", {L"Button", L"Shift", L"x", L"y"}},
-    {14, L"MouseDown", {L"Button", L"Shift", L"x", L"y"}},
-    {15, L"HitTest", {L"x", L"y", L"HitResult"}},
+    {dispidListItemChecked, L"ListItemChecked", {}},
+    {dispidNodeCheck, L"NodeCheck", {}},
+    {dispidNodeClick, L"NodeClick", {}},
+    {dispidAfterLabelEdit, L"AfterLabelEdit", {L"Cancel", L"NewString"}},
+    {dispidBeforeLabelEdit, L"BeforeLabelEdit", {L"Cancel"}},
+    {dispidCollapse, L"Collapse", {}},
+    {dispidDblClick, L"DblClick", {}},
+    {dispidExpand, L"Expand", {}},
+    {dispidKeyDown, L"KeyDown", {L"KeyCode", L"Shift"}},
+    {dispidKeyPress, L"KeyPress", {L"KeyAscii"}},
+    {dispidKeyUp, L"KeyUp", {L"KeyCode", L"Shift"}},
+    {dispidMouseUp, L"MouseUp", {L"Button", L"Shift", L"x", L"y"}},
+    {dispidMouseMove, L"MouseMove", {L"Button", L"Shift", L"x", L"y"}},
+    {dispidMouseDown, L"MouseDown", {L"Button", L"Shift", L"x", L"y"}},
+    {dispidHitTest, L"HitTest", {L"x", L"y", L"HitResult"}},
 };
 
 const EventShape* FindShape(DISPID id)
@@ -44,8 +44,7 @@ std::wstring TextOf(VARIANT& argument)
 {
     Variant text;
     if (FAILED(VariantCopyInd(text.Put(), &argument))) return L"?";
-    if (FAILED(VariantChangeType(&text.Get(), &text.Get(), 0, VT_BSTR))) return L"?";
-    return V_BSTR(&text.Get()) ? V_BSTR(&text.Get()) : L"";
+    return FAILED(text.ChangeType(VT_BSTR)) ? L"?" : std::wstring(text.Text());
 }
 
 ComPtr<INode> NodeOf(VARIANT& argument)
@@ -63,7 +62,7 @@ float NumberOf(VARIANT& argument)
 
 ControlEvent DescribeEvent(DISPID id, const EventShape* shape, DISPPARAMS& parameters)
 {
-    ControlEvent event{static_cast<EventId>(id), EventName(id), {}, {}};
+    ControlEvent event{id, EventName(id), {}, {}};
     // Arguments come last to first.
     for (UINT index = 0; index < parameters.cArgs; ++index) {
         VARIANT& argument = parameters.rgvarg[parameters.cArgs - 1 - index];
@@ -86,28 +85,6 @@ std::wstring EventName(DISPID event)
     return shape ? shape->name : L"event " + std::to_wstring(event);
 }
 
-STDMETHODIMP EventSink::QueryInterface(REFIID id, void** found)
-{
-    const HRESULT result = Answer<IDispatch>(this, id, found);
-    if (result != E_NOINTERFACE || id != DIID___Sylvex) return result;
-    *found = static_cast<IDispatch*>(this);
-    AddRef();
-    return S_OK;
-}
-
-STDMETHODIMP EventSink::GetTypeInfoCount(UINT* count)
-{
-    if (!count) return E_POINTER;
-    *count = 0;
-    return S_OK;
-}
-
-STDMETHODIMP EventSink::GetTypeInfo(UINT, LCID, ITypeInfo** info)
-{
-    if (info) *info = nullptr;
-    return DISP_E_BADINDEX;
-}
-
 STDMETHODIMP EventSink::Invoke(DISPID member, REFIID, LCID, WORD kind, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*,
                                UINT*)
 {
@@ -119,11 +96,6 @@ STDMETHODIMP EventSink::Invoke(DISPID member, REFIID, LCID, WORD kind, DISPPARAM
     } catch (const std::exception&) {
         return E_FAIL;
     }
-}
-
-STDMETHODIMP PropertySink::QueryInterface(REFIID id, void** found)
-{
-    return Answer<IPropertyNotifySink>(this, id, found);
 }
 
 STDMETHODIMP PropertySink::OnChanged(DISPID member)

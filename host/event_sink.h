@@ -5,27 +5,17 @@
 #include <string_view>
 #include <vector>
 
-#include "host/com.h"
+#include "com/dispatch.h"
+#include "com/object.h"
 #include "SylvexControl_h.h"
 
 #include <ocidl.h>
 
 namespace sylvex::host {
 
-/// Identifiers of the events that the form reacts to.
-enum class EventId : DISPID {
-    NodeCheck = 2,
-    NodeClick = 3,
-    Collapse = 6,
-    Expand = 8,
-    MouseUp = 12,
-    MouseMove = 13,
-    MouseDown = 14
-};
-
 /// An event of the control, as it arrived.
 struct ControlEvent {
-    EventId id;
+    DISPID id;
     std::wstring name;
     /// Empty for an event without a node.
     ComPtr<INode> node;
@@ -40,16 +30,12 @@ struct ControlEvent {
 std::wstring EventName(DISPID event);
 
 /// Receives __Sylvex.
-class EventSink : public ComObject<IDispatch> {
+class EventSink final : public CountedObject<EventDispatch<__Sylvex>> {
 public:
     using Listener = std::function<void(const ControlEvent&)>;
 
     explicit EventSink(Listener listener) : m_listener(std::move(listener)) {}
 
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override;
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override;
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
     STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD kind, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*,
                         UINT*) override;
 
@@ -58,13 +44,12 @@ private:
 };
 
 /// Hears of changed properties.
-class PropertySink : public ComObject<IPropertyNotifySink> {
+class PropertySink final : public CountedObject<IPropertyNotifySink> {
 public:
     using Listener = std::function<void(DISPID)>;
 
     explicit PropertySink(Listener listener) : m_listener(std::move(listener)) {}
 
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override;
     STDMETHODIMP OnChanged(DISPID member) override;
     STDMETHODIMP OnRequestEdit(DISPID) override { return S_OK; }
 

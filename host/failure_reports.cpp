@@ -3,6 +3,10 @@
 #include <iterator>
 #include <utility>
 
+#include "com/dispatch.h"
+#include "com/object.h"
+#include "com/variant.h"
+
 namespace sylvex::host {
 namespace {
 
@@ -10,7 +14,8 @@ constexpr CLSID kClass = {0x2f9d7c60, 0x1b8e, 0x4c33, {0x8a, 0x5d, 0x77, 0x0e, 0
 constexpr wchar_t kName[] = L"Quenmark.Error";
 constexpr wchar_t kUserClasses[] = L"Software\\Classes\\";
 constexpr long kPassedOn = 65535;
-enum Member : DISPID { kErrorHandler = 1, kAction = 2 };
+constexpr const wchar_t* kMembers[] = {L"ErrorHandler", L"Action"};
+enum Member : DISPID { kErrorHandler = 1, kAction };
 /// Arguments from the last one, which automation hands over first.
 enum Argument : UINT { kDescription = 1, kNumber = 2, kLine = 3, kProcedure = 4, kModule = 5, kArguments = 8 };
 
@@ -22,8 +27,8 @@ std::wstring KeyBelow(HKEY root)
 std::wstring TextOf(const VARIANT& value)
 {
     Variant text;
-    const bool done = SUCCEEDED(VariantChangeType(&text.Get(), const_cast<VARIANT*>(&value), 0, VT_BSTR));
-    return done ? std::wstring(V_BSTR(&text.Get()), SysStringLen(V_BSTR(&text.Get()))) : std::wstring();
+    text.SetTo(value, VT_BSTR);
+    return std::wstring(text.Text());
 }
 
 std::wstring LineOf(const VARIANT* values)
@@ -39,28 +44,18 @@ std::wstring LineOf(const VARIANT* values)
 }  // namespace
 
 /// The class of reporters, and its only object.
-class FailureReports::Reporter final : public ComObject<IClassFactory, IDispatch> {
+class FailureReports::Reporter final : public CountedObject<IClassFactory, PlainDispatch> {
 public:
     explicit Reporter(Listener listener) : m_listener(std::move(listener)) {}
 
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override
-    {
-        return Answer<IClassFactory, IDispatch>(this, id, found);
-    }
     STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** object) override
     {
         return outer ? CLASS_E_NOAGGREGATION : QueryInterface(id, object);
     }
     STDMETHODIMP LockServer(BOOL) override { return S_OK; }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* members) override
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* members) override
     {
-        const std::wstring_view name = names[0];
-        *members = DISPID_UNKNOWN;
-        if (name == L"ErrorHandler") *members = kErrorHandler;
-        if (name == L"Action") *members = kAction;
-        return *members == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK;
+        return FindName(kMembers, names, count, members);
     }
     STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO*,
                         UINT*) override
@@ -79,7 +74,7 @@ private:
     Listener m_listener;
 };
 
-FailureReports::FailureReports(Listener listener) : m_reporter(New<Reporter>(std::move(listener)))
+FailureReports::FailureReports(Listener listener) : m_reporter(Make<Reporter>(std::move(listener)))
 {
     CLSID present;
     // A name that was left behind by a host that crashed leads to this class.

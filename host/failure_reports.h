@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "host/com.h"
+#include "com/pointer.h"
 
 namespace sylvex::host {
 

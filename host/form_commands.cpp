@@ -88,7 +88,7 @@ void Form::OpenControl()
         throw;
     }
     _Sylvex& control = Control();
-    LateBound(ComPtr<IDispatch>(&control)).Put(L"ReqListView", Variant(Item(IDC_LIST)));
+    PutProperty(control, L"ReqListView", ValueOf(Item(IDC_LIST)));
     if (font) Check(control.putref_Font(font.Get()), L"Font");
     Check(control.put_HideSelection(VARIANT_FALSE), L"HideSelection");
     ApplyCheckboxes();
@@ -323,7 +323,7 @@ std::wstring Form::DescribeNode(INode& node)
 
 void Form::HearEvent(const ControlEvent& event)
 {
-    if (event.id == EventId::MouseMove) {
+    if (event.id == dispidMouseMove) {
         m_log.AddLatest(event.name, event.arguments);
         return;
     }
@@ -337,7 +337,7 @@ void Form::HearEvent(const ControlEvent& event)
         m_log.Add(event.name, description);
         ShowStatus(description);
     });
-    if (event.id == EventId::NodeCheck) ShowRowCount();
+    if (event.id == dispidNodeCheck) ShowRowCount();
 }
 
 void Form::LookAtPaths()
@@ -356,8 +356,7 @@ void Form::HearChange(std::wstring_view what, const std::wstring& before, const 
 
 void Form::HearProperty(DISPID member)
 {
-    if (m_container && m_container->IsOpen())
-        m_log.Add(L"PropertyChanged", LateBound(ComPtr<IDispatch>(&Control())).NameOf(member));
+    if (m_container && m_container->IsOpen()) m_log.Add(L"PropertyChanged", MemberName(Control(), member));
 }
 
 }  // namespace sylvex::host

@@ -87,10 +87,11 @@ void PathWalker::Open(const TreePath& path) const
 
 void PathWalker::Tick(const TreePath& path) const
 {
-    ComPtr<INode> node = Find(path);
+    const ComPtr<INode> node = Find(path);
     Check(node->put_Checked(VARIANT_TRUE), L"Node.Checked");
+    INode* ticked = node.Get();
     VARIANT_BOOL result = VARIANT_FALSE;
-    Check(m_control.CheckNodeSelective(node.Address(), &result), L"CheckNodeSelective");
+    Check(m_control.CheckNodeSelective(&ticked, &result), L"CheckNodeSelective");
 }
 
 }  // namespace sylvex::host

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/com.h"
+#include "com/pointer.h"
 #include "host/options.h"
 #include "SylvexControl_h.h"
 

@@ -23,11 +23,11 @@ std::wstring_view NameOfChange(std::wstring_view before, std::wstring_view after
 
 void PathWatch::Hear(const ControlEvent& event)
 {
-    if (event.id == EventId::MouseDown) {
+    if (event.id == dispidMouseDown) {
         ComPtr<INode> node;
         Check(TreeOf(m_control)->HitTest(event.x, event.y, node.Put()), L"TreeView.HitTest");
         m_pressed = Watch(std::move(node));
-    } else if (event.id == EventId::MouseUp) {
+    } else if (event.id == dispidMouseUp) {
         Compare(m_pressed);
         if (m_pressed) m_selected = std::exchange(m_pressed, std::nullopt);
     }

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <map>
 
+#include "com/late_call.h"
+#include "com/object.h"
 #include "host/automation.h"
 #include "host/system_text.h"
 
@@ -43,16 +45,12 @@ std::wstring ReadText(const std::wstring& file)
 }  // namespace
 
 /// What the engine sees of the program: the objects by name, and where to tell errors.
-class Script::Site : public ComObject<IActiveScriptSite, IActiveScriptSiteWindow> {
+class Script::Site final : public CountedObject<IActiveScriptSite, IActiveScriptSiteWindow> {
 public:
     Site(std::wstring file, HWND window) : m_file(std::move(file)), m_window(window) {}
     void Add(const std::wstring& name, ComPtr<IDispatch> object) { m_objects[name] = std::move(object); }
     std::wstring TakeError() { return std::exchange(m_error, {}); }
 
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override
-    {
-        return Answer<IActiveScriptSite, IActiveScriptSiteWindow>(this, id, found);
-    }
     STDMETHODIMP GetLCID(LCID*) override { return E_NOTIMPL; }
     STDMETHODIMP GetItemInfo(LPCOLESTR name, DWORD wanted, IUnknown** object, ITypeInfo** info) override
     {
@@ -73,14 +71,12 @@ public:
         DWORD context = 0;
         ULONG line = 0;
         LONG column = 0;
-        EXCEPINFO what{};
+        ExceptionInfo exception;
         error->GetSourcePosition(&context, &line, &column);
-        error->GetExceptionInfo(&what);
+        error->GetExceptionInfo(exception.Put());
+        const EXCEPINFO& what = exception.Get();
         m_error = m_file + L" line " + std::to_wstring(line + 1) + L": " +
                   (what.bstrDescription ? std::wstring(what.bstrDescription) : DescribeResult(what.scode));
-        SysFreeString(what.bstrSource);
-        SysFreeString(what.bstrDescription);
-        SysFreeString(what.bstrHelpFile);
         return S_OK;
     }
     STDMETHODIMP OnEnterScript() override { return S_OK; }
@@ -105,13 +101,12 @@ struct Script::Engine {
 };
 
 Script::Script(const std::wstring& file, HWND window)
-    : m_file(file), m_site(New<Site>(file, window)), m_engine(std::make_unique<Engine>())
+    : m_file(file), m_site(Make<Site>(file, window)), m_engine(std::make_unique<Engine>())
 {
     const std::wstring language = LanguageOf(file);
     CLSID classId;
     Check(CLSIDFromProgID(language.c_str(), &classId), language);
-    Check(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IActiveScript),
-                           reinterpret_cast<void**>(m_engine->script.Put())),
+    Check(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IActiveScript), m_engine->script.PutAny()),
           language);
     m_engine->parser = m_engine->script.As<IActiveScriptParse>();
     if (!m_engine->parser) throw AutomationError(language, E_NOINTERFACE, {});
@@ -133,25 +128,22 @@ void Script::AddObject(const std::wstring& name, ComPtr<IDispatch> object)
 void Script::Run()
 {
     const std::wstring text = ReadText(m_file);
-    EXCEPINFO what{};
+    ExceptionInfo what;
     const HRESULT parsed = m_engine->parser->ParseScriptText(text.c_str(), nullptr, nullptr, nullptr, 0, 0,
-                                                             SCRIPTTEXT_ISVISIBLE, nullptr, &what);
+                                                             SCRIPTTEXT_ISVISIBLE, nullptr, what.Put());
     const HRESULT run = SUCCEEDED(parsed) ? m_engine->script->SetScriptState(SCRIPTSTATE_CONNECTED) : parsed;
     const std::wstring error = TakeError();
     if (!error.empty()) throw Failure(error);
     Check(run, m_file);
 }
 
-HRESULT Script::Call(const std::wstring& name, DISPPARAMS& arguments)
+HRESULT Script::Call(const std::wstring& name, std::span<VARIANT> reversed)
 {
     ComPtr<IDispatch> procedures;
     if (FAILED(m_engine->script->GetScriptDispatch(nullptr, procedures.Put()))) return S_FALSE;
-    std::wstring text = name;
-    LPOLESTR names = text.data();
-    DISPID member = 0;
-    if (FAILED(procedures->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &member))) return S_FALSE;
-    return procedures->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, nullptr, nullptr,
-                              nullptr);
+    DISPID member = DISPID_UNKNOWN;
+    if (FAILED(FindMember(*procedures, name.c_str(), member))) return S_FALSE;
+    return CallMember(*procedures, member, DISPATCH_METHOD, reversed, nullptr);
 }
 
 std::wstring Script::TakeError()

@@ -3,9 +3,10 @@
 #include <windows.h>
 
 #include <memory>
+#include <span>
 #include <string>
 
-#include "host/com.h"
+#include "com/pointer.h"
 #include "host/failure.h"
 
 namespace sylvex::host {
@@ -25,8 +26,9 @@ public:
     void AddObject(const std::wstring& name, ComPtr<IDispatch> object);
     /// Runs the text of the file; throws Failure with the place of the first error.
     void Run();
-    /// Runs the script's procedure `name` with these arguments, by-reference ones included; S_FALSE when it has none.
-    HRESULT Call(const std::wstring& name, DISPPARAMS& arguments);
+    /// Runs the script's procedure `name` with these arguments, the last one first, by-reference ones included; S_FALSE
+    /// when it has none.
+    HRESULT Call(const std::wstring& name, std::span<VARIANT> reversed);
     /// What went wrong in a procedure that was called, once; empty when nothing did.
     std::wstring TakeError();
 

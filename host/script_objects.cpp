@@ -3,6 +3,7 @@
 #include <cstring>
 #include <vector>
 
+#include "host/automation.h"
 #include "host/event_sink.h"
 #include "host/script.h"
 #include "SylvexControl_h.h"
@@ -12,46 +13,13 @@ namespace {
 
 enum Member : DISPID { Echo = 1, Log, Wait, Quit, ListWindow };
 
-struct MemberName {
-    const wchar_t* name;
-    Member member;
-};
-constexpr MemberName kMembers[] = {
-    {L"Echo", Echo}, {L"Log", Log}, {L"Wait", Wait}, {L"Quit", Quit}, {L"ListWindow", ListWindow}};
-
-HRESULT NoTypeInfo(UINT* count)
-{
-    if (!count) return E_POINTER;
-    *count = 0;
-    return S_OK;
-}
-
-HRESULT NoTypeInfo(ITypeInfo** info)
-{
-    if (info) *info = nullptr;
-    return DISP_E_BADINDEX;
-}
+constexpr const wchar_t* kMembers[] = {L"Echo", L"Log", L"Wait", L"Quit", L"ListWindow"};
 
 }  // namespace
 
-STDMETHODIMP HostObject::GetTypeInfoCount(UINT* count)
-{
-    return NoTypeInfo(count);
-}
-
-STDMETHODIMP HostObject::GetTypeInfo(UINT, LCID, ITypeInfo** info)
-{
-    return NoTypeInfo(info);
-}
-
 STDMETHODIMP HostObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* members)
 {
-    if (count == 0 || !names || !members) return E_INVALIDARG;
-    for (UINT index = 0; index < count; ++index)
-        members[index] = DISPID_UNKNOWN;
-    for (const MemberName& known : kMembers)
-        if (lstrcmpiW(names[0], known.name) == 0) members[0] = known.member;
-    return count == 1 && members[0] != DISPID_UNKNOWN ? S_OK : DISP_E_UNKNOWNNAME;
+    return FindName(kMembers, names, count, members);
 }
 
 STDMETHODIMP HostObject::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO*,
@@ -60,9 +28,8 @@ STDMETHODIMP HostObject::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* a
     if (!arguments) return E_POINTER;
     if (member < Echo || member > ListWindow) return DISP_E_MEMBERNOTFOUND;
     if (member == ListWindow) {
-        if (!result) return S_OK;
-        Variant window(m_services.list);
-        return VariantCopy(result, &window.Get());
+        if (result) *result = ValueOf(m_services.list).Detach();
+        return S_OK;
     }
     if (arguments->cArgs > 1 || (arguments->cArgs == 0 && member != Quit)) return DISP_E_BADPARAMCOUNT;
     try {
@@ -78,11 +45,10 @@ HRESULT HostObject::Do(DISPID member, VARIANT* argument)
     if (argument) {
         const VARTYPE wanted = member == Wait || member == Quit ? VT_I4 : VT_BSTR;
         if (FAILED(VariantCopyInd(value.Put(), argument))) return DISP_E_TYPEMISMATCH;
-        if (FAILED(VariantChangeType(&value.Get(), &value.Get(), 0, wanted))) return DISP_E_TYPEMISMATCH;
+        if (FAILED(value.ChangeType(wanted))) return DISP_E_TYPEMISMATCH;
     }
-    const bool isText = V_VT(&value.Get()) == VT_BSTR && V_BSTR(&value.Get());
-    const std::wstring text = isText ? V_BSTR(&value.Get()) : L"";
-    const int number = V_VT(&value.Get()) == VT_I4 ? V_I4(&value.Get()) : 0;
+    const std::wstring text(value.Text());
+    const int number = value.Type() == VT_I4 ? V_I4(&value.Get()) : 0;
     switch (member) {
         case Echo:
             m_services.echo(text);
@@ -97,25 +63,6 @@ HRESULT HostObject::Do(DISPID member, VARIANT* argument)
             m_services.quit(number);
             return S_OK;
     }
-}
-
-STDMETHODIMP ScriptEvents::QueryInterface(REFIID id, void** found)
-{
-    const HRESULT result = Answer<IDispatch>(this, id, found);
-    if (result != E_NOINTERFACE || id != DIID___Sylvex) return result;
-    *found = static_cast<IDispatch*>(this);
-    AddRef();
-    return S_OK;
-}
-
-STDMETHODIMP ScriptEvents::GetTypeInfoCount(UINT* count)
-{
-    return NoTypeInfo(count);
-}
-
-STDMETHODIMP ScriptEvents::GetTypeInfo(UINT, LCID, ITypeInfo** info)
-{
-    return NoTypeInfo(info);
 }
 
 namespace {
@@ -143,25 +90,20 @@ public:
         : m_given(given), m_values(given.cArgs), m_passed(given.rgvarg, given.rgvarg + given.cArgs)
     {
         for (std::size_t i = 0; i < m_passed.size(); ++i) {
-            if (!IsNumberReference(i) || FAILED(VariantCopyInd(&m_values[i], &m_passed[i]))) continue;
+            if (!IsNumberReference(i) || FAILED(VariantCopyInd(m_values[i].Put(), &m_passed[i]))) continue;
             V_VT(&m_passed[i]) = VT_BYREF | VT_VARIANT;
-            V_VARIANTREF(&m_passed[i]) = &m_values[i];
+            V_VARIANTREF(&m_passed[i]) = &m_values[i].Get();
         }
     }
     ScriptArguments(const ScriptArguments&) = delete;
     ScriptArguments& operator=(const ScriptArguments&) = delete;
-    ~ScriptArguments()
-    {
-        for (VARIANT& value : m_values)
-            VariantClear(&value);
-    }
-    DISPPARAMS Get() { return {m_passed.data(), nullptr, m_given.cArgs, 0}; }
+    std::span<VARIANT> Get() { return m_passed; }
     void WriteBack()
     {
         for (std::size_t i = 0; i < m_passed.size(); ++i) {
             const VARTYPE type = V_VT(&m_given.rgvarg[i]) & VT_TYPEMASK;
-            if (!IsNumberReference(i) || FAILED(VariantChangeType(&m_values[i], &m_values[i], 0, type))) continue;
-            std::memcpy(V_BYREF(&m_given.rgvarg[i]), &V_I4(&m_values[i]), SizeOf(type));
+            if (!IsNumberReference(i) || FAILED(m_values[i].ChangeType(type))) continue;
+            std::memcpy(V_BYREF(&m_given.rgvarg[i]), &V_I4(&m_values[i].Get()), SizeOf(type));
         }
     }
 
@@ -173,7 +115,7 @@ private:
     }
 
     const DISPPARAMS& m_given;
-    std::vector<VARIANT> m_values;
+    std::vector<Variant> m_values;
     std::vector<VARIANT> m_passed;
 };
 
@@ -189,8 +131,7 @@ STDMETHODIMP ScriptEvents::Invoke(DISPID event, REFIID, LCID, WORD kind, DISPPAR
         const std::shared_ptr<void> held = m_hold();
         const std::wstring name = L"Sylvex_" + EventName(event);
         ScriptArguments passed(*arguments);
-        DISPPARAMS parameters = passed.Get();
-        const HRESULT called = m_script.Call(name, parameters);
+        const HRESULT called = m_script.Call(name, passed.Get());
         passed.WriteBack();
         const std::wstring error = m_script.TakeError();
         if (FAILED(called)) m_failed(error.empty() ? name + L" failed" : error);

@@ -4,7 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "host/com.h"
+#include "com/dispatch.h"
+#include "com/object.h"
+#include "SylvexControl_h.h"
 
 namespace sylvex::host {
 
@@ -27,13 +29,10 @@ struct HostServices {
 
 /// The object `Host` of a script: Echo(Text), Log(Text), Wait(Milliseconds), Quit([Status]), and ListWindow, the handle
 /// of the form's list view.
-class HostObject : public ComObject<IDispatch> {
+class HostObject final : public CountedObject<PlainDispatch> {
 public:
     explicit HostObject(HostServices services) : m_services(std::move(services)) {}
 
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override { return Answer<IDispatch>(this, id, found); }
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override;
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* members) override;
     STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO*,
                         UINT*) override;
@@ -45,7 +44,7 @@ private:
 
 /// Hands every event of the control to the script's procedure of its name, `Sylvex_Expand` for Expand; arguments that
 /// are by reference stay so.
-class ScriptEvents : public ComObject<IDispatch> {
+class ScriptEvents final : public CountedObject<EventDispatch<__Sylvex>> {
 public:
     using Failed = std::function<void(const std::wstring&)>;
 
@@ -58,10 +57,6 @@ public:
     {
     }
 
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override;
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override;
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
     STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD kind, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*,
                         UINT*) override;
 

@@ -13,8 +13,8 @@ ScriptSession::ScriptSession(const std::wstring& file, HWND window, _Sylvex& con
     m_script.AddObject(L"Sylvex", ComPtr<IDispatch>(&control));
     m_script.AddObject(L"List", list.As<IDispatch>());
     const ScriptEvents::Hold hold = services.hold;
-    m_script.AddObject(L"Host", New<HostObject>(std::move(services)).As<IDispatch>());
-    m_events = Connection(control, DIID___Sylvex, *New<ScriptEvents>(m_script, hold, std::move(failed)));
+    m_script.AddObject(L"Host", Make<HostObject>(std::move(services)).As<IDispatch>());
+    m_events = Connection(control, __uuidof(__Sylvex), *Make<ScriptEvents>(m_script, hold, std::move(failed)));
 }
 
 }  // namespace sylvex::host

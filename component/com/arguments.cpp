@@ -18,14 +18,6 @@ bool IsLeftOut(const VARIANT& argument)
     return IsMissing(V_VT(&argument) == (VT_BYREF | VT_VARIANT) ? *V_VARIANTREF(&argument) : argument);
 }
 
-VARIANT MissingArgument()
-{
-    VARIANT missing{};
-    V_VT(&missing) = VT_ERROR;
-    V_ERROR(&missing) = DISP_E_PARAMNOTFOUND;
-    return missing;
-}
-
 /// What a member takes in one place.
 struct ParameterType {
     VARTYPE type;
@@ -82,7 +74,7 @@ Variant ConvertedObject(const VARIANT& argument, const IID& id)
     const Variant value = Copied(argument);
     Variant object(static_cast<IDispatch*>(nullptr));
     if (value.Type() == VT_EMPTY || value.Type() == VT_NULL) return object;
-    if (value.Type() != VT_DISPATCH && value.Type() != VT_UNKNOWN) throw ComError{DISP_E_TYPEMISMATCH};
+    if (!value.IsObject()) throw ComError{DISP_E_TYPEMISMATCH};
     IUnknown* const given = V_UNKNOWN(&value.Get());
     if (!given) return object;
     void* found = nullptr;
@@ -101,7 +93,7 @@ bool IsPlain(VARTYPE type)
 void ChangeType(Variant& value, VARTYPE type)
 {
     // An object's value is asked of the object.
-    const HRESULT changed = Guarded([&] { return VariantChangeType(&value.Get(), &value.Get(), 0, type); });
+    const HRESULT changed = Guarded([&] { return value.ChangeType(type); });
     if (changed == DISP_E_OVERFLOW || changed == E_OUTOFMEMORY) throw ComError{changed};
     if (FAILED(changed)) throw ComError{DISP_E_TYPEMISMATCH};
 }
@@ -134,7 +126,7 @@ Variant EmptyValue(VARTYPE type)
 bool Same(const Variant& left, const Variant& right)
 {
     if (left.Type() != right.Type()) return false;
-    if (left.Type() == VT_BSTR) return ViewOf(V_BSTR(&left.Get())) == ViewOf(V_BSTR(&right.Get()));
+    if (left.Type() == VT_BSTR) return left.Text() == right.Text();
     return V_I8(&left.Get()) == V_I8(&right.Get());
 }
 

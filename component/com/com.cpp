@@ -1,6 +1,5 @@
 #include "component/com/com.h"
 
-#include <atomic>
 #include <exception>
 #include <new>
 
@@ -17,8 +16,6 @@ constexpr HRESULT CodeOf(long number)
 {
     return static_cast<HRESULT>(0x800A0000u + (static_cast<unsigned long>(number) & 0xFFFFu));
 }
-
-std::atomic<long> lockCount{0};
 
 std::wstring Widened(const char* text)
 {
@@ -43,90 +40,6 @@ HRESULT SetError(const IID& interfaceId, std::wstring_view description, std::wst
 }
 
 }  // namespace
-
-Bstr::Bstr(std::wstring_view text) : m_text(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())))
-{
-    if (!m_text) throw std::bad_alloc();
-}
-
-BSTR* Bstr::Put()
-{
-    SysFreeString(Detach());
-    return &m_text;
-}
-
-std::wstring_view Bstr::View() const
-{
-    return ViewOf(m_text);
-}
-
-std::wstring_view ViewOf(BSTR text)
-{
-    return {text ? text : L"", SysStringLen(text)};
-}
-
-Variant::Variant(bool value) : Variant()
-{
-    V_VT(&m_value) = VT_BOOL;
-    V_BOOL(&m_value) = value ? VARIANT_TRUE : VARIANT_FALSE;
-}
-
-Variant::Variant(long value) : Variant()
-{
-    V_VT(&m_value) = VT_I4;
-    V_I4(&m_value) = value;
-}
-
-Variant::Variant(std::wstring_view text) : Variant()
-{
-    V_BSTR(&m_value) = Bstr(text).Detach();
-    V_VT(&m_value) = VT_BSTR;
-}
-
-Variant::Variant(IDispatch* object) : Variant()
-{
-    V_VT(&m_value) = VT_DISPATCH;
-    V_DISPATCH(&m_value) = object;
-    if (object) object->AddRef();
-}
-
-Variant::Variant(const VARIANT& source) : Variant()
-{
-    // Some SDK headers leave out the const of the source, which is only read.
-    const HRESULT copied = Guarded([&] { return VariantCopyInd(&m_value, const_cast<VARIANT*>(&source)); });
-    if (FAILED(copied)) throw ComError{copied};
-}
-
-VARIANT* Variant::Put()
-{
-    VariantClear(&m_value);
-    // Whoever sets the type first must find no old value below it.
-    m_value = {};
-    return &m_value;
-}
-
-VARIANT Variant::Detach()
-{
-    return std::exchange(m_value, VARIANT{});
-}
-
-bool IsMissing(const VARIANT& argument)
-{
-    return V_VT(&argument) == VT_ERROR && V_ERROR(&argument) == DISP_E_PARAMNOTFOUND;
-}
-
-void ModuleLock::Add()
-{
-    ++lockCount;
-}
-void ModuleLock::Release()
-{
-    --lockCount;
-}
-long ModuleLock::Count()
-{
-    return lockCount;
-}
 
 HINSTANCE ModuleInstance()
 {
@@ -198,16 +111,9 @@ ComPtr<IUnknown> IncomingObject(const VARIANT& argument)
 {
     if (IsMissing(argument)) return nullptr;
     const Variant value(argument);
-    switch (value.Type()) {
-        case VT_DISPATCH:
-        case VT_UNKNOWN:
-            return ComPtr<IUnknown>(V_UNKNOWN(&value.Get()));
-        case VT_EMPTY:
-        case VT_NULL:
-            return nullptr;
-        default:
-            ThrowTypeMismatch();
-    }
+    if (value.IsObject()) return ComPtr<IUnknown>(V_UNKNOWN(&value.Get()));
+    if (value.Type() != VT_EMPTY && value.Type() != VT_NULL) ThrowTypeMismatch();
+    return nullptr;
 }
 
 }  // namespace sylvex

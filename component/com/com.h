@@ -9,93 +9,12 @@
 #include <type_traits>
 #include <utility>
 
+#include "com/error.h"
+#include "com/pointer.h"
+#include "com/variant.h"
 #include "platform/exception_guard.h"
-#include "platform/win32/com_pointer.h"
 
 namespace sylvex {
-
-/// A failure that leaves as the given HRESULT instead of as a numbered error. `result` must be a failure code.
-struct ComError {
-    HRESULT result;
-};
-
-/// Owns a BSTR. A null BSTR is the empty text.
-class Bstr {
-public:
-    Bstr() = default;
-    /// Copies the text; throws std::bad_alloc.
-    explicit Bstr(std::wstring_view text);
-    Bstr(Bstr&& other) noexcept : m_text(std::exchange(other.m_text, nullptr)) {}
-    Bstr& operator=(Bstr other) noexcept
-    {
-        std::swap(m_text, other.m_text);
-        return *this;
-    }
-    ~Bstr() { SysFreeString(m_text); }
-
-    BSTR Get() const { return m_text; }
-    /// For an [out] argument; frees what is held.
-    [[nodiscard]] BSTR* Put();
-    /// Gives the text to the caller, who must free it.
-    [[nodiscard]] BSTR Detach() { return std::exchange(m_text, nullptr); }
-    std::wstring_view View() const;
-
-private:
-    BSTR m_text = nullptr;
-};
-
-/// The text of a BSTR that somebody else owns, which may be null.
-std::wstring_view ViewOf(BSTR text);
-
-/// Owns a VARIANT.
-class Variant {
-public:
-    Variant() = default;
-    explicit Variant(bool value);
-    explicit Variant(long value);
-    /// Copies the text; throws std::bad_alloc.
-    explicit Variant(std::wstring_view text);
-    /// Adds a reference; null gives an object that is nothing.
-    explicit Variant(IDispatch* object);
-    /// Copies what a by-reference variant refers to; throws ComError.
-    explicit Variant(const VARIANT& source);
-    Variant(const Variant& other) : Variant(other.m_value) {}
-    Variant(Variant&& other) noexcept : m_value(other.Detach()) {}
-    Variant& operator=(Variant other) noexcept
-    {
-        std::swap(m_value, other.m_value);
-        return *this;
-    }
-    ~Variant() { VariantClear(&m_value); }
-
-    VARTYPE Type() const { return V_VT(&m_value); }
-    const VARIANT& Get() const { return m_value; }
-    VARIANT& Get() { return m_value; }
-    /// For an [out] argument; clears what is held.
-    [[nodiscard]] VARIANT* Put();
-    /// Gives the value to the caller, who must clear it.
-    [[nodiscard]] VARIANT Detach();
-
-private:
-    VARIANT m_value{};
-};
-
-/// Whether an optional argument was left out.
-bool IsMissing(const VARIANT& argument);
-
-/// Keeps the component in memory while it exists.
-class ModuleLock {
-public:
-    ModuleLock() { Add(); }
-    ModuleLock(const ModuleLock&) : ModuleLock() {}
-    ModuleLock& operator=(const ModuleLock&) = default;
-    ~ModuleLock() { Release(); }
-
-    static void Add();
-    static void Release();
-    /// Number of locks in force in this process.
-    static long Count();
-};
 
 /// The component's own module, whatever program has loaded it.
 HINSTANCE ModuleInstance();
@@ -137,14 +56,6 @@ HRESULT Border(IUnknown* kept, const IID& interfaceId, Body&& body) noexcept
 {
     const ComPtr<IUnknown> alive(kept);
     return Border(interfaceId, std::forward<Body>(body));
-}
-
-/// The object behind an [out] or [in, out] pointer; throws ComError(E_POINTER) for null.
-template <class Value>
-Value& Checked(Value* pointer)
-{
-    if (!pointer) throw ComError{E_POINTER};
-    return *pointer;
 }
 
 /// Throws the numbered error for an object of the wrong kind.

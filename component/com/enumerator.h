@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "component/com/object.h"
+#include "com/object.h"
 
 namespace sylvex {
 

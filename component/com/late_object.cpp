@@ -1,5 +1,6 @@
 #include "component/com/late_object.h"
 
+#include "com/late_call.h"
 #include "platform/runtime_error.h"
 
 #include <dispex.h>
@@ -40,21 +41,14 @@ RuntimeError ErrorNumbered(HRESULT result)
     }
 }
 
-/// What the object told of its failure; frees the texts.
-RuntimeError ErrorTold(EXCEPINFO& told)
+/// What the object told of its failure.
+RuntimeError ErrorTold(ExceptionInfo& exception)
 {
-    if (told.pfnDeferredFillIn) told.pfnDeferredFillIn(&told);
-    Bstr source;
-    Bstr description;
-    Bstr helpFile;
-    *source.Put() = told.bstrSource;
-    *description.Put() = told.bstrDescription;
-    *helpFile.Put() = told.bstrHelpFile;
-    const HRESULT code = told.wCode != 0 ? told.wCode : told.scode;
-    RuntimeError error = ErrorNumbered(code);
+    const EXCEPINFO& told = exception.Get();
+    RuntimeError error = ErrorNumbered(told.wCode != 0 ? told.wCode : told.scode);
     if (told.wCode != 0) error.number = told.wCode;
-    if (!description.View().empty()) error.description = description.View();
-    if (!source.View().empty()) error.source = source.View();
+    if (const std::wstring_view text = ViewOf(told.bstrDescription); !text.empty()) error.description = text;
+    if (const std::wstring_view text = ViewOf(told.bstrSource); !text.empty()) error.source = text;
     return error;
 }
 
@@ -92,27 +86,22 @@ DISPID LateCaller::Find(std::size_t member)
 {
     DISPID& number = m_members[member];
     if (number != kNotAsked) return number;
-    std::wstring text(m_names[member]);
-    LPOLESTR name = text.data();
     DISPID found = DISPID_UNKNOWN;
     const ComPtr<IDispatch> object = m_object;
-    const HRESULT asked =
-        Guarded([&] { return object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found); });
+    const HRESULT asked = Guarded([&] { return FindMember(*object, m_names[member], found); });
     return number = FAILED(asked) ? DISPID_UNKNOWN : found;
 }
 
-Variant LateCaller::Invoke(std::size_t member, WORD kind, DISPPARAMS& arguments, bool wantsResult)
+Variant LateCaller::Invoke(std::size_t member, WORD kind, std::span<VARIANT> reversed, bool wantsResult)
 {
     const DISPID number = Find(member);
     if (number == DISPID_UNKNOWN) throw ErrorNumbered(DISP_E_UNKNOWNNAME);
     Variant result;
-    EXCEPINFO told{};
+    ExceptionInfo told;
     // The call may run code that takes up another object.
     const ComPtr<IDispatch> object = m_object;
-    const HRESULT called = Guarded([&] {
-        return object->Invoke(number, IID_NULL, LOCALE_USER_DEFAULT, kind, &arguments,
-                              wantsResult ? result.Put() : nullptr, &told, nullptr);
-    });
+    VARIANT* const wanted = wantsResult ? result.Put() : nullptr;
+    const HRESULT called = Guarded([&] { return CallMember(*object, number, kind, reversed, wanted, told.Put()); });
     if (called == DISP_E_EXCEPTION) throw ErrorTold(told);
     if (FAILED(called)) throw ErrorNumbered(called);
     return result;
@@ -120,22 +109,18 @@ Variant LateCaller::Invoke(std::size_t member, WORD kind, DISPPARAMS& arguments,
 
 Variant LateCaller::Get(std::size_t member, std::span<VARIANT> reversed)
 {
-    DISPPARAMS arguments{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-    return Invoke(member, DISPATCH_PROPERTYGET | DISPATCH_METHOD, arguments, true);
+    return Invoke(member, DISPATCH_PROPERTYGET | DISPATCH_METHOD, reversed, true);
 }
 
 Variant LateCaller::Call(std::size_t member, std::span<VARIANT> reversed)
 {
-    DISPPARAMS arguments{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-    return Invoke(member, DISPATCH_METHOD, arguments, true);
+    return Invoke(member, DISPATCH_METHOD, reversed, true);
 }
 
 void LateCaller::Put(std::size_t member, const VARIANT& value)
 {
     VARIANT argument = value;
-    DISPID name = DISPID_PROPERTYPUT;
-    DISPPARAMS arguments{&argument, &name, 1, 1};
-    Invoke(member, DISPATCH_PROPERTYPUT, arguments, false);
+    Invoke(member, DISPATCH_PROPERTYPUT, {&argument, 1}, false);
 }
 
 void LateCaller::Put(std::size_t member, long index, const VARIANT& value)
@@ -143,22 +128,12 @@ void LateCaller::Put(std::size_t member, long index, const VARIANT& value)
     std::array<VARIANT, 2> reversed{value, {}};
     V_VT(&reversed[1]) = VT_I4;
     V_I4(&reversed[1]) = index;
-    DISPID name = DISPID_PROPERTYPUT;
-    DISPPARAMS arguments{reversed.data(), &name, static_cast<UINT>(reversed.size()), 1};
-    Invoke(member, DISPATCH_PROPERTYPUT, arguments, false);
+    Invoke(member, DISPATCH_PROPERTYPUT, reversed, false);
 }
 
 ComPtr<IDispatch> LateCaller::GetObject(std::size_t member, std::span<VARIANT> reversed)
 {
     return DispatchIn(Get(member, reversed).Get());
-}
-
-VARIANT LeftOut()
-{
-    VARIANT value{};
-    V_VT(&value) = VT_ERROR;
-    V_ERROR(&value) = DISP_E_PARAMNOTFOUND;
-    return value;
 }
 
 ComPtr<IDispatch> DispatchIn(const VARIANT& value)

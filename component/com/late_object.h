@@ -37,7 +37,7 @@ public:
 
 private:
     DISPID Find(std::size_t member);
-    Variant Invoke(std::size_t member, WORD kind, DISPPARAMS& arguments, bool wantsResult);
+    Variant Invoke(std::size_t member, WORD kind, std::span<VARIANT> reversed, bool wantsResult);
 
     std::vector<const wchar_t*> m_names;
     std::vector<DISPID> m_members;
@@ -45,8 +45,6 @@ private:
     ComPtr<ITypeInfo> m_class;  // whose numbers m_members holds
 };
 
-/// An argument that is left out.
-VARIANT LeftOut();
 /// The automation object in a value; empty for nothing, 13 for a value that is none.
 ComPtr<IDispatch> DispatchIn(const VARIANT& value);
 

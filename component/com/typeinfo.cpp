@@ -34,11 +34,6 @@ public:
     ~Guard() { ReleaseSRWLockExclusive(&libraryLock); }
 };
 
-void Check(HRESULT result)
-{
-    if (FAILED(result)) throw ComError{result};
-}
-
 ComPtr<ITypeInfo2> TableOf(ITypeInfo& info)
 {
     HREFTYPE reference = 0;

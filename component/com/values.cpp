@@ -8,16 +8,16 @@ std::wstring TextOf(const VARIANT& value)
 {
     if (IsMissing(value)) return {};
     Variant text(value);
-    if (text.Type() == VT_DISPATCH || text.Type() == VT_UNKNOWN) ThrowTypeMismatch();
-    if (FAILED(VariantChangeType(&text.Get(), &text.Get(), 0, VT_BSTR))) ThrowTypeMismatch();
-    return std::wstring(ViewOf(V_BSTR(&text.Get())));
+    if (text.IsObject()) ThrowTypeMismatch();
+    if (FAILED(text.ChangeType(VT_BSTR))) ThrowTypeMismatch();
+    return std::wstring(text.Text());
 }
 
 long IndexOf(const VARIANT& value)
 {
     Variant number(value);
-    if (number.Type() == VT_DISPATCH || number.Type() == VT_UNKNOWN) ThrowTypeMismatch();
-    const HRESULT changed = VariantChangeType(&number.Get(), &number.Get(), 0, VT_I4);
+    if (number.IsObject()) ThrowTypeMismatch();
+    const HRESULT changed = number.ChangeType(VT_I4);
     if (changed == DISP_E_OVERFLOW) throw IndexOutOfBounds();
     if (FAILED(changed)) ThrowTypeMismatch();
     return V_I4(&number.Get());

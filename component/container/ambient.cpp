@@ -9,8 +9,7 @@ namespace sylvex {
 bool IsUserInterfaceDead(const ControlCore& core)
 {
     Variant answer = core.Ambient(DISPID_AMBIENT_UIDEAD);
-    return SUCCEEDED(VariantChangeType(&answer.Get(), &answer.Get(), 0, VT_BOOL)) &&
-           V_BOOL(&answer.Get()) != VARIANT_FALSE;
+    return SUCCEEDED(answer.ChangeType(VT_BOOL)) && V_BOOL(&answer.Get()) != VARIANT_FALSE;
 }
 
 ComPtr<IFontDisp> CopyOfAmbientFont(const ControlCore& core)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "com/late_call.h"
 #include "component/com/enumerator.h"
 #include "component/container/control_core.h"
 
@@ -152,14 +153,10 @@ bool ConnectionPoints::HasListeners() const
 void ConnectionPoints::Fire(DISPID event, std::span<VARIANT> reversed) const
 {
     for (const ComPtr<IUnknown>& sink : m_events->Connected().Snapshot()) {
-        DISPPARAMS arguments{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
         Variant result;
         // What Find() took is IDispatch or an interface that is nothing but IDispatch.
         auto* const handler = static_cast<IDispatch*>(sink.Get());
-        Guarded([&] {
-            handler->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, &result.Get(), nullptr,
-                            nullptr);
-        });
+        Guarded([&] { CallMember(*handler, event, DISPATCH_METHOD, reversed, &result.Get()); });
     }
 }
 

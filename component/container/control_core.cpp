@@ -1,5 +1,6 @@
 #include "component/container/control_core.h"
 
+#include "com/late_call.h"
 #include "component/com/fonts.h"
 #include "component/com/object_ref.h"
 #include "platform/win32/handles.h"
@@ -86,28 +87,22 @@ void ControlCore::SetSite(IOleClientSite* site)
 Variant ControlCore::Ambient(DISPID property) const
 {
     Variant value;
-    DISPPARAMS none{};
     const ComPtr<IDispatch> container = m_site.As<IDispatch>();
     if (!container) return value;
-    const HRESULT asked = container->Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
-                                            value.Put(), nullptr, nullptr);
-    return SUCCEEDED(asked) ? value : Variant();
+    return SUCCEEDED(CallMember(*container, property, DISPATCH_PROPERTYGET, {}, value.Put())) ? value : Variant();
 }
 
 bool ControlCore::UserMode()
 {
     Variant mode = Ambient(DISPID_AMBIENT_USERMODE);
-    if (mode.Type() == VT_EMPTY || FAILED(VariantChangeType(&mode.Get(), &mode.Get(), 0, VT_BOOL))) return true;
+    if (mode.Type() == VT_EMPTY || FAILED(mode.ChangeType(VT_BOOL))) return true;
     return V_BOOL(&mode.Get()) != VARIANT_FALSE;
 }
 
 ComPtr<IFontDisp> ControlCore::AmbientFont() const
 {
     const Variant ambient = Ambient(DISPID_AMBIENT_FONT);
-    ComPtr<IFontDisp> font;
-    if (ambient.Type() == VT_DISPATCH || ambient.Type() == VT_UNKNOWN) {
-        font = ComPtr<IUnknown>(V_UNKNOWN(&ambient.Get())).As<IFontDisp>();
-    }
+    const auto font = ambient.As<IFontDisp>();
     return font ? font : FontLike(nullptr);
 }
 

@@ -1,6 +1,6 @@
 #include "component/container/font_watch.h"
 
-#include "component/com/object.h"
+#include "com/object.h"
 
 namespace sylvex {
 

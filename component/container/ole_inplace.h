@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/com/object.h"
+#include "com/object.h"
 #include "component/container/ole_embedding.h"
 
 namespace sylvex {

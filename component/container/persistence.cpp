@@ -1,6 +1,7 @@
 #include "component/container/persistence.h"
 
 #include "component/container/property_values.h"
+#include "component/container/stream.h"
 #include "diagnostics/trap.h"
 
 #include "SylvexControl_h.h"
@@ -11,23 +12,13 @@ namespace {
 
 constexpr wchar_t kStreamName[] = L"Contents";
 
-void Check(HRESULT result)
-{
-    if (FAILED(result)) throw ComError{result};
-}
-
-bool IsObject(const Variant& value)
-{
-    return value.Type() == VT_UNKNOWN || value.Type() == VT_DISPATCH;
-}
-
 // A bag makes the object that its entry names, whatever that is, unless it is given one to fill.
 Variant ReadObjectEntry(IPropertyBag& bag, const SavedProperty& property, IErrorLog* errors)
 {
     Variant value = ObjectValue(NewSystemObject(property.kind).Get());
     if (FAILED(bag.Read(property.name, &value.Get(), errors))) return {};
     const bool refused =
-        IsObject(value) && V_UNKNOWN(&value.Get()) && !IsSystemObject(property.kind, V_UNKNOWN(&value.Get()));
+        value.IsObject() && V_UNKNOWN(&value.Get()) && !IsSystemObject(property.kind, V_UNKNOWN(&value.Get()));
     return refused ? Variant() : value;
 }
 
@@ -37,7 +28,7 @@ Variant ReadEntry(IPropertyBag& bag, const SavedProperty& property, IErrorLog* e
     const bool isPlain = property.kind == SavedKind::Number || property.kind == SavedKind::Text;
     if (!isPlain) return ReadObjectEntry(bag, property, errors);
     Variant value;
-    return SUCCEEDED(bag.Read(property.name, &value.Get(), errors)) && !IsObject(value) ? value : Variant();
+    return SUCCEEDED(bag.Read(property.name, &value.Get(), errors)) && !value.IsObject() ? value : Variant();
 }
 
 bool IsNothing(const VARIANT& value)
@@ -147,12 +138,9 @@ HRESULT PersistencePart::Save(IStream* stream, BOOL clearDirty)
 HRESULT PersistencePart::GetSizeMax(ULARGE_INTEGER* bytes)
 {
     return Border(Identity(), IID_IPersistStreamInit, [&] {
-        ComPtr<IStream> stream;
-        Check(CreateStreamOnHGlobal(nullptr, TRUE, stream.Put()));
+        const ComPtr<IStream> stream = MemoryStream();
         WriteControl(*stream, Present());
-        STATSTG state{};
-        Check(stream->Stat(&state, STATFLAG_NONAME));
-        Checked(bytes) = state.cbSize;
+        Checked(bytes).QuadPart = SizeOf(*stream);
     });
 }
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "component/com/object.h"
+#include "com/object.h"
 #include "component/container/ole_embedding.h"
 
 namespace sylvex {

@@ -8,17 +8,10 @@ namespace sylvex {
 
 namespace {
 
-HRESULT Convert(const VARIANT& value, VARTYPE type, Variant& converted)
-{
-    // Some SDK headers leave out the const of the source, which is only read.
-    return VariantChangeType(&converted.Get(), const_cast<VARIANT*>(&value), 0, type);
-}
-
 Variant Converted(const VARIANT& value, VARTYPE type)
 {
     Variant converted;
-    const HRESULT result = Convert(value, type, converted);
-    if (FAILED(result)) throw ComError{result};
+    Check(converted.SetTo(value, type));
     return converted;
 }
 
@@ -57,7 +50,7 @@ Variant ObjectValue(IUnknown* object)
 long NumberIn(const VARIANT& value)
 {
     Variant number;
-    if (SUCCEEDED(Convert(value, VT_I4, number))) return V_I4(&number.Get());
+    if (SUCCEEDED(number.SetTo(value, VT_I4))) return V_I4(&number.Get());
     // Colours of the system are beyond what a signed number holds.
     return static_cast<long>(V_UI4(&Converted(value, VT_UI4).Get()));
 }
@@ -69,7 +62,7 @@ bool FlagIn(const VARIANT& value)
 
 std::wstring TextIn(const VARIANT& value)
 {
-    return std::wstring(ViewOf(V_BSTR(&Converted(value, VT_BSTR).Get())));
+    return std::wstring(Converted(value, VT_BSTR).Text());
 }
 
 bool SameValue(const VARIANT& left, const VARIANT& right)

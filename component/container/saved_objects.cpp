@@ -90,7 +90,7 @@ ComPtr<IUnknown> NewSystemObject(SavedKind kind)
     const HRESULT made = kind == SavedKind::Font
                              ? OleCreateFontIndirect(nullptr, IID_IUnknown, object.PutAny())
                              : OleCreatePictureIndirect(nullptr, IID_IUnknown, TRUE, object.PutAny());
-    if (FAILED(made)) throw ComError{made};
+    Check(made);
     return object;
 }
 
@@ -106,8 +106,7 @@ void WriteObject(IStream& stream, SavedKind kind, IUnknown* object)
     const bool written = IsSystemObject(kind, object);
     Write(stream, static_cast<std::uint8_t>(written ? 1 : 0));
     if (!written) return;
-    const HRESULT saved = OleSaveToStream(ComPtr<IUnknown>(object).As<IPersistStream>().Get(), &stream);
-    if (FAILED(saved)) throw ComError{saved};
+    Check(OleSaveToStream(ComPtr<IUnknown>(object).As<IPersistStream>().Get(), &stream));
 }
 
 Variant ReadObject(IStream& stream, SavedKind kind)

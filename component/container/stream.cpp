@@ -2,15 +2,6 @@
 
 namespace sylvex {
 
-namespace {
-
-void Check(HRESULT result)
-{
-    if (FAILED(result)) throw ComError{result};
-}
-
-}  // namespace
-
 void Write(IStream& stream, const void* data, std::size_t bytes)
 {
     ULONG written = 0;

@@ -59,7 +59,7 @@ std::optional<WindowHandle> HandleIn(const VARIANT& value)
     Variant number(value);
     if (V_VT(&value) == VT_UI8) {
         V_VT(&number.Get()) = VT_I8;
-    } else if (FAILED(VariantChangeType(&number.Get(), &number.Get(), 0, VT_I8))) {
+    } else if (FAILED(number.ChangeType(VT_I8))) {
         return std::nullopt;
     }
     const LONGLONG wide = V_I8(&number.Get());
@@ -148,11 +148,12 @@ void LateBoundListView::AddColumn(const ListColumn& added)
 {
     const Variant key{std::wstring_view(added.key)};
     const Variant caption{std::wstring_view(added.caption)};
-    const VARIANT alignment = added.alignment == Alignment::Left ? LeftOut() : Short(static_cast<int>(added.alignment));
+    const VARIANT alignment =
+        added.alignment == Alignment::Left ? MissingArgument() : Short(static_cast<int>(added.alignment));
     // All of them, because a script's own procedure takes no fewer: index, key, text, width, alignment, icon.
-    std::array<VARIANT, 6> reversed{LeftOut(),           alignment,
-                                    Single(added.width), added.caption.empty() ? LeftOut() : caption.Get(),
-                                    key.Get(),           LeftOut()};
+    std::array<VARIANT, 6> reversed{MissingArgument(),   alignment,
+                                    Single(added.width), added.caption.empty() ? MissingArgument() : caption.Get(),
+                                    key.Get(),           MissingArgument()};
     Columns().Call(columns::Add, reversed);
 }
 
@@ -191,7 +192,7 @@ LateCaller& LateBoundListView::ItemCaller(const ComPtr<IDispatch>& item)
 ComPtr<IDispatch> LateBoundListView::AddItem()
 {
     std::array<VARIANT, 5> reversed;
-    reversed.fill(LeftOut());
+    reversed.fill(MissingArgument());
     if (m_addTakesAll) return DispatchIn(m_items.Call(items::Add, reversed).Get());
     try {
         return DispatchIn(m_items.Call(items::Add).Get());

@@ -26,7 +26,7 @@ double WidthOf(const VARIANT& value)
 {
     if (IsMissing(value)) return kUsualWidth;
     Variant width(value);
-    if (FAILED(VariantChangeType(&width.Get(), &width.Get(), 0, VT_R8))) ThrowTypeMismatch();
+    if (FAILED(width.ChangeType(VT_R8))) ThrowTypeMismatch();
     if (!(V_R8(&width.Get()) >= 0)) throw InvalidPropertyValue();
     return V_R8(&width.Get());
 }

@@ -3,8 +3,8 @@
 #include <memory>
 #include <unordered_map>
 
+#include "component/com/dispatch.h"
 #include "component/com/enumerator.h"
-#include "component/com/object.h"
 #include "component/com/values.h"
 #include "component/objects/list_objects.h"
 #include "platform/runtime_error.h"

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "component/com/object.h"
+#include "component/com/dispatch.h"
 #include "component/com/units.h"
 #include "platform/runtime_error.h"
 #include "widgets/treeview.h"

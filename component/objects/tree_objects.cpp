@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "com/late_call.h"
 #include "component/objects/node_object.h"
 #include "component/objects/nodes_object.h"
 #include "component/objects/tree_object.h"
@@ -17,15 +18,10 @@ Variant HandleProperty(const VARIANT& object)
     const ComPtr<IDispatch> list = Incoming<IDispatch>(object);
     Variant handle;
     if (!list) return Variant(0L);
-    wchar_t nameText[] = L"hImageList";
-    LPOLESTR name = nameText;
-    DISPID member = DISPID_UNKNOWN;
-    DISPPARAMS none{};
     const HRESULT asked = Guarded([&] {
-        const HRESULT found = list->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &member);
-        if (FAILED(found)) return found;
-        return list->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, handle.Put(), nullptr,
-                            nullptr);
+        DISPID member = DISPID_UNKNOWN;
+        const HRESULT found = FindMember(*list, L"hImageList", member);
+        return FAILED(found) ? found : CallMember(*list, member, DISPATCH_PROPERTYGET, {}, handle.Put());
     });
     if (FAILED(asked)) ThrowTypeMismatch();
     return handle;
@@ -46,8 +42,8 @@ bool IsImageList(ImageListHandle handle)
 ImageListHandle ImageListOf(const VARIANT& given)
 {
     Variant handle(given);
-    if (handle.Type() == VT_DISPATCH || handle.Type() == VT_UNKNOWN) handle = HandleProperty(given);
-    if (handle.Type() == VT_BSTR || FAILED(VariantChangeType(&handle.Get(), &handle.Get(), 0, VT_I8))) {
+    if (handle.IsObject()) handle = HandleProperty(given);
+    if (handle.Type() == VT_BSTR || FAILED(handle.ChangeType(VT_I8))) {
         ThrowTypeMismatch();
     }
     // An address has no sign: callers that know 32 bits only, with a sign, may have made one of them.

@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
+#include "com/pointer.h"
 #include "platform/types.h"
-#include "platform/win32/com_pointer.h"
 
 namespace sylvex {
 

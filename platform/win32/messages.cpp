@@ -4,33 +4,16 @@
 
 #include <oleauto.h>
 
+#include <algorithm>
 #include <array>
 
-#include "platform/win32/com_pointer.h"
+#include "com/late_call.h"
+#include "com/variant.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/system.h"
 
 namespace sylvex {
 namespace {
-
-class Variant : public VARIANT {
-public:
-    Variant() noexcept { VariantInit(this); }
-    ~Variant() { VariantClear(this); }
-    Variant(const Variant&) = delete;
-    Variant& operator=(const Variant&) = delete;
-
-    void Set(const std::wstring& text)
-    {
-        bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-        vt = VT_BSTR;
-    }
-    void Set(long number)
-    {
-        lVal = number;
-        vt = VT_I4;
-    }
-};
 
 ComPtr<IDispatch> CreateReporter()
 {
@@ -41,38 +24,29 @@ ComPtr<IDispatch> CreateReporter()
     return reporter;
 }
 
-void Call(IDispatch* object, const wchar_t* name, WORD kind, DISPPARAMS& parameters, VARIANT& result)
+void Call(IDispatch& object, const wchar_t* name, WORD kind, std::span<VARIANT> reversed, Variant& result)
 {
-    auto* text = Writable(name);
     DISPID member = DISPID_UNKNOWN;
-    if (FAILED(object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &member))) return;
-    object->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, &result, nullptr, nullptr);
+    if (SUCCEEDED(FindMember(object, name, member))) CallMember(object, member, kind, reversed, result.Put());
 }
 
-void HandOver(IDispatch* reporter, const ErrorReport& report)
+void HandOver(IDispatch& reporter, const ErrorReport& report)
 {
     // Automation takes the last argument first.
-    std::array<Variant, 8> values;
-    values[7].Set(report.component);
-    values[6].Set(report.version);
-    values[5].Set(report.module);
-    values[4].Set(report.procedure);
-    values[3].Set(report.line);
-    values[2].Set(report.number);
-    values[1].Set(report.description);
-    values[0].Set(report.variables);
-    DISPPARAMS parameters{values.data(), nullptr, static_cast<UINT>(values.size()), 0};
+    const std::array values{Variant(report.variables), Variant(report.description), Variant(report.number),
+                            Variant(report.line),      Variant(report.procedure),   Variant(report.module),
+                            Variant(report.version),   Variant(report.component)};
+    std::array<VARIANT, values.size()> reversed;
+    std::transform(values.begin(), values.end(), reversed.begin(), [](const Variant& value) { return value.Get(); });
     Variant ignored;
-    Call(reporter, L"ErrorHandler", DISPATCH_METHOD, parameters, ignored);
+    Call(reporter, L"ErrorHandler", DISPATCH_METHOD, reversed, ignored);
 }
 
-std::wstring ActionOf(IDispatch* reporter)
+std::wstring ActionOf(IDispatch& reporter)
 {
-    DISPPARAMS none{};
     Variant action;
-    Call(reporter, L"Action", DISPATCH_PROPERTYGET, none, action);
-    if (FAILED(VariantChangeType(&action, &action, 0, VT_BSTR)) || action.bstrVal == nullptr) return {};
-    return {action.bstrVal, SysStringLen(action.bstrVal)};
+    Call(reporter, L"Action", DISPATCH_PROPERTYGET, {}, action);
+    return FAILED(action.ChangeType(VT_BSTR)) ? std::wstring() : std::wstring(action.Text());
 }
 
 }  // namespace
@@ -90,8 +64,8 @@ std::optional<std::wstring> Win32Reporter::Report(const ErrorReport& report)
 {
     const auto reporter = CreateReporter();
     if (!reporter) return std::nullopt;
-    HandOver(reporter.Get(), report);
-    return ActionOf(reporter.Get());
+    HandOver(*reporter, report);
+    return ActionOf(*reporter);
 }
 
 }  // namespace sylvex

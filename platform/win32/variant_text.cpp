@@ -4,9 +4,10 @@
 #include <oleauto.h>
 
 #include <array>
-#include <memory>
 
-#include "platform/win32/com_pointer.h"
+#include "com/late_call.h"
+#include "com/type_info.h"
+#include "com/variant.h"
 
 namespace sylvex {
 namespace {
@@ -14,25 +15,6 @@ namespace {
 constexpr int kDeepest = 6;
 constexpr UINT kMostDimensions = 3;
 constexpr ULONGLONG kLongestTime = 250;  // milliseconds
-
-struct TextFreer {
-    void operator()(OLECHAR* text) const noexcept { SysFreeString(text); }
-};
-using OwnedText = std::unique_ptr<OLECHAR, TextFreer>;
-
-std::wstring_view ViewOf(const OLECHAR* text)
-{
-    return text ? std::wstring_view(text, SysStringLen(const_cast<BSTR>(text))) : std::wstring_view();
-}
-
-class OwnedVariant {
-public:
-    OwnedVariant() noexcept { VariantInit(&value); }
-    ~OwnedVariant() { VariantClear(&value); }
-    OwnedVariant(const OwnedVariant&) = delete;
-    OwnedVariant& operator=(const OwnedVariant&) = delete;
-    VARIANT value;
-};
 
 /// Keeps an array's elements where they are.
 class ArrayLock {
@@ -62,12 +44,9 @@ long NumberOf(HRESULT result)
     return IsNumbered(result) ? result & 0xFFFF : result;
 }
 
-std::wstring NameOf(ITypeInfo* info)
+std::wstring ClassOf(ITypeInfo& info)
 {
-    BSTR text = nullptr;
-    if (FAILED(info->GetDocumentation(MEMBERID_NIL, &text, nullptr, nullptr, nullptr))) return {};
-    const OwnedText owned(text);
-    std::wstring name(ViewOf(text));
+    std::wstring name = NameOf(info);
     // A class's default interface carries the class's name behind an underscore.
     if (name.size() > 1 && name.front() == L'_') name.erase(0, 1);
     return name;
@@ -78,7 +57,7 @@ std::wstring ClassOf(const ComPtr<IUnknown>& object, const ComPtr<IDispatch>& di
     ComPtr<ITypeInfo> info;
     if (const auto provider = object.As<IProvideClassInfo>()) provider->GetClassInfo(info.Put());
     if (!info && dispatch) dispatch->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Put());
-    return info ? NameOf(info.Get()) : std::wstring();
+    return info ? ClassOf(*info) : std::wstring();
 }
 
 /// The types of the elements of arrays that do not tell it themselves.
@@ -235,10 +214,9 @@ void Renderer::Stored(VARTYPE type, const void* place)
 
 void Renderer::StoredDecimal(DECIMAL value)
 {
-    BSTR text = nullptr;
-    const HRESULT result = VarBstrFromDec(&value, LOCALE_INVARIANT, LOCALE_NOUSEROVERRIDE, &text);
-    const OwnedText owned(text);
-    FAILED(result) ? Failed(result) : m_report.Text(ViewOf(text));
+    Bstr text;
+    const HRESULT result = VarBstrFromDec(&value, LOCALE_INVARIANT, LOCALE_NOUSEROVERRIDE, text.Put());
+    FAILED(result) ? Failed(result) : m_report.Text(text.View());
 }
 
 void Renderer::Error(SCODE code)
@@ -250,10 +228,9 @@ void Renderer::Error(SCODE code)
 
 void Renderer::Record(IRecordInfo* info)
 {
-    BSTR text = nullptr;
-    if (info) info->GetName(&text);
-    const OwnedText owned(text);
-    m_report.Marker(L"UDT -", ViewOf(text));
+    Bstr name;
+    if (info) info->GetName(name.Put());
+    m_report.Marker(L"UDT -", name.View());
 }
 
 void Renderer::Array(SAFEARRAY* array, VARTYPE declared)
@@ -332,25 +309,21 @@ void Renderer::Object(IUnknown* object)
 /// What is in an object that has an enumerator; the others show nothing more.
 void Renderer::Members(IDispatch* collection)
 {
-    DISPPARAMS none{};
-    OwnedVariant made;
+    Variant made;
     const HRESULT result =
-        collection->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none,
-                           &made.value, nullptr, nullptr);
+        CallMember(*collection, DISPID_NEWENUM, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {}, made.Put());
     if (result == DISP_E_MEMBERNOTFOUND || result == E_NOTIMPL) return;
     if (FAILED(result)) return Failed(result);
-    const bool isObject = V_VT(&made.value) == VT_UNKNOWN || V_VT(&made.value) == VT_DISPATCH;
-    const ComPtr<IUnknown> object(isObject ? V_UNKNOWN(&made.value) : nullptr);
-    const auto enumerator = object.As<IEnumVARIANT>();
+    const auto enumerator = made.As<IEnumVARIANT>();
     if (!enumerator) return;
     for (std::size_t shown = 0;; ++shown) {
-        OwnedVariant element;
+        Variant element;
         ULONG fetched = 0;
-        const HRESULT next = enumerator->Next(1, &element.value, &fetched);
+        const HRESULT next = enumerator->Next(1, element.Put(), &fetched);
         if (FAILED(next)) return Failed(next);
         if (next != S_OK || fetched == 0 || !GoesOn(shown)) return;
         m_report.BeginElement(std::to_wstring(shown + 1));
-        Value(element.value);
+        Value(element.Get());
         m_report.EndElement();
     }
 }

@@ -15,29 +15,18 @@ constexpr wchar_t kClassText[] = L"{7C1C5B0E-52F3-4E0B-9D34-2A6B81C75E19}";
 /// The name under which the control looks for its reporter.
 constexpr wchar_t kName[] = L"Quenmark.Error";
 
-class Factory final : public IClassFactory {
+class Factory final : public sylvex::CountedObject<IClassFactory> {
 public:
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override
-    {
-        if (!found) return E_POINTER;
-        *found = id == IID_IUnknown || id == IID_IClassFactory ? this : nullptr;
-        return *found ? S_OK : E_NOINTERFACE;
-    }
-    // There is one, which is never deleted.
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
     STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** object) override
     {
         if (outer) return CLASS_E_NOAGGREGATION;
-        Reporter* const made = new (std::nothrow) Reporter;
+        auto* const made = new (std::nothrow) Reporter;
         if (!made) return E_OUTOFMEMORY;
-        const HRESULT result = made->QueryInterface(id, object);
-        made->Release();
-        return result;
+        return sylvex::ComPtr<Reporter>::Adopt(made)->QueryInterface(id, object);
     }
     STDMETHODIMP LockServer(BOOL lock) override
     {
-        g_inUse += lock ? 1 : -1;
+        lock ? sylvex::ModuleLock::Add() : sylvex::ModuleLock::Release();
         return S_OK;
     }
 };
@@ -67,15 +56,16 @@ std::wstring ClassKey()
 
 STDAPI DllGetClassObject(REFCLSID identifier, REFIID id, void** object)
 {
-    static Factory factory;
     if (!object) return E_POINTER;
     *object = nullptr;
-    return identifier == kClass ? factory.QueryInterface(id, object) : CLASS_E_CLASSNOTAVAILABLE;
+    if (identifier != kClass) return CLASS_E_CLASSNOTAVAILABLE;
+    auto* const factory = new (std::nothrow) Factory;
+    return factory ? sylvex::ComPtr<Factory>::Adopt(factory)->QueryInterface(id, object) : E_OUTOFMEMORY;
 }
 
 STDAPI DllCanUnloadNow()
 {
-    return g_inUse == 0 ? S_OK : S_FALSE;
+    return sylvex::ModuleLock::Count() == 0 ? S_OK : S_FALSE;
 }
 
 STDAPI DllRegisterServer()

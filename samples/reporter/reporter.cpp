@@ -1,7 +1,5 @@
 #include "reporter.h"
 
-#include <oleauto.h>
-
 #include <algorithm>
 #include <array>
 #include <cwchar>
@@ -9,11 +7,12 @@
 #include <string>
 #include <string_view>
 
-std::atomic<long> g_inUse{0};
+#include "com/variant.h"
 
 namespace {
 
-enum Member : DISPID { kErrorHandler = 1, kAction = 2 };
+constexpr const wchar_t* kMembers[] = {L"ErrorHandler", L"Action"};
+enum Member : DISPID { kErrorHandler = 1, kAction };
 
 /// The eight values in the order in which the control gives them.
 enum Part { kComponent, kVersion, kModule, kProcedure, kLine, kNumber, kDescription, kVariables, kParts };
@@ -123,13 +122,9 @@ bool Append(const Report& report)
 
 std::wstring TextOf(const VARIANT& value)
 {
-    VARIANT text;
-    VariantInit(&text);
-    std::wstring copy;
-    if (SUCCEEDED(VariantChangeType(&text, const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, VT_BSTR)))
-        copy.assign(V_BSTR(&text), SysStringLen(V_BSTR(&text)));
-    VariantClear(&text);
-    return copy;
+    sylvex::Variant text;
+    text.SetTo(value, VT_BSTR, VARIANT_ALPHABOOL);
+    return std::wstring(text.Text());
 }
 
 HRESULT TakeReport(const DISPPARAMS& arguments)
@@ -144,37 +139,9 @@ HRESULT TakeReport(const DISPPARAMS& arguments)
 
 }  // namespace
 
-HRESULT Reporter::QueryInterface(REFIID id, void** found)
-{
-    if (!found) return E_POINTER;
-    *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
-    if (!*found) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-}
-
-ULONG Reporter::Release()
-{
-    const long left = --m_references;
-    if (left == 0) delete this;
-    return static_cast<ULONG>(left);
-}
-
-HRESULT Reporter::GetTypeInfoCount(UINT* count)
-{
-    if (!count) return E_POINTER;
-    *count = 0;
-    return S_OK;
-}
-
 HRESULT Reporter::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* members)
 {
-    if (!names || !members || count == 0) return E_INVALIDARG;
-    for (UINT i = 0; i < count; ++i)
-        members[i] = DISPID_UNKNOWN;
-    if (_wcsicmp(names[0], L"ErrorHandler") == 0) members[0] = kErrorHandler;
-    if (_wcsicmp(names[0], L"Action") == 0) members[0] = kAction;
-    return members[0] == DISPID_UNKNOWN || count > 1 ? DISP_E_UNKNOWNNAME : S_OK;
+    return sylvex::FindName(kMembers, names, count, members);
 }
 
 HRESULT Reporter::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO*,

@@ -10,7 +10,7 @@
 #include <limits>
 #include <vector>
 
-#include "platform/win32/com_pointer.h"
+#include "com/pointer.h"
 #include "platform/win32/variant_text.h"
 #include "tests/component/automation.h"
 

@@ -4,8 +4,8 @@
 
 #include <optional>
 
+#include "com/pointer.h"
 #include "platform/treewindow.h"
-#include "platform/win32/com_pointer.h"
 #include "platform/win32/handles.h"
 
 namespace sylvex {

@@ -4,6 +4,7 @@
 
 #include <unknwn.h>
 
+#include <cstddef>
 #include <utility>
 
 namespace sylvex {
