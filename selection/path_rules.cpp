@@ -6,46 +6,6 @@
 
 namespace sylvex {
 
-namespace {
-
-using Entry = PathRules::Entry;
-
-/// The path with one more name, which a drive's root has its separator for already.
-std::wstring Joined(const std::wstring& path, const std::wstring& name)
-{
-    if (path.empty()) return name;
-    return path.ends_with(L'\\') ? path + name : path + L'\\' + name;
-}
-
-/// As rules have it: with its separator when it is a drive's root.
-std::wstring AsRule(std::wstring path)
-{
-    constexpr std::size_t kDriveLength = 2;
-    return path.size() == kDriveLength && path.back() == L':' ? path + L'\\' : path;
-}
-
-void List(const Entry& entry, const std::wstring& path, std::vector<PathRules::Rule>& rules)
-{
-    if (entry.branch) rules.push_back({AsRule(path), *entry.branch, PathRules::Reach::Branch});
-    if (entry.files) rules.push_back({AsRule(path), *entry.files, PathRules::Reach::Files});
-    for (const auto& [lower, child] : entry.below)
-        List(*child, Joined(path, child->name), rules);
-}
-
-/// Gives whether nothing is left to say of the entry, around which `folders` and `files` are taken or left out.
-bool MinimiseBelow(Entry& entry, bool folders, bool files)
-{
-    const bool state = entry.branch.value_or(folders);
-    const bool stateOfFiles = entry.files.value_or(state);
-    if (entry.files == state) entry.files.reset();
-    std::erase_if(entry.below, [&](auto& child) { return MinimiseBelow(*child.second, state, stateOfFiles); });
-    // What nothing else is said of may be a file as well as a folder.
-    if (entry.branch == folders && (entry.IsFolder() || files == folders)) entry.branch.reset();
-    return !entry.branch && !entry.IsFolder();
-}
-
-}  // namespace
-
 std::vector<std::wstring_view> NamesOf(std::wstring_view path)
 {
     std::vector<std::wstring_view> names;
@@ -59,52 +19,108 @@ std::vector<std::wstring_view> NamesOf(std::wstring_view path)
     return names;
 }
 
+PathRules::Children PathRules::ChildrenOf(Name name) const
+{
+    return {m_below.lower_bound({name, std::wstring()}), m_below.lower_bound({name + 1, std::wstring()})};
+}
+
+std::optional<PathRules::Name> PathRules::Below(Name above, std::wstring_view name) const
+{
+    const auto found = m_below.find({above, LowerText(*m_regional, name)});
+    return found != m_below.end() ? std::optional(found->second) : std::nullopt;
+}
+
+PathRules::Name PathRules::NeedBelow(Name above, std::wstring_view name)
+{
+    const auto [place, isNew] =
+        m_below.try_emplace({above, LowerText(*m_regional, name)}, static_cast<Name>(m_entries.size()));
+    if (isNew) m_entries.push_back({std::wstring(name), above, {}, {}});
+    return place->second;
+}
+
 void PathRules::Add(const Rule& rule)
 {
-    Entry* entry = m_root.get();
-    for (const std::wstring_view name : NamesOf(rule.path)) {
-        std::unique_ptr<Entry>& child = entry->below[LowerText(*m_regional, name)];
-        if (child == nullptr) {
-            child = std::make_unique<Entry>();
-            child->name = name;
-        }
-        entry = child.get();
-    }
-    (rule.reach == Reach::Branch ? entry->branch : entry->files) = rule.include;
+    Name at = kDisks;
+    for (const std::wstring_view name : NamesOf(rule.path))
+        at = NeedBelow(at, name);
+    (rule.reach == Reach::Branch ? m_entries[at].branch : m_entries[at].files) = rule.include;
+}
+
+PathRules::Taken PathRules::Inside(Name name, Taken around) const
+{
+    const bool folders = m_entries[name].branch.value_or(around.folders);
+    return {folders, m_entries[name].files.value_or(folders)};
+}
+
+bool PathRules::IsFolder(Name name) const
+{
+    const Children children = ChildrenOf(name);
+    return m_entries[name].files.has_value() || children.first != children.second;
+}
+
+std::wstring PathRules::PathOf(Name name) const
+{
+    if (m_entries[name].above == kDisks && m_entries[name].name.ends_with(L':')) return m_entries[name].name + L'\\';
+    std::wstring path;
+    for (Name at = name; at != kDisks; at = m_entries[at].above)
+        path.insert(0, m_entries[at].above == kDisks ? m_entries[at].name : L'\\' + m_entries[at].name);
+    return path;
 }
 
 void PathRules::Minimise()
 {
-    MinimiseBelow(*m_root, false, false);
-}
-
-const PathRules::Entry* PathRules::Find(const Entry& entry, std::wstring_view name) const
-{
-    const auto found = entry.below.find(LowerText(*m_regional, name));
-    return found != entry.below.end() ? found->second.get() : nullptr;
+    PathRules fewer(*m_regional);
+    std::vector<Taken> open{{}};
+    std::vector<bool> speaksBelow(m_entries.size());
+    Walk(
+        kDisks,
+        [&](Name name) {
+            open.push_back(Inside(name, open.back()));
+            return true;
+        },
+        [&](Name name) {
+            const Entry& entry = m_entries[name];
+            const bool inside = open.back().folders;
+            open.pop_back();
+            const Taken around = open.back();
+            const bool keepsFiles = entry.files.value_or(inside) != inside;
+            // What nothing is said of below may be a file as well as a folder.
+            const bool isFolder = keepsFiles || speaksBelow[name];
+            const bool keepsBranch = inside != around.folders || (!isFolder && entry.branch && inside != around.files);
+            if (keepsBranch) fewer.Add({PathOf(name), inside, Reach::Branch});
+            if (keepsFiles) fewer.Add({PathOf(name), *entry.files, Reach::Files});
+            if (keepsBranch || isFolder) speaksBelow[entry.above] = true;
+        });
+    *this = std::move(fewer);
 }
 
 bool PathRules::Includes(std::wstring_view path) const
 {
     const std::vector<std::wstring_view> names = NamesOf(path);
     const bool isFolder = path.ends_with(L'\\');
-    const Entry* entry = m_root.get();
-    bool state = false;
-    for (std::size_t at = 0; at < names.size(); ++at) {
-        const Entry* const child = Find(*entry, names[at]);
-        const bool isLast = at + 1 == names.size();
-        if (child == nullptr) return isLast && !isFolder ? entry->files.value_or(state) : state;
-        // What has a rule below it and none of its own is a folder.
-        entry = child;
-        state = entry->branch.value_or(state);
+    Name at = kDisks;
+    Taken taken;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const auto next = Below(at, names[i]);
+        const bool isLast = i + 1 == names.size();
+        if (!next) return isLast && !isFolder ? taken.files : taken.folders;
+        at = *next;
+        taken = Inside(at, taken);
     }
-    return isFolder ? entry->files.value_or(state) : state;
+    return isFolder ? taken.files : taken.folders;
 }
 
 std::vector<PathRules::Rule> PathRules::Rules() const
 {
     std::vector<Rule> rules;
-    List(*m_root, {}, rules);
+    Walk(
+        kDisks,
+        [&](Name name) {
+            if (Branch(name)) rules.push_back({PathOf(name), *Branch(name), Reach::Branch});
+            if (m_entries[name].files) rules.push_back({PathOf(name), *m_entries[name].files, Reach::Files});
+            return true;
+        },
+        [](Name) {});
     return rules;
 }
 

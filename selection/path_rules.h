@@ -1,10 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/regional.h"
@@ -25,36 +26,83 @@ public:
         Reach reach = Reach::Branch;
         bool operator==(const Rule&) const = default;
     };
-    /// One name with what is said of it and of what lies below.
-    struct Entry {
-        std::wstring name;  ///< as spelt where it was first met
-        std::optional<bool> branch;
-        std::optional<bool> files;
-        std::map<std::wstring, std::unique_ptr<Entry>> below;  ///< by the names in lower case
-
-        /// True for what must be a folder, since more is said of what is in it.
-        bool IsFolder() const { return files.has_value() || !below.empty(); }
+    /// One name: the place of what is said of it. The first is that of the whole disks, whose names are drives ("C:")
+    /// and servers ("\\server").
+    using Name = std::uint32_t;
+    static constexpr Name kDisks = 0;
+    /// What is taken of a name that no rule below it speaks of, when it is a folder and when it is a file.
+    struct Taken {
+        bool folders = false;
+        bool files = false;
+        bool operator==(const Taken&) const = default;
     };
 
-    explicit PathRules(Regional& regional) : m_regional(&regional), m_root(std::make_unique<Entry>()) {}
+    explicit PathRules(Regional& regional) : m_regional(&regional) {}
 
     /// Takes the place of an earlier rule of that path and reach.
     void Add(const Rule& rule);
     /// Takes away what follows from the rules above it.
     void Minimise();
-    bool Empty() const { return m_root->below.empty(); }
+    bool Empty() const { return m_below.empty(); }
     /// Whether the file is taken, or, with a separator behind the path, what is new in the folder.
     bool Includes(std::wstring_view path) const;
     /// From the outermost in; names in the order of their lower case.
     std::vector<Rule> Rules() const;
-    /// The entry of that name right below, null for none.
-    const Entry* Find(const Entry& entry, std::wstring_view name) const;
-    /// The whole disks: entries are drives ("C:") and servers ("\\server").
-    const Entry& Root() const { return *m_root; }
+
+    /// The name right below another one, nothing when no rule speaks of it.
+    std::optional<Name> Below(Name above, std::wstring_view name) const;
+    /// What is taken inside, where `around` is what is taken around the name.
+    Taken Inside(Name name, Taken around) const;
+    /// What the name's own rule says, nothing without one.
+    std::optional<bool> Branch(Name name) const { return m_entries[name].branch; }
+    /// True when a rule takes the name or the files right in it.
+    bool Takes(Name name) const
+    {
+        return m_entries[name].branch.value_or(false) || m_entries[name].files.value_or(false);
+    }
+    /// True for what must be a folder, since more is said of what is in it.
+    bool IsFolder(Name name) const;
+    /// As spelt where it was first met.
+    const std::wstring& Spelt(Name name) const { return m_entries[name].name; }
+    /// As a rule has it.
+    std::wstring PathOf(Name name) const;
+    /// Goes through all names below `top`: `enter` gives whether to go on below, `leave` follows what is below.
+    template <class Enter, class Leave>
+    void Walk(Name top, Enter&& enter, Leave&& leave) const
+    {
+        std::vector<std::pair<Name, Children>> open{{top, ChildrenOf(top)}};
+        while (!open.empty()) {
+            auto& [name, children] = open.back();
+            if (children.first == children.second) {
+                if (name != top) leave(name);
+                open.pop_back();
+                continue;
+            }
+            const Name child = (children.first++)->second;
+            if (enter(child)) {
+                open.emplace_back(child, ChildrenOf(child));
+            } else {
+                leave(child);
+            }
+        }
+    }
 
 private:
+    struct Entry {
+        std::wstring name;
+        Name above = kDisks;
+        std::optional<bool> branch;
+        std::optional<bool> files;
+    };
+    /// The names below others, by those and their lower case.
+    using Index = std::map<std::pair<Name, std::wstring>, Name, std::less<>>;
+    using Children = std::pair<Index::const_iterator, Index::const_iterator>;
+    Children ChildrenOf(Name name) const;
+    Name NeedBelow(Name above, std::wstring_view name);
+
     Regional* m_regional;
-    std::unique_ptr<Entry> m_root;
+    std::vector<Entry> m_entries{Entry{}};
+    Index m_below;
 };
 
 /// A path's names: the drive, or the server with its two separators, then the names below.

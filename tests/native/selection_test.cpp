@@ -150,6 +150,14 @@ TEST_F(Selection, TextHoldsEveryName)
           L"sylvex-selection 1\nnew-entries 0\n* C:\\a\n", L"sylvex-selection 1\nnew-entries 0\n+ a\n",
           L"sylvex-selection 1\nnew-entries 0\n+ C:\\%{00\n", L"sylvex-selection 1\nnew-entries 0\n+ C:\\a%{0000}\n"})
         EXPECT_EQ(ErrorOf([&] { ReadSelection(desktop.regional, wrong); }), 321) << Utf8(wrong);
+    // As deep as a path can be.
+    std::wstring deep = L"sylvex-selection 1\nnew-entries 0\n+ C:";
+    for (int level = 0; level < 16000; ++level)
+        deep += L"\\a";
+    KeptSelection kept = ReadSelection(desktop.regional, deep);
+    kept.rules.Minimise();
+    EXPECT_EQ(WriteSelection(kept), deep + L'\n');
+    EXPECT_EQ(ErrorOf([&] { RobocopyCommands(kept.rules); }), 321) << "longer than a command may be";
 }
 
 TEST_F(Selection, FormatsRefuseWhatTheyHaveNoWordsFor)
@@ -166,6 +174,7 @@ TEST_F(Selection, FormatsRefuseWhatTheyHaveNoWordsFor)
     EXPECT_EQ(errorOf({L"D:\\", true}, rsync), 321);
     EXPECT_EQ(errorOf({L"C:\\s", true, PathRules::Reach::Files}, git), 321);
     EXPECT_EQ(errorOf({L"C:\\s", false}, git), 0);
+    EXPECT_EQ(errorOf({L"C:\\", true}, rsync), 321);
     EXPECT_EQ(errorOf({L"C:\\r\\x\ny", true}, rsync), 321);
     EXPECT_EQ(errorOf({L"C:\\r\\x\xD800y", true}, git), 321);
     EXPECT_EQ(errorOf({L"C:\\r\\a", false, PathRules::Reach::Files}, robocopy), 321);
