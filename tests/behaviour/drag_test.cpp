@@ -129,17 +129,6 @@ TEST_F(DragTest, WhatIsNoFolderOnADriveNeverReachesTheDisk)
     EXPECT_TRUE(scene.desk().Has(L"t\\b\\b1"));
 }
 
-TEST_F(DragTest, ADropIntoAFolderThatHasGoneMovesNothing)
-{
-    scene.desk().Remove(L"t\\c");
-    Node& a = scene.At(L"t/a");
-    EXPECT_EQ(Drop(a, scene.At(L"t/c")), L"[124]" + MovedMessage(L"t\\a", L"t\\c"));
-    EXPECT_TRUE(scene.desk().Has(L"t\\a\\a1\\x\\f.txt"));
-    EXPECT_EQ(State().substr(0, 18), L"t[-](b[+] c[-](a[-");
-    scene.Enumerate();
-    EXPECT_EQ(State(), L"t[+]");
-}
-
 TEST_F(DragTest, AFailedMoveLeavesAWayToReadTheOldFolderAgain)
 {
     scene.desk().Remove(L"t\\c");
@@ -223,14 +212,6 @@ TEST_F(DragTest, OnlyAPressOnARowWithTheSameButtonAndARealMoveBeginsADrag)
     EXPECT_FALSE(way(from, to)) << "switched off";
     EXPECT_EQ(State(), before);
     EXPECT_EQ(scene.desk().TakeMessages(), L"");
-}
-
-TEST_F(DragTest, AReleaseEndsThePress)
-{
-    tools().Press(hand->On(scene.At(L"t/a")), 1);
-    tools().Release();
-    EXPECT_FALSE(scene.control().State().drag.m_nodDrag);
-    EXPECT_NE(scene.Heard().find(L"MouseUp"), std::wstring::npos);
 }
 
 TEST_F(DragTest, ADragEndsCleanlyHoweverItIsInterrupted)

@@ -90,17 +90,6 @@ TEST_F(RenameTest, WhatIsNoNameIsRefusedAndTheLabelOpensAgainWithIt)
     EXPECT_EQ(tools().LeftOver(), "");
 }
 
-TEST_F(RenameTest, ARefusedNameMayBeMended)
-{
-    Node& folder = Folder();
-    EXPECT_EQ(Rename(folder, L"a:b"), kNoName);
-    tools().Wait(200);
-    tools().Type(L"ab");
-    EXPECT_EQ(scene.desk().TakeMessages(), L"");
-    EXPECT_EQ(folder.Text(), L"ab");
-    EXPECT_TRUE(scene.desk().Has(L"t\\ab\\inner"));
-}
-
 TEST_F(RenameTest, RootsAndDrivesNeverReachTheDisk)
 {
     Node& drive = scene.nodes().Item(L"C:\\");
