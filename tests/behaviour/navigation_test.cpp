@@ -98,19 +98,6 @@ TEST_F(NavigationTest, ValuesThatNameNothingChangeNothing)
     EXPECT_EQ(scene.desk().TakeMessages(), L"");
 }
 
-TEST_F(NavigationTest, OtherSpellingsOfAPathSelectNothing)
-{
-    scene.desk().Make({L"d\\sub\\"});
-    Start();
-    scene.At(L"d");
-    for (std::wstring value : {PathOf(L"d\\..\\d"), PathOf(L"d  "), PathOf(L"d."), PathOf(L"?"), std::wstring(L"NUL"),
-                               std::wstring(L"C:/") + PathOf(L"d").substr(3)}) {
-        control.LetPath(value);
-        EXPECT_EQ(Selected(), L"-");
-    }
-    EXPECT_EQ(scene.desk().TakeMessages(), L"");
-}
-
 TEST_F(NavigationTest, WritingPathRebuildsTheBoundList)
 {
     scene.desk().Make({L"a\\", L"b\\"});
@@ -251,27 +238,6 @@ TEST_F(NavigationTest, LongPathsInOtherScriptsAreFollowed)
     control.LetSelectedItem(nullptr);
     control.LetPath(PathOf(name));
     EXPECT_EQ(Selected(), name + L"\\");
-}
-
-TEST_F(NavigationTest, AHostMayEmptyTheTreeOnTheWay)
-{
-    scene.desk().Make({L"t\\a\\x\\"});
-    Start();
-    scene.onEvent = [&](const std::wstring& event, Node*) {
-        if (event == L"Expand:") control.Clear();
-    };
-    EXPECT_EQ(ErrorOf([&] { GoTo(PathOf(L"t\\a")); }), 65535);
-    scene.onEvent = nullptr;
-    scene.Enumerate();
-    EXPECT_EQ(GoTo(PathOf(L"t\\a")), L"t\\a\\");
-}
-
-TEST(NavigationWithoutAList, SetNodeAndSetNodeCheckedAreErrors)
-{
-    Scene scene;
-    scene.Enumerate();
-    EXPECT_EQ(ErrorOf([&] { scene.control().SetNode(); }), 65535);
-    EXPECT_EQ(ErrorOf([&] { scene.control().SetNodeChecked(true, true); }), 65535);
 }
 
 // ---- ticking by path

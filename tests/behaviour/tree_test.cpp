@@ -142,19 +142,6 @@ TEST_F(TreeTest, NodesBelowMyDocumentsResolveToItsPath)
     EXPECT_EQ(scene.control().BuildFullPath(&scene.nodes().AddChild(node, L"Letters", 0)), documents + L"\\Letters\\");
 }
 
-TEST_F(TreeTest, OpeningAndClosingIsHeardOnceWithTheTreeInItsNewState)
-{
-    scene.desk().Make({L"d\\x\\", L"d\\y\\"});
-    scene.Enumerate();
-    Node& node = scene.At(L"d");
-    scene.Heard();
-    node.SetExpanded(true);
-    node.SetExpanded(true);
-    EXPECT_EQ(scene.Heard(), L"Expand:d");
-    node.SetExpanded(false);
-    EXPECT_EQ(scene.Heard(), L"Collapse:d");
-}
-
 TEST_F(TreeTest, AHostMayEmptyTheTreeInsideTheExpandEvent)
 {
     scene.desk().Make({L"d\\x\\"});
