@@ -77,21 +77,6 @@ TEST_F(DragTest, AFolderThatHasLostItsLastChildShowsNoButton)
     EXPECT_EQ(State(), L"t[-](a[-](a1[+] a2) b[-](b1) c)");
 }
 
-TEST_F(DragTest, FilesAndNamesInOtherScriptsMoveToo)
-{
-    scene.desk().Make({L"u\\\u4E2D\u6587 \u0394\u0416\\x.txt", L"u\\plain.txt", L"u\\listed.ZIP", L"u\\z\\"});
-    scene.control().LetFileFilter(L"*.zip");
-    scene.Enumerate();
-    Open(L"u/listed.ZIP");
-    for (const wchar_t* name : {L"\u4E2D\u6587 \u0394\u0416", L"plain.txt", L"listed.ZIP"}) {
-        Node& target = scene.At(L"u/z");
-        EXPECT_EQ(Drop(scene.At(L"u/" + std::wstring(name)), target),
-                  MovedMessage(L"u\\" + std::wstring(name), L"u\\z"));
-        EXPECT_TRUE(scene.desk().Has(L"u\\z\\" + std::wstring(name)));
-    }
-    EXPECT_EQ(scene.control().BuildFullPath(&scene.At(L"u/z/listed.ZIP")), PathOf(L"u\\z\\listed.ZIP"));
-}
-
 TEST_F(DragTest, ADropThatMakesNoSenseIsRefusedInWords)
 {
     const std::wstring before = State();
@@ -127,17 +112,6 @@ TEST_F(DragTest, WhatIsNoFolderOnADriveNeverReachesTheDisk)
     ASSERT_EQ(folder.Text(), L"a");
     EXPECT_EQ(Drop(drive, folder), L"[116][Successful drop of folder C:\\\ronto " + PathOf(L"t\\a") + L"]");
     EXPECT_TRUE(scene.desk().Has(L"t\\b\\b1"));
-}
-
-TEST_F(DragTest, ADropIntoAFolderThatHasGoneMovesNothing)
-{
-    scene.desk().Remove(L"t\\c");
-    Node& a = scene.At(L"t/a");
-    EXPECT_EQ(Drop(a, scene.At(L"t/c")), L"[124]" + MovedMessage(L"t\\a", L"t\\c"));
-    EXPECT_TRUE(scene.desk().Has(L"t\\a\\a1\\x\\f.txt"));
-    EXPECT_EQ(State().substr(0, 18), L"t[-](b[+] c[-](a[-");
-    scene.Enumerate();
-    EXPECT_EQ(State(), L"t[+]");
 }
 
 TEST_F(DragTest, AFailedMoveLeavesAWayToReadTheOldFolderAgain)
@@ -225,14 +199,6 @@ TEST_F(DragTest, OnlyAPressOnARowWithTheSameButtonAndARealMoveBeginsADrag)
     EXPECT_EQ(scene.desk().TakeMessages(), L"");
 }
 
-TEST_F(DragTest, AReleaseEndsThePress)
-{
-    tools().Press(hand->On(scene.At(L"t/a")), 1);
-    tools().Release();
-    EXPECT_FALSE(scene.control().State().drag.m_nodDrag);
-    EXPECT_NE(scene.Heard().find(L"MouseUp"), std::wstring::npos);
-}
-
 TEST_F(DragTest, ADragEndsCleanlyHoweverItIsInterrupted)
 {
     struct {
@@ -274,17 +240,6 @@ TEST_F(DragTest, ADragEndsCleanlyHoweverItIsInterrupted)
     }
 }
 
-TEST_F(DragTest, AReleaseOverNothingMovesNothing)
-{
-    const std::wstring before = State();
-    hand->Drag(scene.At(L"t/a"), scene.At(L"t/b"));
-    tools().MoveTo({-20, 100});
-    tools().Release();
-    EXPECT_EQ(tools().LeftOver(), "");
-    EXPECT_EQ(scene.desk().TakeMessages(), L"");
-    EXPECT_EQ(State(), before);
-}
-
 TEST_F(DragTest, TheControlMayGoInMidDrag)
 {
     hand->Drag(scene.At(L"t/a"), scene.At(L"t/b"));
@@ -313,18 +268,6 @@ TEST_F(DragTest, RestingOnAClosedFolderOpensItAfterASecond)
     tools().Release();
     EXPECT_EQ(Scene::Render(b), L"b[-](b1)");
     EXPECT_EQ(tools().LeftOver(), "");
-}
-
-TEST_F(DragTest, LeavingAFolderCallsItsOpeningOff)
-{
-    Node& b = scene.At(L"t/b");
-    hand->Drag(scene.At(L"t/a"), b);
-    tools().Wait(500);
-    tools().MoveTo(hand->On(scene.At(L"t/c")));
-    tools().Wait(1300);
-    EXPECT_FALSE(b.Expanded());
-    tools().PressKey(kEscapeKey);
-    tools().Release();
 }
 
 TEST_F(DragTest, AHostThatEmptiesTheTreeWhileAFolderOpensEndsTheDrag)

@@ -45,13 +45,9 @@ TEST_F(FileListTest, ATickedFileIsOneRowWithAllItsColumns)
     const std::wstring moment = scene.Cell(0, L"mod") + L" " + scene.Cell(0, L"tim");
     EXPECT_FALSE(scene.Cell(0, L"mod").empty());
     EXPECT_EQ(scene.Cell(0, L"cre") == moment, scene.Cell(0, L"cre2") == written);
-}
-
-TEST_F(FileListTest, AFileWithoutAnExtensionHasNoType)
-{
     Tick(L"noext");
-    EXPECT_EQ(scene.Cell(0, L"ext") + scene.Cell(0, L"typ"), L"");
-    EXPECT_EQ(scene.Cell(0, L"siz"), L"0 b");
+    EXPECT_EQ(scene.Cell(1, L"ext") + scene.Cell(1, L"typ"), L"");
+    EXPECT_EQ(scene.Cell(1, L"siz"), L"0 b");
 }
 
 TEST_F(FileListTest, ATickedFolderIsOneRowForEachPattern)
@@ -174,13 +170,6 @@ TEST_F(FileListTest, AFolderOfManyTickedFilesLosesNone)
     }
 }
 
-TEST_F(FileListTest, NothingHappensWithoutANode)
-{
-    Tick(L"kept.txt");
-    scene.control().BuildFileList(nullptr, false);
-    EXPECT_EQ(Rows(), L"t\\kept.txt");
-}
-
 TEST_F(FileListTest, TheInnerCallAddsOnly)
 {
     Tick(L"kept.txt");
@@ -220,15 +209,6 @@ TEST_F(FileListTest, AListWithoutTheColumnsIsAnErrorAndGetsNoRow)
     EXPECT_EQ(ErrorOf([&] { scene.control().BuildFileList(&Desktop(), false); }), 65535);
     EXPECT_EQ(CurrentErrorState().vantorErrorNumber, 65535);
     EXPECT_EQ(scene.list().RowCount(), 0);
-}
-
-TEST(FileListWithoutAList, BuildingAndAttachingImagesFail)
-{
-    Scene scene;
-    scene.desk().Make({L"a\\"});
-    scene.Enumerate();
-    EXPECT_FALSE(scene.control().AssignSysIL());
-    EXPECT_EQ(ErrorOf([&] { scene.control().BuildFileList(&scene.OpenBase(), false); }), 65535);
 }
 
 TEST(FileNames, ArePartsBehindTheLastSeparator)

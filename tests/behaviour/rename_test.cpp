@@ -45,21 +45,6 @@ TEST_F(RenameTest, ATypedNameIsGivenToTheFolderOnTheDisk)
     EXPECT_EQ(scene.Heard().find(L"LabelEdit"), std::wstring::npos);
 }
 
-TEST_F(RenameTest, FilesOfAnyTypeAndNamesInOtherScriptsAreRenamed)
-{
-    struct {
-        const wchar_t* from;
-        const wchar_t* to;
-    } const cases[] = {{L"list.zip", L"b.zip"},
-                       {L"plain.txt", L"\u4E2D\u6587 \u0394\u0416.txt"},
-                       {L"Old", L" a.b, (c) [d] {e} & 100% + ~ ! ' ="}};
-    for (const auto& [from, to] : cases) {
-        EXPECT_EQ(Rename(scene.At(L"t/" + std::wstring(from)), to), L"");
-        EXPECT_TRUE(scene.desk().Has(L"t\\" + std::wstring(to)));
-        EXPECT_FALSE(scene.desk().Has(L"t\\" + std::wstring(from)));
-    }
-}
-
 TEST_F(RenameTest, BlanksAndFullStopsAtTheEndOfANameAreNoPartOfIt)
 {
     Node& folder = Folder();
@@ -88,17 +73,6 @@ TEST_F(RenameTest, WhatIsNoNameIsRefusedAndTheLabelOpensAgainWithIt)
     EXPECT_EQ(tools().Label(), L"(closed)") << "it opens once";
     EXPECT_TRUE(scene.desk().Has(L"t\\Old\\inner\\x"));
     EXPECT_EQ(tools().LeftOver(), "");
-}
-
-TEST_F(RenameTest, ARefusedNameMayBeMended)
-{
-    Node& folder = Folder();
-    EXPECT_EQ(Rename(folder, L"a:b"), kNoName);
-    tools().Wait(200);
-    tools().Type(L"ab");
-    EXPECT_EQ(scene.desk().TakeMessages(), L"");
-    EXPECT_EQ(folder.Text(), L"ab");
-    EXPECT_TRUE(scene.desk().Has(L"t\\ab\\inner"));
 }
 
 TEST_F(RenameTest, RootsAndDrivesNeverReachTheDisk)

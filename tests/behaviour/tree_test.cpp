@@ -142,29 +142,6 @@ TEST_F(TreeTest, NodesBelowMyDocumentsResolveToItsPath)
     EXPECT_EQ(scene.control().BuildFullPath(&scene.nodes().AddChild(node, L"Letters", 0)), documents + L"\\Letters\\");
 }
 
-TEST_F(TreeTest, ClearEmptiesTheTreeAndMayBeRepeated)
-{
-    scene.Enumerate();
-    scene.OpenBase();
-    scene.control().Clear();
-    scene.control().Clear();
-    EXPECT_EQ(scene.nodes().Count(), 0);
-    EXPECT_TRUE(scene.control().Tree().Visible());
-}
-
-TEST_F(TreeTest, OpeningAndClosingIsHeardOnceWithTheTreeInItsNewState)
-{
-    scene.desk().Make({L"d\\x\\", L"d\\y\\"});
-    scene.Enumerate();
-    Node& node = scene.At(L"d");
-    scene.Heard();
-    node.SetExpanded(true);
-    node.SetExpanded(true);
-    EXPECT_EQ(scene.Heard(), L"Expand:d");
-    node.SetExpanded(false);
-    EXPECT_EQ(scene.Heard(), L"Collapse:d");
-}
-
 TEST_F(TreeTest, AHostMayEmptyTheTreeInsideTheExpandEvent)
 {
     scene.desk().Make({L"d\\x\\"});
@@ -205,6 +182,36 @@ TEST(LikePatternTest, StarsAndQuestionMarksMatchWithoutLetterCase)
     EXPECT_FALSE(like(L"a", L""));
     EXPECT_FALSE(like(L"a.zipx", L"*.zip"));
     EXPECT_TRUE(like(L"\u0391.txt", L"\u03B1*"));
+}
+
+TEST(FileSystemTest, PatternsAreReadAsThePlatformReadsThem)
+{
+    const auto desk = MakeDesk();
+    struct {
+        const wchar_t* pattern;
+        const wchar_t* name;
+        bool matches;
+    } const cases[] = {
+        {L"*.*", L"README", true},         {L"*", L"a.b.c", true},
+        {L"Doc*.*", L"doc2.old", true},    {L"Doc*.*", L"My Documents", false},
+        {L"*.txt", L"A.B.TXT", true},      {L"*.txt", L"b.txt.zip", false},
+        {L"a?.txt", L"ab.txt", true},      {L"a?.txt", L"abc.txt", false},
+        {L"\u00C4*", L"\u00E4pfel", true}, {L"abc", L"ABC", true},
+        {L"abc\\", L"abc", false},
+    };
+    int folder = 0;
+    for (const auto& [pattern, name, matches] : cases) {
+        const std::wstring place = L"p" + std::to_wstring(++folder) + L"\\";
+        desk->MakeFile(place + name);
+        const auto search = desk->Get().files.Search(desk->PathOf(place + pattern));
+        bool found = false;
+        for (bool more = search != nullptr; more; more = search->Next())
+            found = found || search->Entry().name == name;
+        EXPECT_EQ(found, matches) << testing::PrintToString(pattern) << testing::PrintToString(name);
+    }
+    for (const std::wstring& nothing :
+         {desk->PathOf(L""), desk->PathOf(L"none"), desk->PathOf(L"none\\*"), std::wstring()})
+        EXPECT_EQ(desk->Get().files.Search(nothing), nullptr);
 }
 
 }  // namespace

@@ -70,17 +70,6 @@ TEST_F(WindowListTest, AnEmptyListTakesRowsThatWillBeSortedInOrder)
     EXPECT_TRUE(list.Sorted());
 }
 
-TEST_F(WindowListTest, AListWithRowsIsSortedAsAWhole)
-{
-    Add(L"grape");
-    TextRows rows({L"pear", L"apple"}, {1, 0});
-    list.AddRows(rows, true);
-    EXPECT_EQ(Rows(), L"grape pear apple");
-    list.SortBy(0);
-    EXPECT_EQ(Rows(), L"apple grape pear");
-    EXPECT_EQ(rows.asked, 0);
-}
-
 TEST_F(WindowListTest, ChangesBetweenAddingAndSortingAreSeen)
 {
     TextRows rows({L"apple", L"fig"}, {0, 1});
@@ -186,16 +175,6 @@ TEST_F(WindowListTest, ColumnsAreFoundByKeyAndKeepTheirWidthInTwips)
     list.ClearColumns();
     EXPECT_EQ(window->ColumnCount(), 0);
     EXPECT_EQ(ErrorOf([&] { list.PlaceOfColumn(last); }), 35605);
-}
-
-TEST_F(WindowListTest, TheSelectedRowTellsItsCells)
-{
-    EXPECT_FALSE(list.SelectedCell(0).has_value());
-    TextRows rows({L"apple", L"fig"}, {0, 1});
-    list.AddRows(rows, false);
-    window->SelectRow(1, true);
-    EXPECT_EQ(list.SelectedCell(0), L"fig");
-    EXPECT_EQ(list.SelectedCell(2), L"second fig");
 }
 
 }  // namespace

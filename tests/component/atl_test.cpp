@@ -9,44 +9,27 @@
 namespace sylvex::test {
 namespace {
 
+template <class Function>
+Function Procedure(HMODULE module, const char* name)
+{
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+}
+
 // The container window of one version of the platform's template library.
-class AtlWindow : public testing::TestWithParam<const wchar_t*> {
-protected:
-    using WinInit = BOOL(WINAPI*)();
-    using AttachControl = HRESULT(WINAPI*)(IUnknown*, HWND, IUnknown**);
-
-    void SetUp() override
-    {
-        const HMODULE module = LoadLibraryW((std::wstring(L"atl") + GetParam() + L".dll").c_str());
-        if (!module) GTEST_SKIP() << "not on this system";
-        const auto init = Procedure<WinInit>(module, "AtlAxWinInit");
-        attach = Procedure<AttachControl>(module, "AtlAxAttachControl");
-        ASSERT_TRUE(init && attach && init());
-        form = CreateWindowW(L"Static", L"Form", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 60, 60, 400, 300, nullptr, nullptr,
-                             nullptr, nullptr);
-        window = CreateWindowW((std::wstring(L"AtlAxWin") + GetParam()).c_str(), L"", WS_CHILD | WS_VISIBLE, 10, 20,
-                               240, 180, form, nullptr, nullptr, nullptr);
-        ASSERT_TRUE(window);
-    }
-    void TearDown() override
-    {
-        if (form) DestroyWindow(form);
-        DrainMessages();
-    }
-
-    template <class Function>
-    static Function Procedure(HMODULE module, const char* name)
-    {
-        return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-    }
-
-    AttachControl attach = nullptr;
-    HWND form = nullptr;
-    HWND window = nullptr;
-};
+class AtlWindow : public testing::TestWithParam<const wchar_t*> {};
 
 TEST_P(AtlWindow, HostsSizesFocusesAndEndsTheControl)
 {
+    const HMODULE module = LoadLibraryW((std::wstring(L"atl") + GetParam() + L".dll").c_str());
+    if (!module) GTEST_SKIP() << "not on this system";
+    const auto init = Procedure<BOOL(WINAPI*)()>(module, "AtlAxWinInit");
+    const auto attach = Procedure<HRESULT(WINAPI*)(IUnknown*, HWND, IUnknown**)>(module, "AtlAxAttachControl");
+    ASSERT_TRUE(init && attach && init());
+    const HWND form = CreateWindowW(L"Static", L"Form", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 60, 60, 400, 300, nullptr,
+                                    nullptr, nullptr, nullptr);
+    const HWND window = CreateWindowW((std::wstring(L"AtlAxWin") + GetParam()).c_str(), L"", WS_CHILD | WS_VISIBLE, 10,
+                                      20, 240, 180, form, nullptr, nullptr, nullptr);
+    ASSERT_TRUE(window);
     ComPtr<::_Sylvex> control = NewControl();
     ComPtr<IUnknown> container;
     ASSERT_EQ(attach(control.Get(), window, container.Put()), S_OK);
@@ -73,6 +56,7 @@ TEST_P(AtlWindow, HostsSizesFocusesAndEndsTheControl)
     EXPECT_EQ(control.Detach()->Release(), 0u) << "the container holds nothing any more";
     DrainMessages();
     EXPECT_FALSE(IsWindow(tree));
+    DestroyWindow(form);
 }
 
 INSTANTIATE_TEST_SUITE_P(Versions, AtlWindow, testing::Values(L"", L"80", L"90", L"100", L"110"));

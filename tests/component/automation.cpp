@@ -36,27 +36,11 @@ void Check(HRESULT result, EXCEPINFO* exception = nullptr)
     throw failure;
 }
 
-HMODULE Component()
+// Stays loaded to the end of the process.
+const ComponentFile& Component()
 {
-    static const HMODULE module = LoadLibraryW(ComponentPath().c_str());
-    if (!module) throw std::runtime_error("the component does not load");
-    return module;
-}
-
-template <class Function>
-Function Export(const char* name)
-{
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(Component(), name)));
-}
-
-HRESULT Create(IUnknown* outer, REFIID id, void** object)
-{
-    const auto get = Export<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
-    IClassFactory* factory = nullptr;
-    Check(get(__uuidof(::Sylvex), IID_IClassFactory, reinterpret_cast<void**>(&factory)));
-    const HRESULT made = factory->CreateInstance(outer, id, object);
-    factory->Release();
-    return made;
+    static const ComponentFile& file = *new ComponentFile;
+    return file;
 }
 
 const wchar_t* NameOf(DISPID event)
@@ -69,31 +53,6 @@ const wchar_t* NameOf(DISPID event)
 }
 
 }  // namespace
-
-Value::Value(int value) : Value()
-{
-    V_VT(&m_value) = VT_I4, V_I4(&m_value) = value;
-}
-
-Value::Value(LONGLONG value) : Value()
-{
-    V_VT(&m_value) = VT_I8, V_I8(&m_value) = value;
-}
-
-Value::Value(bool value) : Value()
-{
-    V_VT(&m_value) = VT_BOOL, V_BOOL(&m_value) = value ? VARIANT_TRUE : VARIANT_FALSE;
-}
-
-Value::Value(double value) : Value()
-{
-    V_VT(&m_value) = VT_R8, V_R8(&m_value) = value;
-}
-
-Value::Value(const wchar_t* text) : Value()
-{
-    V_VT(&m_value) = VT_BSTR, V_BSTR(&m_value) = SysAllocString(text);
-}
 
 Value::Value(IDispatch* object) : Value()
 {
@@ -146,13 +105,7 @@ IDispatch* Value::Object() const
 
 bool Value::Is(const Value& other) const
 {
-    IUnknown* mine = nullptr;
-    IUnknown* theirs = nullptr;
-    Check(Object()->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(&mine)));
-    Check(other.Object()->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(&theirs)));
-    mine->Release();
-    theirs->Release();
-    return mine == theirs;
+    return ComPtr(Object()).As<IUnknown>() == ComPtr(other.Object()).As<IUnknown>();
 }
 
 Value Value::Invoke(const wchar_t* name, WORD kind, std::vector<Value>& arguments) const
@@ -177,40 +130,21 @@ Value Value::Invoke(const wchar_t* name, WORD kind, std::vector<Value>& argument
     return result;
 }
 
-Value Value::Get(const wchar_t* name, std::vector<Value> arguments) const
-{
-    return Invoke(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, arguments);
-}
-
-Value Value::Call(const wchar_t* name, std::vector<Value> arguments) const
-{
-    return Invoke(name, DISPATCH_METHOD, arguments);
-}
-
-void Value::Put(const wchar_t* name, const Value& value) const
-{
-    std::vector<Value> arguments{value};
-    Invoke(name, DISPATCH_PROPERTYPUT, arguments);
-}
-
-void Value::Set(const wchar_t* name, const Value& value) const
-{
-    std::vector<Value> arguments{value};
-    Invoke(name, DISPATCH_PROPERTYPUTREF, arguments);
-}
-
-std::vector<Value> Value::Each() const
+ComPtr<IEnumVARIANT> Value::Enumerator() const
 {
     DISPPARAMS none{};
     Value enumerator;
     Check(Object()->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none,
                            &enumerator.m_value, nullptr, nullptr));
-    IEnumVARIANT* items = nullptr;
-    Check(V_UNKNOWN(&enumerator.m_value)->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(&items)));
+    return ComPtr(V_UNKNOWN(&enumerator.m_value)).As<IEnumVARIANT>();
+}
+
+std::vector<Value> Value::Each() const
+{
+    const ComPtr<IEnumVARIANT> items = Enumerator();
     std::vector<Value> met;
     for (Value item; items->Next(1, &item.m_value, nullptr) == S_OK; item = Value())
         met.push_back(item);
-    items->Release();
     return met;
 }
 
@@ -226,32 +160,27 @@ long ErrorOf(const std::function<void()>& body)
 
 Value MakeControl()
 {
-    IDispatch* control = nullptr;
-    Check(Create(nullptr, IID_IDispatch, reinterpret_cast<void**>(&control)));
-    const Value result(control);
-    control->Release();
-    return result;
-}
-
-IUnknown* MakeInnerControl(IUnknown& outer)
-{
-    IUnknown* inner = nullptr;
-    Create(&outer, IID_IUnknown, reinterpret_cast<void**>(&inner));
-    return inner;
+    ComPtr<IClassFactory> factory;
+    Check(Component().ClassObject(__uuidof(::Sylvex), factory.Put()));
+    ComPtr<IDispatch> control;
+    Check(factory->CreateInstance(nullptr, IID_IDispatch, control.PutAny()));
+    return control.Get();
 }
 
 bool ComponentIsBusy()
 {
-    return Export<HRESULT(WINAPI*)()>("DllCanUnloadNow")() != S_OK;
+    return Component().CanUnloadNow() != S_OK;
 }
 
-IConnectionPoint* PointOf(const Value& control, const IID& outgoing)
+HWND WindowOf(const Value& object)
 {
-    IConnectionPointContainer* container = nullptr;
-    Check(control.Object()->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&container)));
-    IConnectionPoint* point = nullptr;
-    container->FindConnectionPoint(outgoing, &point);
-    container->Release();
+    return reinterpret_cast<HWND>(static_cast<INT_PTR>(object.Get(L"hWnd").Number()));
+}
+
+ComPtr<IConnectionPoint> PointOf(const Value& control, const IID& outgoing)
+{
+    ComPtr<IConnectionPoint> point;
+    ComPtr(control.Object()).As<IConnectionPointContainer>()->FindConnectionPoint(outgoing, point.Put());
     return point;
 }
 
@@ -263,28 +192,12 @@ EventLog::EventLog(const Value& control) : m_point(PointOf(control, __uuidof(::_
 EventLog::~EventLog()
 {
     Disconnect();
-    EXPECT_EQ(m_references, 0u) << "the control still holds a sink that has disconnected";
+    EXPECT_EQ(References(), 0) << "the control still holds a sink that has disconnected";
 }
 
 void EventLog::Disconnect()
 {
-    IConnectionPoint* const point = std::exchange(m_point, nullptr);
-    if (!point) return;
-    point->Unadvise(m_cookie);
-    point->Release();
-}
-
-std::wstring EventLog::Take()
-{
-    return std::exchange(m_lines, std::wstring());
-}
-
-STDMETHODIMP EventLog::QueryInterface(REFIID id, void** found)
-{
-    *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
-    if (!*found) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
+    if (const ComPtr<IConnectionPoint> point = std::move(m_point)) point->Unadvise(m_cookie);
 }
 
 STDMETHODIMP EventLog::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*, UINT*)

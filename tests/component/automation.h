@@ -9,7 +9,11 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "platform/win32/com_pointer.h"
+#include "tests/component/test_object.h"
 
 namespace sylvex::test {
 
@@ -23,11 +27,11 @@ struct Failure {
 class Value {
 public:
     Value() { VariantInit(&m_value); }
-    Value(int value);
-    Value(LONGLONG value);
-    Value(bool value);
-    Value(double value);
-    Value(const wchar_t* text);
+    Value(int value) : Value() { V_VT(&m_value) = VT_I4, V_I4(&m_value) = value; }
+    Value(LONGLONG value) : Value() { V_VT(&m_value) = VT_I8, V_I8(&m_value) = value; }
+    Value(bool value) : Value() { V_VT(&m_value) = VT_BOOL, V_BOOL(&m_value) = value ? VARIANT_TRUE : VARIANT_FALSE; }
+    Value(double value) : Value() { V_VT(&m_value) = VT_R8, V_R8(&m_value) = value; }
+    Value(const wchar_t* text) : Value() { V_VT(&m_value) = VT_BSTR, V_BSTR(&m_value) = SysAllocString(text); }
     Value(const std::wstring& text) : Value(text.c_str()) {}
     /// Adds a reference. Null: nothing.
     Value(IDispatch* object);
@@ -55,31 +59,43 @@ public:
     /// Whether both are the same object.
     bool Is(const Value& other) const;
 
-    Value Get(const wchar_t* name, std::vector<Value> arguments = {}) const;
-    Value Call(const wchar_t* name, std::vector<Value> arguments = {}) const;
-    void Put(const wchar_t* name, const Value& value) const;
+    Value Get(const wchar_t* name, std::vector<Value> arguments = {}) const
+    {
+        return Invoke(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, arguments);
+    }
+    Value Call(const wchar_t* name, std::vector<Value> arguments = {}) const
+    {
+        return Invoke(name, DISPATCH_METHOD, arguments);
+    }
+    void Put(const wchar_t* name, const Value& value) const { Write(name, DISPATCH_PROPERTYPUT, value); }
     /// With a reference to an object.
-    void Set(const wchar_t* name, const Value& value) const;
+    void Set(const wchar_t* name, const Value& value) const { Write(name, DISPATCH_PROPERTYPUTREF, value); }
     /// What For Each meets.
+    ComPtr<IEnumVARIANT> Enumerator() const;
     std::vector<Value> Each() const;
 
 private:
     Value Invoke(const wchar_t* name, WORD kind, std::vector<Value>& arguments) const;
+    void Write(const wchar_t* name, WORD kind, const Value& value) const
+    {
+        std::vector<Value> arguments{value};
+        Invoke(name, kind, arguments);
+    }
     VARIANT m_value;
 };
 
 /// The number of the error that `body` ends with; 0 when it does not fail.
 long ErrorOf(const std::function<void()>& body);
 
-/// A new control, from the component's class factory.
+/// A new control, from the component's class factory; needs no registration.
 Value MakeControl();
-/// The same as a part of another object; the caller owns its inner identity. Null on failure.
-IUnknown* MakeInnerControl(IUnknown& outer);
 /// Locks and objects that keep the component in memory.
 bool ComponentIsBusy();
+/// The window of a control's tree, or of a list.
+HWND WindowOf(const Value& object);
 
 /// Listens to the events of a control, each as a line: its name, and its arguments' texts (of a node: its text).
-class EventLog : public IDispatch {
+class EventLog : public TestDispatch<> {
 public:
     /// What is done when an event comes, with its arguments in order.
     using Handler = std::function<void(std::vector<VARIANT*>& arguments)>;
@@ -87,36 +103,25 @@ public:
     /// Connects to the control; throws Failure. Lives on the stack.
     explicit EventLog(const Value& control);
     ~EventLog();
-    EventLog(const EventLog&) = delete;
-    EventLog& operator=(const EventLog&) = delete;
 
     void On(const wchar_t* event, Handler handler) { m_handlers[event] = std::move(handler); }
     /// What this sink answers to every event.
     void Answer(HRESULT answer) { m_answer = answer; }
     void Disconnect();
     /// The lines so far, joined by "; ", which it forgets.
-    std::wstring Take();
+    std::wstring Take() { return std::exchange(m_lines, {}); }
 
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override;
-    STDMETHODIMP_(ULONG) AddRef() override { return ++m_references; }
-    STDMETHODIMP_(ULONG) Release() override { return --m_references; }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*, UINT*) override;
-    /// References that the control (or whoever else) still holds.
-    ULONG References() const { return m_references; }
 
 private:
-    IConnectionPoint* m_point = nullptr;
+    ComPtr<IConnectionPoint> m_point;
     DWORD m_cookie = 0;
-    ULONG m_references = 0;
     HRESULT m_answer = S_OK;
     std::wstring m_lines;
     std::map<std::wstring, Handler> m_handlers;
 };
 
-/// The connection point of a control for an outgoing interface; null when it has none. The caller releases it.
-IConnectionPoint* PointOf(const Value& control, const IID& outgoing);
+/// The connection point of a control for an outgoing interface; empty when it has none.
+ComPtr<IConnectionPoint> PointOf(const Value& control, const IID& outgoing);
 
 }  // namespace sylvex::test

@@ -4,44 +4,31 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/component/key_sink.h"
 #include "tests/component/test_bag.h"
 #include "tests/component/test_container.h"
 
 namespace sylvex::test {
 namespace {
 
-TEST(End, MayComeInsideAnEventOfTheControl)
+TEST(End, MayComeInsideAnEventOfTheControlAndTakeTheFormAlong)
 {
-    KeySink sink;
-    TestContainer container;
-    Embedded embedded(container);
-    embedded.Start();
-    sink.Connect(embedded);
-    sink.onKey = [&] { embedded.Close(); };
-    const HWND tree = embedded.Tree();
-    container.Key(WM_KEYDOWN, VK_DOWN);
-    DrainMessages();
-    EXPECT_EQ(sink.keys.size(), 1u);
-    EXPECT_FALSE(IsWindow(tree));
-    EXPECT_EQ(container.References(), 0);
-}
-
-TEST(End, OfTheFormInsideAnEventOfTheControl)
-{
-    KeySink sink;
-    TestContainer container;
-    Embedded embedded(container);
-    embedded.Start();
-    sink.Connect(embedded);
-    sink.onKey = [&] {
-        container.active.Reset();
-        container.DestroyForm();
-        embedded.Close();
-    };
-    container.Key(WM_KEYDOWN, VK_DOWN);
-    DrainMessages();
-    EXPECT_EQ(container.References(), 0);
+    for (const bool formToo : {false, true}) {
+        TestContainer container;
+        Embedded embedded(container);
+        embedded.Start();
+        EventLog events(embedded.Members());
+        events.On(L"KeyDown", [&](auto&) {
+            events.Disconnect();
+            if (formToo) container.active.Reset(), container.DestroyForm();
+            embedded.Close();
+        });
+        const HWND tree = embedded.Tree();
+        container.Key(WM_KEYDOWN, VK_DOWN);
+        DrainMessages();
+        EXPECT_EQ(events.Take(), L"KeyDown 40 0");
+        EXPECT_FALSE(IsWindow(tree));
+        EXPECT_EQ(container.References(), 0);
+    }
 }
 
 LRESULT CALLBACK SaveFromForm(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR object)

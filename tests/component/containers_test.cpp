@@ -5,44 +5,15 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <set>
+#include <vector>
 
-#include "component/com/ole_extent.h"
-#include "tests/component/box_closer.h"
-#include "tests/component/planted_class.h"
 #include "tests/component/test_bag.h"
 #include "tests/component/test_container.h"
 
 namespace sylvex::test {
 namespace {
 
-// ---- The kinds of containers: each must end up with a living control in its form.
-
-using StartUp = std::function<HRESULT(TestContainer&, Embedded&)>;
-
-struct Kind {
-    const char* name;
-    StartUp start;
-};
-
-HRESULT SiteThenNew(TestContainer&, Embedded& embedded)
-{
-    EXPECT_HRESULT_SUCCEEDED(embedded.SetSite());
-    return embedded.InitNew();
-}
-
-HRESULT NewThenSite(TestContainer&, Embedded& embedded)
-{
-    EXPECT_HRESULT_SUCCEEDED(embedded.InitNew());
-    return embedded.SetSite();
-}
-
-HRESULT NeverPersists(TestContainer&, Embedded& embedded)
-{
-    return embedded.SetSite();
-}
-
-HRESULT QuickActivates(TestContainer& container, Embedded& embedded)
+HRESULT QuickActivate(TestContainer& container, Embedded& embedded)
 {
     QACONTAINER offer{};
     offer.cbSize = sizeof offer;
@@ -56,14 +27,14 @@ HRESULT QuickActivates(TestContainer& container, Embedded& embedded)
     return SUCCEEDED(result) ? embedded.InitNew() : result;
 }
 
-HRESULT LoadsABag(TestContainer&, Embedded& embedded)
+HRESULT LoadBag(Embedded& embedded)
 {
     TestBag bag;
     EXPECT_HRESULT_SUCCEEDED(embedded.SetSite());
     return embedded.As<IPersistPropertyBag>()->Load(&bag, nullptr);
 }
 
-HRESULT LoadsAStream(TestContainer& container, Embedded& embedded)
+HRESULT LoadStream(TestContainer& container, Embedded& embedded)
 {
     Embedded saved(container);
     const ComPtr<IStream> stream = NewStream();
@@ -73,7 +44,7 @@ HRESULT LoadsAStream(TestContainer& container, Embedded& embedded)
     return embedded.As<IPersistStreamInit>()->Load(stream.Get());
 }
 
-HRESULT LoadsAStorageBeforeTheSite(TestContainer& container, Embedded& embedded)
+HRESULT LoadStorage(TestContainer& container, Embedded& embedded)
 {
     Embedded saved(container);
     const ComPtr<IStorage> storage = NewStorage();
@@ -82,55 +53,46 @@ HRESULT LoadsAStorageBeforeTheSite(TestContainer& container, Embedded& embedded)
     return embedded.SetSite();
 }
 
-HRESULT SaysNothingOfItself(TestContainer& container, Embedded& embedded)
+TEST(Containers, OfEveryKindShowTheControlAndLetItGo)
 {
-    container.ambients.reset();
-    return LoadsABag(container, embedded);
-}
-
-HRESULT HasLocaleZero(TestContainer& container, Embedded& embedded)
-{
-    container.SetAmbient(DISPID_AMBIENT_LOCALEID, 0L);
-    return LoadsABag(container, embedded);
-}
-
-HRESULT IsDesigning(TestContainer& container, Embedded& embedded)
-{
-    container.SetAmbient(DISPID_AMBIENT_USERMODE, false);
-    return SiteThenNew(container, embedded);
-}
-
-class Containers : public testing::TestWithParam<Kind> {};
-
-TEST_P(Containers, ShowTheControlAndLetItGo)
-{
-    TestContainer container;
-    {
-        Embedded embedded(container);
-        ASSERT_TRUE(embedded.control);
-        ASSERT_HRESULT_SUCCEEDED(GetParam().start(container, embedded));
-        ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_INPLACEACTIVATE));
-        DrainMessages();
-
-        const HWND tree = embedded.Tree();
-        EXPECT_TRUE(IsChild(container.Form(), tree));
-        EXPECT_TRUE(IsWindowVisible(tree));
-        EXPECT_EQ(SendMessageW(tree, TVM_GETCOUNT, 0, 0), 1) << "the placeholder node";
-        EXPECT_HRESULT_SUCCEEDED(embedded.control->put_Checkboxes(VARIANT_TRUE));
-        EXPECT_TRUE(GetWindowLongW(tree, GWL_STYLE) & TVS_CHECKBOXES);
+    const std::pair<const char*, std::function<HRESULT(TestContainer&, Embedded&)>> kinds[] = {
+        {"sites, then makes it new", [](auto&, Embedded& embedded) { return embedded.SetSite() | embedded.InitNew(); }},
+        {"makes it new, then sites", [](auto&, Embedded& embedded) { return embedded.InitNew() | embedded.SetSite(); }},
+        {"never persists", [](auto&, Embedded& embedded) { return embedded.SetSite(); }},
+        {"activates quickly", QuickActivate},
+        {"loads a bag", [](auto&, Embedded& embedded) { return LoadBag(embedded); }},
+        {"loads a stream", LoadStream},
+        {"loads a storage before it sites", LoadStorage},
+        {"says nothing of itself",
+         [](TestContainer& container, Embedded& embedded) { return container.ambients.reset(), LoadBag(embedded); }},
+        {"has locale zero",
+         [](TestContainer& container, Embedded& embedded) {
+             return container.SetAmbient(DISPID_AMBIENT_LOCALEID, 0), LoadBag(embedded);
+         }},
+        {"is designing",
+         [](TestContainer& container, Embedded& embedded) {
+             return container.SetAmbient(DISPID_AMBIENT_USERMODE, false), embedded.SetSite() | embedded.InitNew();
+         }},
+    };
+    for (const auto& [name, start] : kinds) {
+        SCOPED_TRACE(name);
+        TestContainer container;
+        {
+            Embedded embedded(container);
+            ASSERT_EQ(start(container, embedded), S_OK);
+            ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_INPLACEACTIVATE));
+            DrainMessages();
+            const HWND tree = embedded.Tree();
+            EXPECT_TRUE(IsChild(container.Form(), tree));
+            EXPECT_TRUE(IsWindowVisible(tree));
+            EXPECT_EQ(SendMessageW(tree, TVM_GETCOUNT, 0, 0), 1) << "the placeholder node";
+            EXPECT_HRESULT_SUCCEEDED(embedded.control->put_Checkboxes(VARIANT_TRUE));
+            EXPECT_TRUE(GetWindowLongW(tree, GWL_STYLE) & TVS_CHECKBOXES);
+        }
+        EXPECT_EQ(container.References(), 0);
+        EXPECT_EQ(GetWindow(container.Form(), GW_CHILD), nullptr);
     }
-    EXPECT_EQ(container.References(), 0);
-    EXPECT_EQ(GetWindow(container.Form(), GW_CHILD), nullptr);
 }
-
-INSTANTIATE_TEST_SUITE_P(Kinds, Containers,
-                         testing::Values(Kind{"SiteThenNew", SiteThenNew}, Kind{"NewThenSite", NewThenSite},
-                                         Kind{"NeverPersists", NeverPersists}, Kind{"QuickActivates", QuickActivates},
-                                         Kind{"LoadsABag", LoadsABag}, Kind{"LoadsAStream", LoadsAStream},
-                                         Kind{"LoadsAStorageBeforeTheSite", LoadsAStorageBeforeTheSite},
-                                         Kind{"SaysNothingOfItself", SaysNothingOfItself},
-                                         Kind{"HasLocaleZero", HasLocaleZero}, Kind{"IsDesigning", IsDesigning}),
-                         [](const auto& info) { return info.param.name; });
 
 // ---- Activation
 
@@ -156,7 +118,7 @@ TEST(Activation, GoesUpAndDownInTheOrderThatContainersExpect)
     EXPECT_HRESULT_FAILED(embedded.As<IOleWindow>()->GetWindow(&window));
 }
 
-TEST(Activation, KeepsTheTreeWhileTheControlIsHidden)
+TEST(Activation, KeepsTheTreeWhileTheControlIsHiddenAndWhenItsFormEnds)
 {
     TestContainer container;
     Embedded embedded(container);
@@ -164,23 +126,14 @@ TEST(Activation, KeepsTheTreeWhileTheControlIsHidden)
     ASSERT_HRESULT_SUCCEEDED(embedded.control->Enumerate());
     const LRESULT loaded = SendMessageW(embedded.Tree(), TVM_GETCOUNT, 0, 0);
     EXPECT_GT(loaded, 1);
-
     EXPECT_HRESULT_SUCCEEDED(embedded.As<IOleInPlaceObject>()->InPlaceDeactivate());
     EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_SHOW));
     EXPECT_EQ(SendMessageW(embedded.Tree(), TVM_GETCOUNT, 0, 0), loaded);
     EXPECT_TRUE(IsWindowVisible(embedded.Tree()));
-}
 
-TEST(Activation, SurvivesTheEndOfItsContainersWindow)
-{
-    TestContainer container;
-    Embedded embedded(container);
-    embedded.Start();
-    ASSERT_HRESULT_SUCCEEDED(embedded.control->Enumerate());
     container.active.Reset();
     container.DestroyForm();
     DrainMessages();
-
     EXPECT_HRESULT_SUCCEEDED(embedded.control->put_FullRowSelect(VARIANT_TRUE));
     container.NewForm();
     EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_SHOW));
@@ -197,8 +150,6 @@ TEST(Activation, VerbsShowHideAndOpenTheProperties)
     EXPECT_TRUE(IsWindowVisible(embedded.Tree()));
     EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_HIDE));
     EXPECT_FALSE(IsWindowVisible(embedded.Tree()));
-    EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_SHOW));
-    EXPECT_TRUE(IsWindowVisible(embedded.Tree()));
     EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_PRIMARY));
     EXPECT_TRUE(container.active);
 
@@ -209,16 +160,13 @@ TEST(Activation, VerbsShowHideAndOpenTheProperties)
     EXPECT_EQ(embedded.Do(77), OLEOBJ_S_INVALIDVERB);
 }
 
-std::set<LONG> VerbsOf(const Embedded& embedded)
+std::string VerbsOf(const Embedded& embedded)
 {
     ComPtr<IEnumOLEVERB> verbs;
     EXPECT_HRESULT_SUCCEEDED(embedded.object->EnumVerbs(verbs.Put()));
-    OLEVERB verb{};
-    std::set<LONG> numbers;
-    while (verbs && verbs->Next(1, &verb, nullptr) == S_OK) {
-        numbers.insert(verb.lVerb);
-        CoTaskMemFree(verb.lpszVerbName);
-    }
+    std::string numbers;
+    for (OLEVERB verb{}; verbs->Next(1, &verb, nullptr) == S_OK; CoTaskMemFree(verb.lpszVerbName))
+        numbers += std::to_string(verb.lVerb);
     return numbers;
 }
 
@@ -242,7 +190,7 @@ TEST(Activation, OffersTheSystemsPropertyPagesThatThereAre)
         GTEST_SKIP() << "this system has the pages";
     }
     EXPECT_EQ(PagesOf(embedded), 0u);
-    EXPECT_EQ(VerbsOf(embedded), std::set<LONG>{0});
+    EXPECT_EQ(VerbsOf(embedded), "0");
     EXPECT_EQ(embedded.Do(1), OLEOBJ_E_INVALIDVERB) << "an empty sheet never closes";
     EXPECT_HRESULT_FAILED(embedded.Do(OLEIVERB_PROPERTIES));
 
@@ -251,7 +199,7 @@ TEST(Activation, OffersTheSystemsPropertyPagesThatThereAre)
     for (std::size_t i = 0; i < pages.size(); ++i)
         CoRegisterClassObject(*pages[i], &planted, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookies[i]);
     EXPECT_EQ(PagesOf(embedded), 3u);
-    EXPECT_EQ(VerbsOf(embedded), (std::set<LONG>{0, 1}));
+    EXPECT_EQ(VerbsOf(embedded), "01");
     for (const DWORD cookie : cookies)
         CoRevokeClassObject(cookie);
 }
@@ -276,19 +224,6 @@ TEST(Activation, LeavesTheOldPlaceBeforeAnotherSiteIsItsOwn)
     EXPECT_EQ(next.TakeLog(), "OnInPlaceActivate\nOnUIActivate\nOnFocus in\n");
 }
 
-TEST(Activation, TellsTheFrameOfEachMessageBox)
-{
-    TestContainer container;
-    Embedded embedded(container);
-    embedded.Start();
-    const BoxCloser closer;
-    container.TakeLog();
-    EXPECT_HRESULT_FAILED(embedded.control->SetNode()) << "there is no list";
-    std::string log = container.TakeLog();
-    if (const auto focus = log.find("OnFocus out\n"); focus != std::string::npos) log.erase(focus, 12);
-    EXPECT_EQ(log, "DisableModeless\nEnableModeless\n") << "an error's report";
-}
-
 TEST(Activation, TwoControlsOnOneFormHandTheInterfaceOver)
 {
     TestContainer container;
@@ -307,10 +242,6 @@ TEST(Activation, TwoControlsOnOneFormHandTheInterfaceOver)
     // A container takes the interface from the control that had it.
     EXPECT_HRESULT_SUCCEEDED(second.As<IOleInPlaceObject>()->UIDeactivate());
     EXPECT_EQ(container.TakeLog(), "OnFocus in\n");
-    EXPECT_HRESULT_SUCCEEDED(first.control->put_FullRowSelect(VARIANT_TRUE));
-    VARIANT_BOOL otherValue = VARIANT_TRUE;
-    EXPECT_HRESULT_SUCCEEDED(second.control->get_FullRowSelect(&otherValue));
-    EXPECT_EQ(otherValue, VARIANT_FALSE);
 }
 
 TEST(Activation, ComesWithTheFocusAtRunTimeOnly)
@@ -343,7 +274,7 @@ TEST(Activation, FollowsTheAmbientProperties)
     TestContainer container;
     container.font = NewFont(L"Arial", 12);
     Embedded embedded(container);
-    ASSERT_HRESULT_SUCCEEDED(LoadsABag(container, embedded));
+    ASSERT_HRESULT_SUCCEEDED(LoadBag(embedded));
     const ComPtr<IOleControl> control = embedded.As<IOleControl>();
 
     container.font = NewFont(L"Arial", 20, true);
@@ -365,21 +296,6 @@ TEST(Activation, FollowsTheAmbientProperties)
 
 // ---- Size
 
-TEST(Extent, IsInHimetricAndBecomesPixelsOfTheScreen)
-{
-    struct {
-        SIZEL himetric;
-        int resolution;
-        int width, height;
-    } const cases[] = {{{2540, 1270}, 96, 96, 48},   {{2540, 1270}, 120, 120, 60}, {{2540, 1270}, 144, 144, 72},
-                       {{2540, 1270}, 192, 192, 96}, {{0, 0}, 96, 0, 0},           {{26, 27}, 96, 1, 1}};
-    for (const auto& [himetric, resolution, width, height] : cases) {
-        const Size pixels = PixelsOf(himetric, {resolution, resolution});
-        EXPECT_EQ(pixels.cx, width) << resolution;
-        EXPECT_EQ(pixels.cy, height) << resolution;
-    }
-}
-
 TEST(Extent, SizesTheControlHiddenAndInPlace)
 {
     TestContainer container;
@@ -391,18 +307,20 @@ TEST(Extent, SizesTheControlHiddenAndInPlace)
     EXPECT_HRESULT_SUCCEEDED(embedded.As<IViewObject2>()->GetExtent(DVASPECT_CONTENT, -1, nullptr, &read));
     EXPECT_EQ(read.cx, 5080);
     EXPECT_EQ(read.cy, 2540);
-    const Size pixels = PixelsOf(size, ScreenResolution());
+    const HDC screen = GetDC(nullptr);
+    const int inch = GetDeviceCaps(screen, LOGPIXELSX);
+    ReleaseDC(nullptr, screen);
     RECT tree{};
     GetWindowRect(embedded.Tree(), &tree);
-    EXPECT_EQ(tree.right - tree.left, pixels.cx);
-    EXPECT_EQ(tree.bottom - tree.top, pixels.cy);
+    EXPECT_EQ(tree.right - tree.left, 2 * inch);
+    EXPECT_EQ(tree.bottom - tree.top, inch);
 
     ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_INPLACEACTIVATE));
     container.resized = embedded.object.Get();
     size = {2540, 2540};
     EXPECT_HRESULT_SUCCEEDED(embedded.object->SetExtent(DVASPECT_CONTENT, &size));
     GetWindowRect(embedded.Tree(), &tree);
-    EXPECT_EQ(tree.right - tree.left, PixelsOf(size, ScreenResolution()).cx);
+    EXPECT_EQ(tree.right - tree.left, inch);
 
     EXPECT_EQ(embedded.object->SetExtent(DVASPECT_ICON, &size), DV_E_DVASPECT);
     size = {-1, 5};

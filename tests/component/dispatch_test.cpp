@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "SylvexControl_h.h"
-#include "tests/component/component_file.h"
+#include "tests/component/automation.h"
 
 namespace sylvex::test {
 namespace {
@@ -43,27 +43,6 @@ VARIANT Text(BSTR text)
 // The control as a script sees it: by name, with no more than an IDispatch.
 class LateBound : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        ASSERT_HRESULT_SUCCEEDED(OleInitialize(nullptr));
-        m_module = LoadLibraryW(ComponentPath().c_str());
-        ASSERT_NE(m_module, nullptr);
-        using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
-        const auto get =
-            reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(m_module, "DllGetClassObject")));
-        IClassFactory* factory = nullptr;
-        ASSERT_HRESULT_SUCCEEDED(get(__uuidof(::Sylvex), IID_IClassFactory, reinterpret_cast<void**>(&factory)));
-        EXPECT_HRESULT_SUCCEEDED(factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(&m_control)));
-        factory->Release();
-    }
-
-    void TearDown() override
-    {
-        if (m_control) m_control->Release();
-        FreeLibrary(m_module);
-        OleUninitialize();
-    }
-
     HRESULT Call(DISPID member, WORD kind, std::vector<VARIANT> reversed, VARIANT* result = nullptr)
     {
         DISPID value = DISPID_PROPERTYPUT;
@@ -73,8 +52,8 @@ protected:
         return m_control->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &arguments, result, nullptr, &m_bad);
     }
 
-    HMODULE m_module = nullptr;
-    IDispatch* m_control = nullptr;
+    Value m_object = MakeControl();
+    IDispatch* const m_control = m_object.Object();
     UINT m_bad = 99;
 };
 

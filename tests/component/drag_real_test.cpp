@@ -25,17 +25,6 @@ protected:
         Load();
         before = ContentsOf(base);
     }
-    std::wstring Drop(const std::wstring& from, const std::wstring& to)
-    {
-        DragTo(from, to);
-        Button(MOUSEEVENTF_LEFTUP);
-        EXPECT_EQ(LeftOver(), "");
-        return boxes.Take();
-    }
-    std::wstring Told(const std::wstring& from, const std::wstring& to) const
-    {
-        return L"[Successful drop of folder " + from + L"\ronto " + to + L"]";
-    }
     /// The bytes of all files, wherever they are.
     static std::multiset<std::string> Bytes(const std::map<std::wstring, std::string>& contents)
     {
@@ -43,6 +32,12 @@ protected:
         for (const auto& [name, text] : contents)
             if (text != "\\") bytes.insert(text);
         return bytes;
+    }
+    void Rename(const std::wstring& from, const std::wstring& to)
+    {
+        TypeOver(from, to);
+        Key(VK_RETURN);
+        ASSERT_TRUE(Until([this] { return Edit() == nullptr; }));
     }
     void ExpectOutcome(Outcome outcome, const std::wstring& name) const
     {
@@ -114,7 +109,7 @@ TEST_F(RealFiles, ADropMovesAllOrIsRefusedWithANumber)
         if (prepare) prepare();
         const std::wstring told = Drop(dropped, L"b");
         if (held != INVALID_HANDLE_VALUE) CloseHandle(std::exchange(held, INVALID_HANDLE_VALUE));
-        const std::wstring confirmed = Told(base + L"\\" + dropped, base + L"\\b");
+        const std::wstring confirmed = MovedMessage(base + L"\\" + dropped, base + L"\\b");
         EXPECT_TRUE(told.ends_with(confirmed));
         if (outcome != Outcome::Either) {
             EXPECT_EQ(told, number + confirmed);
@@ -163,12 +158,7 @@ TEST_F(RealFiles, WhatALinkPointsToIsNeverMovedNorRenamed)
         EXPECT_EQ(Has(std::wstring(L"b\\") + link), !Has(link));
         Load();
         if (!Has(link)) At({L"b"}).Put(L"Expanded", true);
-        Click(On(link));
-        Key(VK_F2);
-        ASSERT_TRUE(Until([this] { return Edit() != nullptr; }));
-        Type(L"renamed");
-        Key(VK_RETURN);
-        ASSERT_TRUE(Until([this] { return Edit() == nullptr; }));
+        Rename(link, L"renamed");
         EXPECT_EQ(boxes.Take() == L"[50]", Has(link));
         EXPECT_EQ(ContentsOf(base + L"\\home"), targets);
         EXPECT_TRUE(Has(L"file"));
@@ -182,7 +172,7 @@ TEST_F(RealFiles, PathsOutOfTheShellsReachLoseNothing)
     const std::wstring x(110, L'x');
     const std::wstring y(100, L'y');
     Make({x + L"\\" + y + L"\\deep\\inner\\f"});
-    EXPECT_TRUE(Drop(x, L"b").ends_with(Told(base + L"\\" + x, base + L"\\b")));
+    EXPECT_TRUE(Drop(x, L"b").ends_with(MovedMessage(base + L"\\" + x, base + L"\\b")));
     ExpectOutcome(Outcome::Either, x);
     Make({x + L"\\" + y + y + L"\\deep\\f"});
     At({x.c_str(), (y + y).c_str()}).Put(L"Expanded", true);
@@ -211,7 +201,7 @@ TEST_F(RealFiles, WhatDoesNotArriveOnAnotherDriveStays)
         target.Call(L"EnsureVisible");
         const std::wstring name = there.substr(there.rfind(L'\\') + 1);
         for (const wchar_t* dropped : {L"a", L"h"})
-            EXPECT_TRUE(Drop(dropped, name).ends_with(Told(base + L"\\" + dropped, there)));
+            EXPECT_TRUE(Drop(dropped, name).ends_with(MovedMessage(base + L"\\" + dropped, there)));
         auto after = ContentsOf(there);
         EXPECT_NE(after.contains(L"\\a"), Has(L"a")) << "whole on one side";
         EXPECT_NE(after.contains(L"\\h"), Has(L"h"));
@@ -228,12 +218,7 @@ TEST_F(RealFiles, ARenameTakesNoNameThatIsInUse)
         {L"a", L"b"}, {L"c", L"d"}, {L"d", L"B"}, {L"a", L"c"}, {L"c", L"\u4E2D\u6587"}};
     for (const auto& [from, to] : cases) {
         Make({L"a\\f", L"c", L"d"});
-        Click(On(from));
-        Key(VK_F2);
-        ASSERT_TRUE(Until([this] { return Edit() != nullptr; }));
-        Type(to);
-        Key(VK_RETURN);
-        ASSERT_TRUE(Until([this] { return Edit() == nullptr; }));
+        Rename(from, to);
         const bool free = to[0] > 0x80;
         EXPECT_EQ(boxes.Take().empty(), free);
         EXPECT_EQ(Has(from), !free);

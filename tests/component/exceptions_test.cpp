@@ -19,22 +19,12 @@ namespace {
 constexpr HRESULT kAccessViolation = static_cast<HRESULT>(0x800A2715);
 
 /// An object of the host that fails, once it is told to, in whatever it is asked.
-class FaultyList final : public IDispatch {
+class FaultyList final : public TestDispatch<> {
 public:
     std::optional<Fault> fault;
     /// Given as the value of everything, when set.
     void* object = nullptr;
-    int calls = 0;
 
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override
-    {
-        *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
-        return *found ? S_OK : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++m_references; }
-    STDMETHODIMP_(ULONG) Release() override { return --m_references; }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* members) override
     {
         *members = 1;
@@ -42,7 +32,6 @@ public:
     }
     STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override
     {
-        ++calls;
         if (fault) Commit(*fault);
         if (!result) return S_OK;
         V_VT(result) = object ? VT_DISPATCH : VT_I4;
@@ -52,9 +41,6 @@ public:
             V_I4(result) = 0;
         return S_OK;
     }
-
-private:
-    ULONG m_references = 1;
 };
 
 /// Two controls, the first with a root that has a child, and with a list that fails when told to.

@@ -12,6 +12,7 @@
 #include "tests/component/automation.h"
 #include "tests/component/component_file.h"
 #include "tests/component/handles.h"
+#include "tests/component/test_control.h"
 
 namespace sylvex::test {
 namespace {
@@ -24,41 +25,32 @@ protected:
     Loading() { CopyFileW(ComponentPath().c_str(), kCopy, FALSE); }
     ~Loading() override { DeleteFileW(kCopy); }
 
-    template <class Function>
-    static Function Export(HMODULE module, const char* name)
-    {
-        return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-    }
-
     /// Makes a control, has it fail at a fault of the caller's, and lets go of it.
-    static void Use(HMODULE module)
+    static void Use(const ComponentFile& file)
     {
-        const auto get = Export<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(module, "DllGetClassObject");
-        IClassFactory* factory = nullptr;
-        ::_Sylvex* control = nullptr;
-        ASSERT_EQ(get(__uuidof(::Sylvex), IID_IClassFactory, reinterpret_cast<void**>(&factory)), S_OK);
-        ASSERT_EQ(factory->CreateInstance(nullptr, __uuidof(::_Sylvex), reinterpret_cast<void**>(&control)), S_OK);
-        factory->Release();
+        ComPtr<IClassFactory> factory;
+        ComPtr<::_Sylvex> control;
+        ASSERT_EQ(file.ClassObject(__uuidof(::Sylvex), factory.Put()), S_OK);
+        ASSERT_EQ(factory->CreateInstance(nullptr, __uuidof(::_Sylvex), control.PutAny()), S_OK);
         EXPECT_EQ(control->put_FileFilter(reinterpret_cast<BSTR>(0x100)), static_cast<HRESULT>(0x800A2715));
         EXPECT_EQ(control->put_hWnd(1), static_cast<HRESULT>(0x800A017E));
-        control->Release();
     }
 
     static void LoadUseUnload(bool onOtherThreadsToo)
     {
-        const HMODULE module = LoadLibraryW(kCopy);
-        ASSERT_NE(module, nullptr);
-        Use(module);
-        if (onOtherThreadsToo) {
-            std::thread([&] {
-                OleInitialize(nullptr);
-                Use(module);
-                OleUninitialize();
-            }).join();
+        {
+            const ComponentFile file(kCopy);
+            Use(file);
+            if (onOtherThreadsToo) {
+                std::thread([&] {
+                    OleInitialize(nullptr);
+                    Use(file);
+                    OleUninitialize();
+                }).join();
+            }
+            EXPECT_EQ(file.CanUnloadNow(), S_OK);
+            SetErrorInfo(0, nullptr);
         }
-        EXPECT_EQ(Export<HRESULT(WINAPI*)()>(module, "DllCanUnloadNow")(), S_OK);
-        SetErrorInfo(0, nullptr);
-        FreeLibrary(module);
         EXPECT_EQ(GetModuleHandleW(kCopy), nullptr);
     }
 
@@ -95,10 +87,11 @@ LONG CALLBACK CountUnhandled(EXCEPTION_POINTERS*)
 TEST_F(Loading, LeavesTheProcesssCrashHandlerToTheHost)
 {
     const auto before = SetUnhandledExceptionFilter(&CountUnhandled);
-    const HMODULE module = LoadLibraryW(kCopy);
-    Use(module);
-    EXPECT_EQ(SetUnhandledExceptionFilter(&CountUnhandled), &CountUnhandled);
-    FreeLibrary(module);
+    {
+        const ComponentFile file(kCopy);
+        Use(file);
+        EXPECT_EQ(SetUnhandledExceptionFilter(&CountUnhandled), &CountUnhandled);
+    }
     EXPECT_EQ(SetUnhandledExceptionFilter(before), &CountUnhandled);
 }
 

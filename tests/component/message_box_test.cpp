@@ -96,57 +96,35 @@ protected:
     bool m_ticked = true;
 };
 
-TEST_F(RealMessageBox, IsCentredOverItsOwnerAndLeavesNoTimer)
-{
-    RECT place{};
-    EXPECT_EQ(Show(m_form, true, L"", {[&](HWND box) {
-                       place = PlaceOf(box);
-                       EXPECT_EQ(CheckIn(box), nullptr);
-                   }}),
-              IDOK);
-    EXPECT_NEAR(MiddleOf(place).x, 500, 1);
-    EXPECT_NEAR(MiddleOf(place).y, 375, 1);
-    EXPECT_FALSE(m_ticked);
-    EXPECT_FALSE(TimersLeft(m_form));
-}
-
-TEST_F(RealMessageBox, IsCentredOverAChildOfTheFormThatItDisables)
+TEST_F(RealMessageBox, IsCentredOverItsOwnerButStaysOnTheScreenAndLeavesNoTimer)
 {
     const HWND child = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 20, 40, 200, 300, m_form, nullptr,
                                        GetModuleHandleW(nullptr), nullptr);
-    RECT place{};
-    Show(child, true, L"Check", {[&](HWND box) {
-             place = PlaceOf(box);
-             EXPECT_NE(CheckIn(box), nullptr);
-             EXPECT_FALSE(IsWindowEnabled(m_form));
-         }});
-    EXPECT_NEAR(MiddleOf(place).x, MiddleOf(PlaceOf(child)).x, 1);
-    EXPECT_NEAR(MiddleOf(place).y, MiddleOf(PlaceOf(child)).y, 1);
-    EXPECT_FALSE(TimersLeft(child));
-}
-
-TEST_F(RealMessageBox, StaysOnTheScreenWhereverItsOwnerIs)
-{
     MONITORINFO screen{};
     screen.cbSize = sizeof screen;
     GetMonitorInfoW(MonitorFromWindow(m_form, MONITOR_DEFAULTTONEAREST), &screen);
     const RECT& area = screen.rcWork;
-    const RECT beyond{area.right - 100, area.bottom - 60, area.right + 400, area.bottom + 200};
-    for (const RECT& at : {RECT{-500, -300, -100, -50}, beyond}) {
-        const HWND form = MakeForm(at);
-        Show(form, true, L"Check", {[&](HWND box) {
-                 const RECT place = PlaceOf(box);
-                 EXPECT_GE(place.left, area.left);
-                 EXPECT_GE(place.top, area.top);
-                 EXPECT_LE(place.right, area.right);
-                 EXPECT_LE(place.bottom, area.bottom);
-             }});
-        DestroyWindow(form);
+    const HWND beyond = MakeForm({area.right - 100, area.bottom - 60, area.right + 400, area.bottom + 200});
+    for (const HWND owner : {m_form, child, beyond, HWND{nullptr}}) {
+        RECT box{};
+        EXPECT_EQ(Show(owner, true, L"", {[&](HWND shown) {
+                           box = PlaceOf(shown);
+                           EXPECT_EQ(CheckIn(shown), nullptr);
+                           EXPECT_FALSE((owner == m_form || owner == child) && IsWindowEnabled(m_form));
+                       }}),
+                  IDOK);
+        EXPECT_FALSE(m_ticked);
+        EXPECT_FALSE(TimersLeft(owner));
+        if (owner == beyond) {
+            EXPECT_TRUE(box.left >= area.left && box.top >= area.top);
+            EXPECT_TRUE(box.right <= area.right && box.bottom <= area.bottom);
+            continue;
+        }
+        const POINT middle = MiddleOf(owner ? PlaceOf(owner) : area);
+        EXPECT_NEAR(MiddleOf(box).x, middle.x, 1);
+        EXPECT_NEAR(MiddleOf(box).y, middle.y, 1);
     }
-    Show(nullptr, true, L"", {[&](HWND box) {
-             EXPECT_NEAR(MiddleOf(PlaceOf(box)).x, MiddleOf(area).x, 1);
-             EXPECT_NEAR(MiddleOf(PlaceOf(box)).y, MiddleOf(area).y, 1);
-         }});
+    DestroyWindow(beyond);
 }
 
 TEST_F(RealMessageBox, TheCheckBoxIsReachedAndTickedByTheKeyboard)
@@ -209,31 +187,24 @@ TEST_F(RealMessageBox, NeverMistakesAnotherWindowForTheBox)
     Win32BoxTools tools;
     EXPECT_EQ(tools.FindBox(reinterpret_cast<WindowHandle>(form), kCaption), 0u);
     EXPECT_EQ(tools.FindBox(0, kCaption), 0u);
-    EXPECT_TRUE(EqualRect(&before, [&] {
-        static RECT now;
-        return now = PlaceOf(form), &now;
-    }()));
+    const RECT after = PlaceOf(form);
+    EXPECT_TRUE(EqualRect(&before, &after));
     DestroyWindow(form);
 }
 
-TEST_F(RealMessageBox, AMinimisedOwnerComesBackAndAMaximisedOneStays)
+TEST_F(RealMessageBox, AMinimisedOwnerComesBackAndAVeryLongTextHasItsButtonInSight)
 {
     ShowWindow(m_form, SW_MINIMIZE);
-    Show(m_form, true, L"", {[&](HWND) { EXPECT_FALSE(IsIconic(m_form)); }});
+    const auto look = [&](HWND box) {
+        EXPECT_FALSE(IsIconic(m_form));
+        const POINT middle = MiddleOf(PlaceOf(GetDlgItem(box, IDOK)));
+        EXPECT_TRUE(middle.x >= 0 && middle.x < GetSystemMetrics(SM_CXSCREEN)) << middle.x;
+        EXPECT_TRUE(middle.y >= 0 && middle.y < GetSystemMetrics(SM_CYSCREEN)) << middle.y;
+    };
+    for (const std::size_t length : {400u, 40'000u})
+        Show(m_form, true, L"", {look}, kCaption, std::wstring(length, L'm'));
     ShowWindow(m_form, SW_MAXIMIZE);
     Show(m_form, true, L"", {[&](HWND) { EXPECT_TRUE(IsZoomed(m_form)); }});
-}
-
-TEST_F(RealMessageBox, AVeryLongTextStillHasItsButtonInSight)
-{
-    for (const std::size_t length : {400u, 40'000u}) {
-        Show(m_form, true, L"", {[&](HWND box) {
-                 const POINT middle = MiddleOf(PlaceOf(GetDlgItem(box, IDOK)));
-                 EXPECT_TRUE(middle.x >= 0 && middle.x < GetSystemMetrics(SM_CXSCREEN)) << middle.x;
-                 EXPECT_TRUE(middle.y >= 0 && middle.y < GetSystemMetrics(SM_CYSCREEN)) << middle.y;
-             }},
-             kCaption, std::wstring(length, L'm'));
-    }
 }
 
 TEST_F(RealMessageBox, ATimerGivesWayToAnotherOfItsNumberAndComesBack)

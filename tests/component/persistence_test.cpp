@@ -5,14 +5,13 @@
 #include <algorithm>
 #include <cstring>
 
-#include "tests/component/planted_class.h"
 #include "tests/component/test_bag.h"
 #include "tests/component/test_container.h"
 
 namespace sylvex::test {
 namespace {
 
-std::string WithFont(const std::string& before, const ComPtr<IFontDisp>& font, const std::string& behind)
+std::string With(const ComPtr<IFontDisp>& font, const std::string& before, const std::string& behind)
 {
     return before + "Font=" + TextOf(font.Get()) + "\n" + behind;
 }
@@ -20,20 +19,20 @@ std::string WithFont(const std::string& before, const ComPtr<IFontDisp>& font, c
 // What a control shows that was loaded from nothing, in a container whose font is Arial 12.
 std::string Defaults()
 {
-    return WithFont("Appearance=1\nBorderStyle=0\nCheckboxes=0\nEnabled=-1\n", NewFont(L"Arial", 12),
-                    "FullRowSelect=0\nHideSelection=-1\nHotTracking=0\nLabelEdit=1\nLineStyle=1\nMouseIcon=none\n"
-                    "MousePointer=0\nPathSeparator=\\\nFileFilter=\nPicture=none\nDragDropEnable=0\n"
-                    "BackColor=-2147483633\nRecursiveCheck=-1\nBuildFileListFilter=*\n");
+    return With(NewFont(L"Arial", 12), "Appearance=1\nBorderStyle=0\nCheckboxes=0\nEnabled=-1\n",
+                "FullRowSelect=0\nHideSelection=-1\nHotTracking=0\nLabelEdit=1\nLineStyle=1\nMouseIcon=none\n"
+                "MousePointer=0\nPathSeparator=\\\nFileFilter=\nPicture=none\nDragDropEnable=0\n"
+                "BackColor=-2147483633\nRecursiveCheck=-1\nBuildFileListFilter=*\n");
 }
 
 // After Change(), saving and loading.
 std::string Changed()
 {
-    return WithFont("Appearance=0\nBorderStyle=1\nCheckboxes=-1\nEnabled=0\n", NewFont(L"Courier New", 15, true),
-                    "FullRowSelect=-1\nHideSelection=0\nHotTracking=-1\nLabelEdit=0\nLineStyle=0\n"
-                    "MouseIcon=picture 3\nMousePointer=99\nPathSeparator=::\nFileFilter=*.txt;*.doc\n"
-                    "Picture=picture 3\nDragDropEnable=-1\nBackColor=1122867\nRecursiveCheck=0\n"
-                    "BuildFileListFilter=*\n");
+    return With(NewFont(L"Courier New", 15, true), "Appearance=0\nBorderStyle=1\nCheckboxes=-1\nEnabled=0\n",
+                "FullRowSelect=-1\nHideSelection=0\nHotTracking=-1\nLabelEdit=0\nLineStyle=0\n"
+                "MouseIcon=picture 3\nMousePointer=99\nPathSeparator=::\nFileFilter=*.txt;*.doc\n"
+                "Picture=picture 3\nDragDropEnable=-1\nBackColor=-2147483643\nRecursiveCheck=0\n"
+                "BuildFileListFilter=*\n");
 }
 
 const std::vector<std::string> kNames{"hWnd",      "Appearance",     "BorderStyle",   "Checkboxes",    "Enabled",
@@ -41,39 +40,36 @@ const std::vector<std::string> kNames{"hWnd",      "Appearance",     "BorderStyl
                                       "LineStyle", "MouseIcon",      "MousePointer",  "PathSeparator", "FileFilter",
                                       "Picture",   "DragDropEnable", "BackColor",     "RecursiveCheck"};
 
-class Text {
-public:
-    explicit Text(const wchar_t* text) : m_text(SysAllocString(text)) {}
-    Text(const Text&) = delete;
-    Text& operator=(const Text&) = delete;
-    ~Text() { SysFreeString(m_text); }
-    BSTR Get() const { return m_text; }
-
-private:
-    BSTR m_text;
-};
-
-void Change(const ComPtr<::_Sylvex>& control)
+void Change(const Embedded& embedded)
 {
-    control->put_Appearance(ccFlat);
-    control->put_BorderStyle(ccFixedSingle);
-    control->put_Checkboxes(VARIANT_TRUE);
-    control->put_Enabled(VARIANT_FALSE);
-    control->putref_Font(NewFont(L"Courier New", 15, true).Get());
-    control->put_FullRowSelect(VARIANT_TRUE);
-    control->put_HideSelection(VARIANT_FALSE);
-    control->put_HotTracking(VARIANT_TRUE);
-    control->put_LabelEdit(tvwAutomatic);
-    control->put_LineStyle(tvwTreeLines);
-    control->putref_MouseIcon(NewPicture().Get());
-    control->put_MousePointer(static_cast<MousePointerConstants>(99));
-    control->put_PathSeparator(Text(L"::").Get());
-    control->put_FileFilter(Text(L"*.txt;*.doc").Get());
-    control->putref_Picture(NewPicture().Get());
-    control->put_DragDropEnable(VARIANT_TRUE);
-    control->put_BackColor(0x112233);
-    control->put_RecursiveCheck(VARIANT_FALSE);
-    control->put_BuildFileListFilter(Text(L"*.txt").Get());
+    const Value control = embedded.Members();
+    for (const wchar_t* const flag : {L"Checkboxes", L"FullRowSelect", L"HotTracking", L"DragDropEnable"})
+        control.Put(flag, true);
+    for (const wchar_t* const flag : {L"Enabled", L"HideSelection", L"RecursiveCheck"})
+        control.Put(flag, false);
+    const std::pair<const wchar_t*, Value> others[] = {{L"Appearance", 0},
+                                                       {L"BorderStyle", 1},
+                                                       {L"LabelEdit", 0},
+                                                       {L"LineStyle", 0},
+                                                       {L"MousePointer", 99},
+                                                       {L"PathSeparator", L"::"},
+                                                       {L"FileFilter", L"*.txt;*.doc"},
+                                                       {L"BackColor", static_cast<int>(0x80000005)},
+                                                       {L"BuildFileListFilter", L"*.txt"}};
+    for (const auto& [name, value] : others)
+        control.Put(name, value);
+    control.Set(L"Font", Value(static_cast<IDispatch*>(NewFont(L"Courier New", 15, true).Get())));
+    for (const wchar_t* const picture : {L"MouseIcon", L"Picture"})
+        control.Set(picture, Value(static_cast<IDispatch*>(NewPicture().Get())));
+}
+
+/// A value that a bag holds as no script would write it.
+Value Raw(VARTYPE type, IUnknown* object = nullptr)
+{
+    VARIANT value{};
+    V_VT(&value) = type;
+    V_UNKNOWN(&value) = object;
+    return Value(value);
 }
 
 class Persistence : public testing::Test {
@@ -90,7 +86,22 @@ protected:
         Rewind(stream);
         return loaded.As<IPersistStreamInit>()->Load(stream.Get());
     }
+    /// What the other one saves in a stream.
+    ComPtr<IStream> Saved()
+    {
+        const ComPtr<IStream> stream = NewStream();
+        EXPECT_HRESULT_SUCCEEDED(saved.As<IPersistStreamInit>()->Save(stream.Get(), TRUE));
+        return stream;
+    }
+    HRESULT SaveBag(const Embedded& embedded, TestBag& into, BOOL all = FALSE)
+    {
+        return embedded.As<IPersistPropertyBag>()->Save(&into, TRUE, all);
+    }
     std::string Loaded() const { return PropertiesOf(loaded.control); }
+    void ExpectLoaded(const std::string& line) const
+    {
+        EXPECT_NE(Loaded().find(line), std::string::npos) << line << " in " << Loaded();
+    }
     bool IsDirty(const Embedded& embedded) { return embedded.As<IPersistStreamInit>()->IsDirty() == S_OK; }
 
     TestBag bag;
@@ -101,7 +112,7 @@ protected:
 
 TEST_F(Persistence, EmptyBagGivesTheDefaultsInOrder)
 {
-    Change(loaded.control);
+    Change(loaded);
     EXPECT_EQ(LoadBag(), S_OK);
     EXPECT_EQ(Loaded(), Defaults());
     EXPECT_EQ(bag.read, kNames);
@@ -112,71 +123,54 @@ TEST_F(Persistence, BagHoldsWhatDiffersFromTheDefaults)
     saved.InitNew();
     LoadBag();
     TestBag none;
-    ASSERT_HRESULT_SUCCEEDED(loaded.As<IPersistPropertyBag>()->Save(&none, TRUE, FALSE));
+    ASSERT_HRESULT_SUCCEEDED(SaveBag(loaded, none));
     EXPECT_EQ(none.written, std::vector<std::string>{"RecursiveCheck"}) << "True is -1, the default is 1";
 
-    Change(saved.control);
-    ASSERT_HRESULT_SUCCEEDED(saved.As<IPersistPropertyBag>()->Save(&bag, TRUE, FALSE));
+    Change(saved);
+    ASSERT_HRESULT_SUCCEEDED(SaveBag(saved, bag));
     std::vector<std::string> names = kNames;
     names.erase(names.begin());
     EXPECT_EQ(bag.written, names);
+    TestBag all;
+    ASSERT_HRESULT_SUCCEEDED(SaveBag(saved, all, TRUE));
+    EXPECT_EQ(all.written, kNames);
     EXPECT_EQ(LoadBag(), S_OK);
     EXPECT_EQ(Loaded(), Changed());
-}
-
-TEST_F(Persistence, BagThatWantsAllGetsEveryValueWithItsType)
-{
-    saved.InitNew();
-    Change(saved.control);
-    ASSERT_HRESULT_SUCCEEDED(saved.As<IPersistPropertyBag>()->Save(&bag, TRUE, TRUE));
-    EXPECT_EQ(bag.written, kNames);
-    const VARTYPE types[] = {VT_I2, VT_I2,      VT_I2, VT_BOOL, VT_BOOL, VT_UNKNOWN, VT_BOOL, VT_BOOL, VT_BOOL, VT_I2,
-                             VT_I2, VT_UNKNOWN, VT_I2, VT_BSTR, VT_BSTR, VT_UNKNOWN, VT_BOOL, VT_I4,   VT_BOOL};
-    for (std::size_t i = 0; i < kNames.size(); ++i) {
-        EXPECT_EQ(V_VT(&bag.Entries().at(kNames[i])), types[i]) << kNames[i];
-    }
 }
 
 TEST_F(Persistence, BagWithTextsAndNumbersOfOtherTypesIsConverted)
 {
     bag.converts = false;
-    bag.SetText("Appearance", L"0");
-    bag.SetText("Checkboxes", L"True");
-    bag.SetNumber("HotTracking", 1);
-    bag.SetNumber("HideSelection", 0);
-    bag.SetNumber("FileFilter", 12);
-    bag.SetText("BackColor", L"2147483653");
-    bag.SetText("RecursiveCheck", L"0");
-    bag.SetNumber("DragDropEnable", 7);
+    const struct {
+        const char* name;
+        Value given;
+        const char* loaded;
+    } cases[] = {{"Appearance", L"0", "0"},     {"Checkboxes", L"True", "-1"},
+                 {"HotTracking", 1, "-1"},      {"HideSelection", 0, "0"},
+                 {"FileFilter", 12, "12"},      {"BackColor", L"2147483653", "-2147483643"},
+                 {"RecursiveCheck", L"0", "0"}, {"DragDropEnable", 7, "-1"}};
+    for (const auto& [name, given, text] : cases)
+        bag.Set(name, given);
     EXPECT_EQ(LoadBag(), S_OK);
-    const std::string properties = Loaded();
-    for (const char* line :
-         {"Appearance=0\n", "Checkboxes=-1\n", "HotTracking=-1\n", "HideSelection=0\n", "FileFilter=12\n",
-          "BackColor=-2147483643\n", "RecursiveCheck=0\n", "DragDropEnable=-1\n"}) {
-        EXPECT_NE(properties.find(line), std::string::npos) << line;
-    }
+    for (const auto& [name, given, text] : cases)
+        ExpectLoaded(name + std::string("=") + text + "\n");
 }
 
 TEST_F(Persistence, JunkInABagGivesWayToTheDefaults)
 {
     for (const bool converts : {true, false}) {
         for (const std::string& name : kNames) {
-            if (name != "PathSeparator" && name != "FileFilter") bag.SetText(name, L"no such value");
+            if (name != "PathSeparator" && name != "FileFilter") bag.Set(name, L"no such value");
         }
-        bag.SetNumber("LabelEdit", 77);
-        bag.SetNumber("LineStyle", -5);
-        bag.SetNumber("MousePointer", 1000000);
+        bag.Set("LabelEdit", 77);
+        bag.Set("LineStyle", -5);
+        bag.Set("MousePointer", 1000000);
         bag.converts = converts;
         EXPECT_EQ(LoadBag(), S_OK);
         EXPECT_EQ(Loaded(), Defaults()) << converts;
     }
-    VARIANT object{};
-    V_VT(&object) = VT_UNKNOWN;
-    V_UNKNOWN(&object) = NewStream().Detach();
-    bag.Set("Font", object);
-    VARIANT null{};
-    V_VT(&null) = VT_NULL;
-    bag.Set("PathSeparator", null);
+    bag.Set("Font", Raw(VT_UNKNOWN, NewStream().Get()));
+    bag.Set("PathSeparator", Raw(VT_NULL));
     EXPECT_EQ(LoadBag(), S_OK);
     EXPECT_EQ(Loaded(), Defaults());
 }
@@ -191,9 +185,8 @@ protected:
     SavedObjects()
     {
         saved.InitNew();
-        Change(saved.control);
-        const ComPtr<IStream> stream = NewStream();
-        saved.As<IPersistStreamInit>()->Save(stream.Get(), TRUE);
+        Change(saved);
+        const ComPtr<IStream> stream = Saved();
         STATSTG state{};
         stream->Stat(&state, STATFLAG_NONAME);
         bytes.resize(state.cbSize.LowPart);
@@ -276,27 +269,24 @@ TEST_F(SavedObjects, WhoseHeadersPromiseMoreThanTheyHoldAreLeftOut)
     // The place of the only image in the icon.
     Put(Find(kPictureClass, picture) + sizeof(CLSID) + 8 + 18, DWORD{0x00FFFFFF});
     EXPECT_EQ(LoadBytes(), S_OK);
-    EXPECT_NE(Loaded().find("MouseIcon=none\nMousePointer=99\n"), std::string::npos) << Loaded();
-    EXPECT_NE(Loaded().find("Picture=none\nDragDropEnable=-1\n"), std::string::npos);
+    ExpectLoaded("MouseIcon=none\nMousePointer=99\n");
+    ExpectLoaded("Picture=none\nDragDropEnable=-1\n");
 }
 
 TEST_F(SavedObjects, HoldNoFontBeyondTheLargestSize)
 {
     Put(Find(kFontClass) + sizeof(CLSID) + 6, DWORD{268550000});
     EXPECT_EQ(LoadBytes(), S_OK);
-    EXPECT_NE(Loaded().find(" 16380 bold\n"), std::string::npos) << Loaded();
-    VARIANT font{};
-    V_VT(&font) = VT_UNKNOWN;
-    V_UNKNOWN(&font) = NewFont(L"Courier New", 26855, true).Detach();
-    bag.Set("Font", font);
+    ExpectLoaded(" 16380 bold\n");
+    bag.Set("Font", Raw(VT_UNKNOWN, NewFont(L"Courier New", 26855, true).Get()));
     EXPECT_EQ(LoadBag(), S_OK);
-    EXPECT_NE(Loaded().find(" 16380 bold\n"), std::string::npos) << Loaded();
+    ExpectLoaded(" 16380 bold\n");
 }
 
 TEST_F(Persistence, RoundTripThroughAStreamStopsAtItsEnd)
 {
     saved.InitNew();
-    Change(saved.control);
+    Change(saved);
     SIZEL extent{4000, 3000};
     saved.object->SetExtent(DVASPECT_CONTENT, &extent);
     const ComPtr<IStream> stream = NewStream();
@@ -324,7 +314,7 @@ TEST_F(Persistence, RoundTripThroughAStreamStopsAtItsEnd)
 TEST_F(Persistence, RoundTripThroughAStorageCarriesTheClass)
 {
     saved.InitNew();
-    Change(saved.control);
+    Change(saved);
     const ComPtr<IStorage> storage = NewStorage();
     ASSERT_HRESULT_SUCCEEDED(saved.As<IPersistStorage>()->Save(storage.Get(), FALSE));
     ASSERT_HRESULT_SUCCEEDED(saved.As<IPersistStorage>()->SaveCompleted(storage.Get()));
@@ -334,70 +324,44 @@ TEST_F(Persistence, RoundTripThroughAStorageCarriesTheClass)
     EXPECT_TRUE(classId == __uuidof(::Sylvex));
     EXPECT_EQ(loaded.As<IPersistStorage>()->Load(storage.Get()), S_OK);
     EXPECT_EQ(Loaded(), Changed());
+    loaded.control->put_HotTracking(VARIANT_FALSE);
+    ASSERT_HRESULT_SUCCEEDED(loaded.As<IPersistStorage>()->Save(storage.Get(), TRUE));
+    ASSERT_HRESULT_SUCCEEDED(loaded.As<IPersistStorage>()->SaveCompleted(nullptr));
+    EXPECT_FALSE(IsDirty(loaded)) << "saved where it came from";
 
     EXPECT_EQ(loaded.As<IPersistStorage>()->Load(NewStorage().Get()), STG_E_FILENOTFOUND);
     EXPECT_EQ(Loaded(), Defaults());
 }
 
-TEST_F(Persistence, StreamCutShortAnywhereFailsAndLeavesTheDefaults)
+TEST_F(SavedObjects, CutShortAnywhereAreAnErrorAndLeaveTheDefaults)
 {
-    saved.InitNew();
-    Change(saved.control);
-    const ComPtr<IStream> whole = NewStream();
-    ASSERT_HRESULT_SUCCEEDED(saved.As<IPersistStreamInit>()->Save(whole.Get(), TRUE));
-    STATSTG state{};
-    whole->Stat(&state, STATFLAG_NONAME);
-    for (DWORD length = 0; length < state.cbSize.LowPart; length += length < 200 ? 1 : 97) {
-        const ComPtr<IStream> cut = NewStream();
-        Rewind(whole);
-        ULARGE_INTEGER bytes{};
-        bytes.QuadPart = length;
-        whole->CopyTo(cut.Get(), bytes, nullptr, nullptr);
-        ASSERT_EQ(LoadStream(cut), STG_E_READFAULT) << length;
+    const std::vector<char> whole = bytes;
+    for (std::size_t length = 0; length < whole.size(); length += length < 200 ? 1 : 97) {
+        bytes.assign(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
+        ASSERT_EQ(LoadBytes(), STG_E_READFAULT) << length;
     }
     EXPECT_EQ(Loaded(), Defaults());
 }
 
-// Puts one byte of a saved stream to another value.
-void Damage(const ComPtr<IStream>& stream, DWORD at, BYTE value)
+TEST_F(SavedObjects, OfAnotherKindOrVersionAreAnErrorAndDamageNeverBreaksTheControl)
 {
-    LARGE_INTEGER place{};
-    place.QuadPart = at;
-    stream->Seek(place, STREAM_SEEK_SET, nullptr);
-    stream->Write(&value, 1, nullptr);
-}
-
-TEST_F(Persistence, StreamOfAnotherKindOrVersionFailsAndLeavesTheDefaults)
-{
+    const std::vector<char> whole = bytes;
     const struct {
-        DWORD at;
-        BYTE value;
+        std::size_t at;
+        char value;
         HRESULT expected;
     } cases[] = {{0, 'X', STG_E_INVALIDHEADER}, {4, 2, STG_E_OLDDLL}, {5, 1, STG_E_OLDDLL}};
     for (const auto& [at, value, expected] : cases) {
-        const ComPtr<IStream> stream = NewStream();
-        saved.As<IPersistStreamInit>()->Save(stream.Get(), TRUE);
-        Damage(stream, at, value);
-        Change(loaded.control);
-        EXPECT_EQ(LoadStream(stream), expected);
+        bytes = whole;
+        bytes[at] = value;
+        Change(loaded);
+        EXPECT_EQ(LoadBytes(), expected);
         EXPECT_EQ(Loaded(), Defaults());
     }
-}
-
-TEST_F(Persistence, DamagedStreamNeverBreaksTheControl)
-{
-    saved.InitNew();
-    Change(saved.control);
-    const ComPtr<IStream> whole = NewStream();
-    saved.As<IPersistStreamInit>()->Save(whole.Get(), TRUE);
-    for (DWORD at = 16; at < 200; ++at) {
-        const ComPtr<IStream> damaged = NewStream();
-        Rewind(whole);
-        ULARGE_INTEGER all{};
-        all.QuadPart = 1 << 20;
-        whole->CopyTo(damaged.Get(), all, nullptr, nullptr);
-        Damage(damaged, at, 0xFF);
-        LoadStream(damaged);
+    for (std::size_t at = 16; at < 200; ++at) {
+        bytes = whole;
+        bytes[at] = '\xFF';
+        LoadBytes();
         VARIANT_BOOL boxes = VARIANT_FALSE;
         ASSERT_HRESULT_SUCCEEDED(loaded.control->get_Checkboxes(&boxes)) << at;
     }
@@ -423,10 +387,10 @@ TEST_F(Persistence, DirtyMeansChangedSinceTheLastSave)
     font.As<IFont>()->put_Bold(TRUE);
     EXPECT_TRUE(IsDirty(saved));
     TestBag written;
-    saved.As<IPersistPropertyBag>()->Save(&written, TRUE, FALSE);
+    SaveBag(saved, written);
     EXPECT_FALSE(IsDirty(saved));
 
-    Change(loaded.control);
+    Change(loaded);
     LoadBag();
     EXPECT_FALSE(IsDirty(loaded));
     EXPECT_HRESULT_SUCCEEDED(saved.control->Enumerate());
@@ -435,13 +399,11 @@ TEST_F(Persistence, DirtyMeansChangedSinceTheLastSave)
 
 TEST_F(Persistence, LoadingSendsNoNotices)
 {
-    ComPtr<IConnectionPoint> point;
-    loaded.As<IConnectionPointContainer>()->FindConnectionPoint(IID_IPropertyNotifySink, point.Put());
+    const auto point = PointOf(loaded.Members(), IID_IPropertyNotifySink);
     DWORD cookie = 0;
     ASSERT_HRESULT_SUCCEEDED(point->Advise(static_cast<IPropertyNotifySink*>(&container), &cookie));
-    Change(saved.control);
-    const ComPtr<IStream> stream = NewStream();
-    saved.As<IPersistStreamInit>()->Save(stream.Get(), TRUE);
+    Change(saved);
+    const ComPtr<IStream> stream = Saved();
     container.TakeLog();
     LoadBag();
     LoadStream(stream);
@@ -460,7 +422,7 @@ TEST_F(Persistence, FontOfTheContainerIsCopied)
     BOOL italic = TRUE;
     container.font.As<IFont>()->get_Italic(&italic);
     EXPECT_FALSE(italic);
-    ASSERT_HRESULT_SUCCEEDED(loaded.As<IPersistPropertyBag>()->Save(&bag, TRUE, FALSE));
+    ASSERT_HRESULT_SUCCEEDED(SaveBag(loaded, bag));
     EXPECT_EQ(bag.written, (std::vector<std::string>{"Font", "RecursiveCheck"}));
 }
 
@@ -469,7 +431,7 @@ TEST_F(Persistence, AContainerThatSitesLastGivesItsFontToo)
     Embedded late(container);
     ASSERT_HRESULT_SUCCEEDED(late.As<IPersistPropertyBag>()->Load(&bag, nullptr));
     ASSERT_HRESULT_SUCCEEDED(late.SetSite());
-    ASSERT_HRESULT_SUCCEEDED(late.As<IPersistPropertyBag>()->Save(&bag, TRUE, FALSE));
+    ASSERT_HRESULT_SUCCEEDED(SaveBag(late, bag));
     EXPECT_EQ(bag.written, std::vector<std::string>{"RecursiveCheck"}) << "no font of its own";
 }
 
@@ -478,20 +440,18 @@ TEST_F(Persistence, WindowNumberIsSavedFromDesignTime)
     container.SetAmbient(DISPID_AMBIENT_USERMODE, false);
     LoadBag();
     ASSERT_HRESULT_SUCCEEDED(loaded.control->put_hWnd(70000));
-    ASSERT_HRESULT_SUCCEEDED(loaded.As<IPersistPropertyBag>()->Save(&bag, TRUE, FALSE));
-    EXPECT_EQ(V_I4(&bag.Entries().at("hWnd")), 70000);
+    ASSERT_HRESULT_SUCCEEDED(SaveBag(loaded, bag));
+    EXPECT_EQ(V_I4(&bag.Entry("hWnd")), 70000);
     TestBag second;
     ASSERT_HRESULT_SUCCEEDED(saved.As<IPersistPropertyBag>()->Load(&bag, nullptr));
-    ASSERT_HRESULT_SUCCEEDED(saved.As<IPersistPropertyBag>()->Save(&second, TRUE, FALSE));
-    EXPECT_EQ(V_I4(&second.Entries().at("hWnd")), 70000);
+    ASSERT_HRESULT_SUCCEEDED(SaveBag(saved, second));
+    EXPECT_EQ(V_I4(&second.Entry("hWnd")), 70000);
 }
 
 TEST_F(Persistence, ControlThatNobodyInitialisedIsSavedAsANewOne)
 {
-    const ComPtr<IStream> stream = NewStream();
-    EXPECT_HRESULT_SUCCEEDED(saved.As<IPersistStreamInit>()->Save(stream.Get(), TRUE));
-    EXPECT_EQ(LoadStream(stream), S_OK);
-    EXPECT_NE(Loaded().find("RecursiveCheck=-1\n"), std::string::npos);
+    EXPECT_EQ(LoadStream(Saved()), S_OK);
+    ExpectLoaded("RecursiveCheck=-1\n");
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/component/automation.h"
+#include "tests/component/box_reader.h"
 #include "tests/component/component_file.h"
 #include "tests/component/test_reporter.h"
 
@@ -87,52 +88,18 @@ TEST(Reporter, SeesAValueThatAPropertyRefused)
         reporter.reports.at(0)[7].ends_with(L"<New_ReqListView>&lt;my list&gt;</New_ReqListView></Parameters>"));
 }
 
-/// Presses OK in the boxes of this thread, one after another, and keeps their texts.
-class BoxHand {
-public:
-    BoxHand() : m_timer(SetTimer(nullptr, 0, 100, &BoxHand::Tick)) { s_texts.clear(); }
-    ~BoxHand() { KillTimer(nullptr, m_timer); }
-    BoxHand(const BoxHand&) = delete;
-    BoxHand& operator=(const BoxHand&) = delete;
-    static const std::vector<std::wstring>& Texts() { return s_texts; }
-
-private:
-    static bool HasIcon(HWND box)
-    {
-        HWND child = nullptr;
-        while ((child = FindWindowExW(box, child, L"Static", nullptr)))
-            if (SendMessageW(child, STM_GETICON, 0, 0) != 0) return true;
-        return false;
-    }
-    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD)
-    {
-        const HWND box = FindWindowW(L"#32770", L"Application Error");
-        if (!box || !IsWindowVisible(box)) return;
-        constexpr int kTextId = 0xFFFF;
-        wchar_t text[1024]{};
-        GetDlgItemTextW(box, kTextId, text, std::size(text));
-        s_texts.emplace_back(text);
-        EXPECT_TRUE(HasIcon(box));
-        EXPECT_NE(GetDlgItem(box, IDOK), nullptr);
-        EXPECT_EQ(GetDlgItem(box, IDCANCEL), nullptr);
-        SendMessageW(box, WM_COMMAND, IDOK, 0);
-    }
-    static inline std::vector<std::wstring> s_texts;
-    UINT_PTR m_timer;
-};
-
 TEST(Reporter, WithoutOneEachProcedureShowsItsBox)
 {
     const Value control = MakeControl();
-    const BoxHand hand;
+    BoxReader boxes;
     EXPECT_EQ(FailTwoDeep(control), kPassedOn);
     const std::wstring sorry =
-        L"SylvexControl has encountered a problem. We are sorry for the inconvenience.\r\n\r\n"
+        L"[SylvexControl has encountered a problem. We are sorry for the inconvenience.\r\n\r\n"
         L"Module: Sylvex\r\nProcedure: ";
-    const std::vector<std::wstring> expected{
-        sorry + L"TV_NodeCheck\r\nLine Number: 3\r\n\r\nObject variable or With block variable not set (91)",
-        sorry + L"CheckNodeSelective\r\nLine Number: 1\r\n\r\nApplication-defined or object-defined error (65535)"};
-    EXPECT_EQ(BoxHand::Texts(), expected);
+    EXPECT_EQ(boxes.Take(),
+              sorry + L"TV_NodeCheck\r\nLine Number: 3\r\n\r\nObject variable or With block variable not set (91)]" +
+                  sorry +
+                  L"CheckNodeSelective\r\nLine Number: 1\r\n\r\nApplication-defined or object-defined error (65535)]");
 }
 
 /// The sample reporter, registered while it lives, with a file of its own.

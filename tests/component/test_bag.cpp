@@ -12,40 +12,6 @@ std::string Narrow(LPCOLESTR text)
 
 }  // namespace
 
-TestBag::~TestBag()
-{
-    for (auto& [name, value] : m_entries)
-        VariantClear(&value);
-}
-
-void TestBag::Set(const std::string& name, VARIANT value)
-{
-    VariantClear(&m_entries[name]);
-    m_entries[name] = value;
-}
-
-void TestBag::SetText(const std::string& name, const wchar_t* text)
-{
-    VARIANT value{};
-    V_VT(&value) = VT_BSTR;
-    V_BSTR(&value) = SysAllocString(text);
-    Set(name, value);
-}
-
-void TestBag::SetNumber(const std::string& name, long number)
-{
-    VARIANT value{};
-    V_VT(&value) = VT_I4;
-    V_I4(&value) = number;
-    Set(name, value);
-}
-
-STDMETHODIMP TestBag::QueryInterface(REFIID id, void** found)
-{
-    *found = id == IID_IUnknown || id == IID_IPropertyBag ? this : nullptr;
-    return *found ? S_OK : E_NOINTERFACE;
-}
-
 STDMETHODIMP TestBag::Read(LPCOLESTR name, VARIANT* value, IErrorLog*)
 {
     read.push_back(Narrow(name));
@@ -55,7 +21,7 @@ STDMETHODIMP TestBag::Read(LPCOLESTR name, VARIANT* value, IErrorLog*)
     if (entry == m_entries.end()) return E_INVALIDARG;
     const VARTYPE wanted = V_VT(value);
     VARIANT given{};
-    VariantCopy(&given, &entry->second);
+    VariantCopy(&given, &entry->second.Raw());
     if (converts && wanted != VT_EMPTY && FAILED(VariantChangeType(&given, &given, 0, wanted))) {
         VariantClear(&given);
         return E_FAIL;
@@ -77,10 +43,8 @@ HRESULT TestBag::Make(const CLSID& id, VARIANT& value)
 STDMETHODIMP TestBag::Write(LPCOLESTR name, VARIANT* value)
 {
     written.push_back(Narrow(name));
-    VARIANT copy{};
-    const HRESULT copied = VariantCopy(&copy, value);
-    if (SUCCEEDED(copied)) Set(Narrow(name), copy);
-    return copied;
+    Set(Narrow(name), Value(*value));
+    return S_OK;
 }
 
 ComPtr<IStream> NewStream()

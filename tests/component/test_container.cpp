@@ -6,16 +6,6 @@ namespace {
 
 constexpr wchar_t kFormClass[] = L"SylvexTestForm";
 
-void RegisterForm()
-{
-    WNDCLASSW form{};
-    form.lpfnWndProc = DefWindowProcW;
-    form.hInstance = GetModuleHandleW(nullptr);
-    form.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-    form.lpszClassName = kFormClass;
-    RegisterClassW(&form);
-}
-
 std::string NameOf(const MSG& message, DWORD modifiers)
 {
     return "Key " + std::to_string(message.wParam) + (modifiers & 1 ? " shift" : "") +
@@ -38,7 +28,12 @@ TestContainer::~TestContainer()
 
 void TestContainer::NewForm()
 {
-    RegisterForm();
+    WNDCLASSW form{};
+    form.lpfnWndProc = DefWindowProcW;
+    form.hInstance = GetModuleHandleW(nullptr);
+    form.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    form.lpszClassName = kFormClass;
+    RegisterClassW(&form);
     m_form = CreateWindowW(kFormClass, L"Form", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 50, 50, 420, 320,
                            nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     SetForegroundWindow(m_form);
@@ -48,20 +43,6 @@ void TestContainer::NewForm()
 void TestContainer::DestroyForm()
 {
     if (m_form) DestroyWindow(std::exchange(m_form, nullptr));
-}
-
-void TestContainer::SetAmbient(DISPID property, bool value)
-{
-    VARIANT& ambient = (*ambients)[property];
-    V_VT(&ambient) = VT_BOOL;
-    V_BOOL(&ambient) = value ? VARIANT_TRUE : VARIANT_FALSE;
-}
-
-void TestContainer::SetAmbient(DISPID property, long value)
-{
-    VARIANT& ambient = (*ambients)[property];
-    V_VT(&ambient) = VT_I4;
-    V_I4(&ambient) = value;
 }
 
 void TestContainer::Key(UINT message, WPARAM key)
@@ -80,15 +61,8 @@ void TestContainer::Key(UINT message, WPARAM key)
 STDMETHODIMP TestContainer::QueryInterface(REFIID id, void** found)
 {
     *found = nullptr;
-    if (id == IID_IUnknown || id == IID_IOleClientSite) *found = static_cast<IOleClientSite*>(this);
-    if (id == IID_IOleWindow || id == IID_IOleInPlaceSite) *found = static_cast<IOleInPlaceSite*>(this);
-    if (id == IID_IOleControlSite) *found = static_cast<IOleControlSite*>(this);
-    if (id == IID_IOleInPlaceFrame) *found = static_cast<IOleInPlaceFrame*>(this);
-    if (id == IID_IDispatch && ambients) *found = static_cast<IDispatch*>(this);
-    if (id == IID_IPropertyNotifySink) *found = static_cast<IPropertyNotifySink*>(this);
-    if (!*found) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
+    if (id == IID_IDispatch && !ambients) return E_NOINTERFACE;
+    return TestDispatch::QueryInterface(id == IID_IOleWindow ? IID_IOleInPlaceSite : id, found);
 }
 
 STDMETHODIMP TestContainer::GetWindow(HWND* window)
@@ -120,7 +94,7 @@ STDMETHODIMP TestContainer::OnPosRectChange(LPCRECT wanted)
 
 STDMETHODIMP TestContainer::TranslateAccelerator(LPMSG message, DWORD modifiers)
 {
-    if (message->message == WM_KEYDOWN) Note(NameOf(*message, modifiers).c_str());
+    if (message->message == WM_KEYDOWN) Note(NameOf(*message, modifiers));
     return keyAnswer;
 }
 
@@ -138,15 +112,13 @@ STDMETHODIMP TestContainer::Invoke(DISPID property, REFIID, LCID, WORD, DISPPARA
         return S_OK;
     }
     if (!ambients || !ambients->contains(property)) return DISP_E_MEMBERNOTFOUND;
-    *result = ambients->at(property);
-    return S_OK;
+    return VariantCopy(result, &ambients->at(property).Raw());
 }
 
-HRESULT TestContainer::Note(const char* line)
+HRESULT TestContainer::Note(const std::string& line, HRESULT answer)
 {
-    m_log += line;
-    m_log += '\n';
-    return S_OK;
+    m_log += line + "\n";
+    return answer;
 }
 
 Embedded::Embedded(TestContainer& container) : control(NewControl()), m_container(container)
@@ -157,16 +129,6 @@ Embedded::Embedded(TestContainer& container) : control(NewControl()), m_containe
 Embedded::~Embedded()
 {
     Close();
-}
-
-HRESULT Embedded::SetSite()
-{
-    return object->SetClientSite(&m_container);
-}
-
-HRESULT Embedded::InitNew()
-{
-    return As<IPersistStreamInit>()->InitNew();
 }
 
 HRESULT Embedded::Do(LONG verb)

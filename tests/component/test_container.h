@@ -4,26 +4,21 @@
 #include <optional>
 #include <string>
 
+#include "tests/component/automation.h"
 #include "tests/component/test_control.h"
 
 namespace sylvex::test {
 
 /// A container on the test's stack: a visible form, and the sites of one control. It counts the references to itself,
 /// and writes down what the control asks of it.
-class TestContainer final : public IOleClientSite,
-                            public IOleInPlaceSite,
-                            public IOleControlSite,
-                            public IOleInPlaceFrame,
-                            public IDispatch,
-                            public IPropertyNotifySink {
+class TestContainer final
+    : public TestDispatch<IOleClientSite, IOleInPlaceSite, IOleControlSite, IOleInPlaceFrame, IPropertyNotifySink> {
 public:
     TestContainer();
-    TestContainer(const TestContainer&) = delete;
-    TestContainer& operator=(const TestContainer&) = delete;
     ~TestContainer();
 
     /// What it says of itself: numbers of ambient properties with their values. None: no ambient properties at all.
-    std::optional<std::map<DISPID, VARIANT>> ambients;
+    std::optional<std::map<DISPID, Value>> ambients;
     /// Ambient font; not owned by `ambients`.
     ComPtr<IFontDisp> font;
     RECT place{10, 10, 210, 160};
@@ -38,22 +33,17 @@ public:
     /// The control that SetObjectRects is for.
     IOleObject* resized = nullptr;
 
-    void SetAmbient(DISPID property, bool value);
-    void SetAmbient(DISPID property, long value);
+    void SetAmbient(DISPID property, const Value& value) { ambients->insert_or_assign(property, value); }
     HWND Form() const { return m_form; }
     /// Takes the form down, with every window in it.
     void DestroyForm();
     void NewForm();
-    /// References that somebody else holds.
-    long References() const { return m_references; }
     /// What has happened since the last call, in order.
     std::string TakeLog() { return std::exchange(m_log, {}); }
     /// As the container's loop does with a key: the active control first, then the window that has the focus.
     void Key(UINT message, WPARAM key);
 
     STDMETHODIMP QueryInterface(REFIID id, void** found) override;
-    STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++m_references); }
-    STDMETHODIMP_(ULONG) Release() override { return static_cast<ULONG>(--m_references); }
 
     STDMETHODIMP SaveObject() override { return Note("SaveObject"); }
     STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
@@ -82,11 +72,7 @@ public:
     STDMETHODIMP TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
     STDMETHODIMP TranslateAccelerator(LPMSG message, DWORD modifiers) override;
     STDMETHODIMP OnFocus(BOOL gained) override { return Note(gained ? "OnFocus in" : "OnFocus out"); }
-    STDMETHODIMP ShowPropertyFrame() override
-    {
-        Note("ShowPropertyFrame");
-        return frameAnswer;
-    }
+    STDMETHODIMP ShowPropertyFrame() override { return Note("ShowPropertyFrame", frameAnswer); }
 
     STDMETHODIMP GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
     STDMETHODIMP RequestBorderSpace(LPCBORDERWIDTHS) override { return INPLACE_E_NOTOOLSPACE; }
@@ -99,19 +85,15 @@ public:
     STDMETHODIMP EnableModeless(BOOL enable) override { return Note(enable ? "EnableModeless" : "DisableModeless"); }
     STDMETHODIMP TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
 
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID property, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override;
 
     STDMETHODIMP OnChanged(DISPID) override { return Note("OnChanged"); }
     STDMETHODIMP OnRequestEdit(DISPID) override { return S_OK; }
 
 private:
-    HRESULT Note(const char* line);
+    HRESULT Note(const std::string& line, HRESULT answer = S_OK);
 
     HWND m_form = nullptr;
-    long m_references = 0;
     std::string m_log;
 };
 
@@ -127,12 +109,13 @@ public:
     ComPtr<::_Sylvex> control;
     ComPtr<IOleObject> object;
 
-    HRESULT SetSite();
-    HRESULT InitNew();
+    HRESULT SetSite() { return object->SetClientSite(&m_container); }
+    HRESULT InitNew() { return As<IPersistStreamInit>()->InitNew(); }
     HRESULT Do(LONG verb);
     /// The usual start: site, new, active with the user interface.
     void Start();
     void Close();
+    Value Members() const { return static_cast<IDispatch*>(control.Get()); }
     template <class Interface>
     ComPtr<Interface> As() const
     {

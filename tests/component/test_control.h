@@ -15,11 +15,8 @@
 
 namespace sylvex::test {
 
-/// A new control, made by the component's own class factory; needs no registration.
+/// A new control, made by the component's own class factory.
 ComPtr<::_Sylvex> NewControl();
-
-/// Whether the component says that nothing of it is in use.
-bool IsComponentIdle();
 
 /// The window of the control's tree.
 HWND TreeOf(const ComPtr<::_Sylvex>& control);

@@ -30,7 +30,7 @@ TestReporter::~TestReporter()
 {
     CoRevokeClassObject(m_registration);
     RegDeleteTreeW(HKEY_CLASSES_ROOT, kName);
-    EXPECT_EQ(m_references, 0);
+    EXPECT_EQ(References(), 0);
 }
 
 std::wstring TestReporter::Trace() const
@@ -46,15 +46,6 @@ std::wstring TestReporter::Take()
     const std::wstring trace = Trace();
     reports.clear();
     return trace;
-}
-
-STDMETHODIMP TestReporter::QueryInterface(REFIID id, void** found)
-{
-    *found = nullptr;
-    if (id == IID_IUnknown || id == IID_IClassFactory) *found = static_cast<IClassFactory*>(this);
-    if (id == IID_IDispatch) *found = static_cast<IDispatch*>(this);
-    if (*found) ++m_references;
-    return *found ? S_OK : E_NOINTERFACE;
 }
 
 STDMETHODIMP TestReporter::GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* members)

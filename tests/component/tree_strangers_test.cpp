@@ -87,7 +87,7 @@ TEST_P(DestroyedInACall, TheCallReturnsAndNothingMoreIsTold)
     const auto row = Add(0, 1, L"row", ExpandButton::Yes);
     Add(row, 2, L"child");
     tree->Refresh();
-    auto* const native = Native();
+    auto* const native = Tree();
     diary.onWord = [&, awaited = std::string(word), destroyed = what](const std::string& told) {
         if (told != awaited) return;
         diary.Take();
@@ -98,7 +98,7 @@ TEST_P(DestroyedInACall, TheCallReturnsAndNothingMoreIsTold)
         EXPECT_EQ(IsWindow(native), destroyed != Destroyed::Window) << "went before its own code had returned";
     };
     Provoke(row, word);
-    PumpMessages(20);
+    Wait(20);
     EXPECT_FALSE(IsWindow(native));
     EXPECT_EQ(tree, nullptr) << "the call did not come";
     EXPECT_EQ(diary.Take(), "");

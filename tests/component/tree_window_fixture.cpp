@@ -4,31 +4,22 @@
 
 namespace sylvex::test {
 
-std::string TreeDiary::Take()
-{
-    return std::exchange(log, {});
-}
-
 void TreeDiary::Note(const std::string& word)
 {
     log += (log.empty() ? "" : " ") + word;
     if (onWord) onWord(word);
 }
 
-bool TreeDiary::Expanding(ItemData item, bool expand)
+bool TreeDiary::Note(const std::string& word, ItemData item, const bool& answer)
 {
-    Note((expand ? "opening:" : "closing:") + std::to_string(item));
-    return expands;
+    Note(word + std::to_string(item));
+    return answer;
 }
 
-void TreeDiary::Expanded(ItemData item, bool expand)
+void TreeDiary::NoteKey(const std::string& word, short& key)
 {
-    Note((expand ? "open:" : "closed:") + std::to_string(item));
-}
-
-bool TreeDiary::HasChildren(ItemData)
-{
-    return true;
+    Note(word + std::to_string(key));
+    if (changedKey >= 0) key = changedKey;
 }
 
 RowMarks TreeDiary::Marks(ItemData item)
@@ -40,45 +31,8 @@ RowMarks TreeDiary::Marks(ItemData item)
 
 void TreeDiary::CheckClicked(ItemData item)
 {
-    if (flipsChecks) marks[item].checked = !marks[item].checked;
-    Note("box:" + std::to_string(item));
-}
-
-void TreeDiary::Selected(ItemData item, bool byUser)
-{
-    Note((byUser ? "chosen:" : "selected:") + std::to_string(item));
-}
-
-void TreeDiary::Clicked(ItemData item)
-{
-    Note("click:" + std::to_string(item));
-}
-
-void TreeDiary::DoubleClicked()
-{
-    Note("double");
-}
-
-void TreeDiary::KeyDown(short& key, short shift)
-{
-    Note("key" + std::to_string(key) + (shift ? "/" + std::to_string(shift) : ""));
-    if (changedKey >= 0) key = changedKey;
-}
-
-void TreeDiary::KeyPress(short& character)
-{
-    Note("char" + std::to_string(character));
-    if (changedKey >= 0) character = changedKey;
-}
-
-void TreeDiary::KeyUp(short& key, short)
-{
-    Note("keyup" + std::to_string(key));
-}
-
-void TreeDiary::MouseDown(short button, short shift, Point)
-{
-    Note("down" + std::to_string(button) + (shift ? "/" + std::to_string(shift) : ""));
+    marks[item].checked = !marks[item].checked;
+    Note("box:", item);
 }
 
 void TreeDiary::MouseMove(short button, short, Point)
@@ -87,36 +41,10 @@ void TreeDiary::MouseMove(short button, short, Point)
     if (button != 0 && !log.ends_with("drag" + std::to_string(button))) Note("drag" + std::to_string(button));
 }
 
-void TreeDiary::MouseUp(short button, short, Point)
-{
-    Note("up" + std::to_string(button));
-}
-
-bool TreeDiary::LabelEditing(ItemData item)
-{
-    Note("edit:" + std::to_string(item));
-    return edits;
-}
-
 bool TreeDiary::LabelEdited(ItemData, const std::optional<std::wstring>& text)
 {
     Note(text ? "typed:" + std::string(text->begin(), text->end()) : "abandoned");
     return keepsLabel;
-}
-
-void PumpMessages(unsigned milliseconds)
-{
-    const auto end = GetTickCount64() + milliseconds;
-    for (;;) {
-        MSG message;
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-        }
-        const auto now = GetTickCount64();
-        if (now >= end) return;
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now), QS_ALLINPUT);
-    }
 }
 
 void TreeWindowTest::SetUp()
@@ -130,9 +58,9 @@ void TreeWindowTest::SetUp()
     tree->Move({0, 0, 300, 400});
     tree->Apply(TreeSetting::LineStyle, 1);
     SetForegroundWindow(stage);
-    SetFocus(Native());
-    MoveMouse({600, 600});
-    PumpMessages(20);
+    SetFocus(Tree());
+    MoveTo({600, 600});
+    Wait(20);
     diary.Take();
 }
 
@@ -140,7 +68,7 @@ void TreeWindowTest::TearDown()
 {
     tree.reset();
     if (IsWindow(form)) DestroyWindow(form);
-    PumpMessages();
+    Wait();
 }
 
 ItemHandle TreeWindowTest::Add(ItemHandle parent, ItemData data, const std::wstring& text, ExpandButton button)
@@ -151,77 +79,29 @@ ItemHandle TreeWindowTest::Add(ItemHandle parent, ItemData data, const std::wstr
     return tree->Insert(parent, 0, data, look);
 }
 
-RECT TreeWindowTest::PlaceOf(ItemHandle row, bool label) const
-{
-    // The message takes the item in the place of its answer.
-    union {
-        HTREEITEM item;
-        RECT place;
-    } question{HandleOf<HTREEITEM>(row)};
-    EXPECT_TRUE(SendMessageW(Native(), TVM_GETITEMRECT, label, ParameterOf(&question))) << "the row is not in view";
-    return question.place;
-}
-
 POINT TreeWindowTest::On(ItemHandle row, UINT flag) const
 {
-    const auto place = PlaceOf(row, false);
+    const auto place = PlaceOf(HandleOf<HTREEITEM>(row), false);
     const auto y = (place.top + place.bottom) / 2;
     LONG first = -1;
     LONG last = -1;
     for (auto x = place.left; x < place.right; ++x) {
         TVHITTESTINFO hit{};
         hit.pt = {x, y};
-        SendMessageW(Native(), TVM_HITTEST, 0, ParameterOf(&hit));
+        Send(TVM_HITTEST, 0, ParameterOf(&hit));
         if ((hit.flags & flag) == 0) continue;
         if (first < 0) first = x;
         last = x;
     }
     EXPECT_GE(first, 0) << "the row has no such part";
     POINT middle{(first + last) / 2, y};
-    ClientToScreen(Native(), &middle);
+    ClientToScreen(Tree(), &middle);
     return middle;
 }
 
 UINT TreeWindowTest::NativeState(ItemHandle row) const
 {
-    return static_cast<UINT>(SendMessageW(Native(), TVM_GETITEMSTATE, row, ~0));
-}
-
-void TreeWindowTest::MoveMouse(POINT where)
-{
-    SetCursorPos(where.x, where.y);
-    PumpMessages(5);
-}
-
-void TreeWindowTest::Buttons(std::initializer_list<DWORD> flags)
-{
-    for (const auto flag : flags) {
-        INPUT input{};
-        input.type = INPUT_MOUSE;
-        input.mi.dwFlags = flag;
-        SendInput(1, &input, sizeof input);
-    }
-    PumpMessages(15);
-}
-
-void TreeWindowTest::Click(POINT where)
-{
-    MoveMouse(where);
-    Buttons({MOUSEEVENTF_LEFTDOWN});
-    Buttons({MOUSEEVENTF_LEFTUP});
-}
-
-void TreeWindowTest::Key(WORD key)
-{
-    for (const DWORD flag : {0u, static_cast<unsigned>(KEYEVENTF_KEYUP)}) {
-        INPUT input{};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = key;
-        input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
-        input.ki.dwFlags = flag;
-        SendInput(1, &input, sizeof input);
-        PumpMessages(10);
-    }
+    return static_cast<UINT>(Send(TVM_GETITEMSTATE, row, ~0));
 }
 
 }  // namespace sylvex::test

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/win32/win32_platform.h"
+#include "tests/support/input_real.h"
 
 namespace sylvex::test {
 
@@ -25,58 +26,51 @@ public:
     bool expands = true;
     bool edits = true;
     bool keepsLabel = true;
-    bool flipsChecks = true;  ///< answers a click on a box by a mark
-    short changedKey = -1;    ///< what every key becomes; -1 leaves it
+    short changedKey = -1;  ///< what every key becomes; -1 leaves it
     std::function<void(const std::string&)> onWord;
     /// The words so far, which are forgotten.
-    std::string Take();
+    std::string Take() { return std::exchange(log, {}); }
 
     bool Owns(ItemHandle, ItemData item) const noexcept override { return item != 0; }
-    bool Expanding(ItemData item, bool expand) override;
-    void Expanded(ItemData item, bool expand) override;
-    bool HasChildren(ItemData item) override;
+    bool Expanding(ItemData item, bool expand) override
+    {
+        return Note(expand ? "opening:" : "closing:", item, expands);
+    }
+    void Expanded(ItemData item, bool expand) override { Note(expand ? "open:" : "closed:", item); }
+    bool HasChildren(ItemData) override { return true; }
     RowMarks Marks(ItemData item) override;
     void CheckClicked(ItemData item) override;
-    void Selected(ItemData item, bool byUser) override;
-    void Clicked(ItemData item) override;
-    void DoubleClicked() override;
-    void KeyDown(short& key, short shift) override;
-    void KeyPress(short& character) override;
-    void KeyUp(short& key, short shift) override;
-    void MouseDown(short button, short shift, Point where) override;
-    void MouseMove(short button, short shift, Point where) override;
-    void MouseUp(short button, short shift, Point where) override;
-    bool LabelEditing(ItemData item) override;
-    bool LabelEdited(ItemData item, const std::optional<std::wstring>& text) override;
+    void Selected(ItemData item, bool byUser) override { Note(byUser ? "chosen:" : "selected:", item); }
+    void Clicked(ItemData item) override { Note("click:", item); }
+    void DoubleClicked() override { Note("double"); }
+    void KeyDown(short& key, short) override { NoteKey("key", key); }
+    void KeyPress(short& character) override { NoteKey("char", character); }
+    void KeyUp(short& key, short) override { Note("keyup" + std::to_string(key)); }
+    void MouseDown(short button, short, Point) override { Note("down" + std::to_string(button)); }
+    void MouseMove(short button, short, Point) override;
+    void MouseUp(short button, short, Point) override { Note("up" + std::to_string(button)); }
+    bool LabelEditing(ItemData item) override { return Note("edit:", item, edits); }
+    bool LabelEdited(ItemData, const std::optional<std::wstring>& text) override;
     void Destroying() override {}
 
 private:
     void Note(const std::string& word);
+    bool Note(const std::string& word, ItemData item, const bool& answer = true);
+    void NoteKey(const std::string& word, short& key);
 };
 
-/// Handles what waits in the thread's queue, for at least `milliseconds`.
-void PumpMessages(unsigned milliseconds = 0);
-
 /// A form with a tree that fills it, in front of all others; the diary is the tree's listener.
-class TreeWindowTest : public testing::Test {
+class TreeWindowTest : public testing::Test, protected RealInput {
 protected:
     void SetUp() override;
     void TearDown() override;
 
-    HWND Native() const { return reinterpret_cast<HWND>(tree->Handle()); }
+    HWND Tree() const override { return reinterpret_cast<HWND>(tree->Handle()); }
     ItemHandle Add(ItemHandle parent, ItemData data, const std::wstring& text, ExpandButton button = ExpandButton::No);
-    /// Where the row, or its label alone, is in the tree.
-    RECT PlaceOf(ItemHandle row, bool label) const;
     /// The middle of a row's part that a hit test reports as `flag`, on the screen.
     POINT On(ItemHandle row, UINT flag) const;
     /// The item's state as any program reads it.
     UINT NativeState(ItemHandle row) const;
-
-    void MoveMouse(POINT where);
-    /// Mouse buttons that are all in the queue before the first is handled.
-    void Buttons(std::initializer_list<DWORD> flags);
-    void Click(POINT where);
-    void Key(WORD key);
 
     Win32Platform platform;
     TreeDiary diary;

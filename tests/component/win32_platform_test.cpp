@@ -5,30 +5,17 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <functional>
 #include <limits>
-#include <optional>
-#include <string>
 #include <vector>
 
-#include "platform/runtime_error.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/win32_platform.h"
 #include "tests/component/handles.h"
-#include "tests/component/tree_window_fixture.h"
+#include "tests/support/files_real.h"
+#include "tests/support/scene.h"
 
 namespace sylvex::test {
 namespace {
-
-long ErrorOf(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const RuntimeError& error) {
-        return error.number;
-    }
-    return 0;
-}
 
 class Win32PlatformTest : public testing::Test {
 protected:
@@ -36,35 +23,11 @@ protected:
     Platform& services = platform.Get();
 };
 
-/// A folder of its own below the temporary one, removed with what is in it.
+/// A folder of its own, removed with what is in it.
 class Win32FilesTest : public Win32PlatformTest {
 protected:
-    void SetUp() override
-    {
-        base = services.files.TempDirectory() + L"sylvex-" + std::to_wstring(GetCurrentProcessId());
-        MakeFolder(base);
-    }
-    void TearDown() override
-    {
-        for (auto path = made.rbegin(); path != made.rend(); ++path) {
-            const auto name = UnlimitedPath(*path);
-            if (!DeleteFileW(name.c_str())) RemoveDirectoryW(name.c_str());
-        }
-    }
-    void MakeFolder(const std::wstring& path)
-    {
-        ASSERT_TRUE(CreateDirectoryW(UnlimitedPath(path).c_str(), nullptr)) << GetLastError();
-        made.push_back(path);
-    }
-    void MakeFile(const std::wstring& path, const std::string& content)
-    {
-        auto* const file = CreateFileW(UnlimitedPath(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
-        ASSERT_NE(file, INVALID_HANDLE_VALUE) << GetLastError();
-        DWORD written = 0;
-        WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
-        CloseHandle(file);
-        made.push_back(path);
-    }
+    Win32FilesTest() { MakeBranch(base); }
+    ~Win32FilesTest() override { RemoveBranch(base); }
     std::wstring Names(const std::wstring& pattern)
     {
         std::vector<std::wstring> names;
@@ -80,19 +43,16 @@ protected:
         return line;
     }
 
-    std::wstring base;
-    std::vector<std::wstring> made;
+    const std::wstring base = L"C:\\SylvexFiles" + std::to_wstring(GetCurrentProcessId());
 };
 
 TEST_F(Win32FilesTest, ListsNamesOfAnyScriptInPathsOfAnyLength)
 {
     auto folder = base;
-    while (folder.size() < 300) {
+    while (folder.size() < 300)
         folder += L"\\" + std::wstring(60, L'd');
-        MakeFolder(folder);
-    }
-    MakeFile(folder + L"\\\u65e5\u672c.txt", "12345");
-    MakeFolder(folder + L"\\sub");
+    WriteBytes(folder + L"\\\u65e5\u672c.txt", "12345");
+    MakeBranch(folder + L"\\sub");
     EXPECT_EQ(Names(folder + L"\\*.*"), L"sub \u65e5\u672c.txt");
     EXPECT_EQ(Names(base + L"\\*.*"), std::wstring(60, L'd'));
 
@@ -110,23 +70,10 @@ TEST_F(Win32FilesTest, ListsNamesOfAnyScriptInPathsOfAnyLength)
 TEST_F(Win32FilesTest, ANameThatEndsInAFullStopOrABlankIsAnother)
 {
     int files = 0;
-    for (const wchar_t* const name : {L"\\foo", L"\\foo.", L"\\foo "}) {
-        MakeFolder(base + name);
-        MakeFile(base + name + L"\\" + std::to_wstring(++files), "");
-    }
+    for (const wchar_t* const name : {L"\\foo", L"\\foo.", L"\\foo "})
+        WriteBytes(base + name + L"\\" + std::to_wstring(++files), "");
     EXPECT_EQ(Names(base + L"\\foo\\*.*") + Names(base + L"\\foo.\\*.*") + Names(base + L"\\foo \\*.*"), L"123");
     EXPECT_EQ(Names(base + L"\\foo."), L"foo.");
-}
-
-TEST_F(Win32FilesTest, WhatCannotBeListedIsNothing)
-{
-    MakeFile(base + L"\\file", "");
-    EXPECT_EQ(Names(base), base.substr(base.rfind(L'\\') + 1));
-    EXPECT_EQ(services.files.Search(base + L"\\"), nullptr);
-    EXPECT_EQ(services.files.Search(base + L"\\none"), nullptr);
-    EXPECT_EQ(services.files.Search(base + L"\\none\\*.*"), nullptr);
-    EXPECT_EQ(services.files.Search(L""), nullptr);
-    EXPECT_EQ(services.files.FileSystemName(L"?:\\"), std::nullopt);
 }
 
 TEST_F(Win32PlatformTest, SortKeysOrderLikeTheComparison)
@@ -150,67 +97,43 @@ TEST_F(Win32PlatformTest, SortKeysOrderLikeTheComparison)
     EXPECT_EQ(key.substr(0, 4), "kept");
 }
 
-/// Gives the user's settings for numbers other values while it lives.
-class NumberSettings {
-public:
-    explicit NumberSettings(std::initializer_list<std::pair<LCTYPE, const wchar_t*>> settings)
-    {
-        for (const auto& [which, value] : settings) {
-            wchar_t before[16] = {};
-            GetLocaleInfoW(LOCALE_USER_DEFAULT, which, before, 16);
-            m_before.emplace_back(which, before);
-            SetLocaleInfoW(LOCALE_USER_DEFAULT, which, value);
-        }
-    }
-    ~NumberSettings()
-    {
-        for (const auto& [which, value] : m_before)
-            SetLocaleInfoW(LOCALE_USER_DEFAULT, which, value.c_str());
-    }
-    NumberSettings(const NumberSettings&) = delete;
-    NumberSettings& operator=(const NumberSettings&) = delete;
-
-private:
-    std::vector<std::pair<LCTYPE, std::wstring>> m_before;
-};
-
 TEST_F(Win32PlatformTest, NumbersAreRoundedThenGrouped)
 {
     const struct {
-        const wchar_t *point, *thousand, *grouping, *leadingZero, *rounded, *fraction;
-    } cases[] = {{L".", L",", L"3;0", L"1", L"1,000.0", L"0.977"},
-                 {L",", L".", L"3;0", L"0", L"1.000,0", L",977"},
-                 {L",", L"'", L"3;2;0", L"0", L"1'000,0", L",977"}};
-    for (const auto& each : cases) {
-        const NumberSettings settings{{LOCALE_SDECIMAL, each.point},
-                                      {LOCALE_STHOUSAND, each.thousand},
-                                      {LOCALE_SGROUPING, each.grouping},
-                                      {LOCALE_ILZERO, each.leadingZero}};
+        const wchar_t *settings[4], *rounded, *fraction;
+    } cases[] = {{{L".", L",", L"3;0", L"1"}, L"1,000.0", L"0.977"},
+                 {{L",", L".", L"3;0", L"0"}, L"1.000,0", L",977"},
+                 {{L",", L"'", L"3;2;0", L"0"}, L"1'000,0", L",977"}};
+    const LCTYPE which[] = {LOCALE_SDECIMAL, LOCALE_STHOUSAND, LOCALE_SGROUPING, LOCALE_ILZERO};
+    std::wstring before[4];
+    for (int i = 0; i < 4; ++i) {
+        before[i].resize(16);
+        GetLocaleInfoW(LOCALE_USER_DEFAULT, which[i], before[i].data(), 16);
+    }
+    for (const auto& [settings, rounded, fraction] : cases) {
+        for (int i = 0; i < 4; ++i)
+            SetLocaleInfoW(LOCALE_USER_DEFAULT, which[i], settings[i]);
         for (const double size : {1'023'949.0, 1'023'999.0})
-            EXPECT_EQ(services.regional.Number(size / 1024, 1), each.rounded);
-        EXPECT_EQ(services.regional.Number(0.9765625, 3), each.fraction);
+            EXPECT_EQ(services.regional.Number(size / 1024, 1), rounded);
+        EXPECT_EQ(services.regional.Number(0.9765625, 3), fraction);
         EXPECT_EQ(services.regional.Number(0, 0), L"0");
     }
+    for (int i = 0; i < 4; ++i)
+        SetLocaleInfoW(LOCALE_USER_DEFAULT, which[i], before[i].c_str());
 }
 
 TEST_F(Win32PlatformTest, TextsFollowTheUsersSettings)
 {
     auto& regional = services.regional;
     EXPECT_EQ(regional.Lower(L"\u00c4RGER Zip"), L"\u00e4rger zip");
-    wchar_t point[8] = {};
-    GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, point, 8);
-    EXPECT_EQ(regional.Number(976.5625, 1), L"976" + std::wstring(point) + L"6");
-    EXPECT_EQ(regional.Number(0.9765625, 3).substr(1), std::wstring(point) + L"977");
-    EXPECT_EQ(regional.Number(0.0625, 3).substr(1), std::wstring(point) + L"063") << "halves go up";
-    EXPECT_EQ(regional.Number(12, 0), L"12");
     EXPECT_EQ(regional.Number(1e15, 0).front(), L'1');
-    EXPECT_EQ(ErrorOf([&] { regional.Number(std::numeric_limits<double>::infinity(), 0); }), 5);
+    EXPECT_EQ(sylvex::ErrorOf([&] { regional.Number(std::numeric_limits<double>::infinity(), 0); }), 5);
     // 2026-11-16 02:34:13
     const Date date{46342.0 + (2 * 3600 + 34 * 60 + 13) / 86400.0};
     EXPECT_NE(regional.ShortDate(date).find(L"16"), std::wstring::npos);
     EXPECT_NE(regional.LongTime(date).find(L"34"), std::wstring::npos);
-    EXPECT_EQ(ErrorOf([&] { regional.ShortDate({1e9}); }), 5);
-    EXPECT_EQ(ErrorOf([&] { regional.LongTime({-1e9}); }), 5);
+    EXPECT_EQ(sylvex::ErrorOf([&] { regional.ShortDate({1e9}); }), 5);
+    EXPECT_EQ(sylvex::ErrorOf([&] { regional.LongTime({-1e9}); }), 5);
     EXPECT_EQ(regional.Narrow(L"A\u65e5").front(), 'A');
     EXPECT_EQ(regional.Narrow(L"").size(), 0u);
 }
@@ -253,21 +176,12 @@ TEST_F(Win32PlatformTest, ResourceStringsComeFromTheSystemFolderAlone)
     EXPECT_EQ(services.shell.SpecialFolder(9999), L"");
 }
 
-TEST_F(Win32PlatformTest, ClassRootValuesOfAnyLength)
+void Pump(DWORD milliseconds)
 {
-    auto& system = services.system;
-    const std::wstring key = L".sylvex-test";
-    const std::wstring longText(1000, L'x');
-    const auto write = [&](const std::wstring& text) {
-        RegSetKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, REG_SZ, text.c_str(),
-                        static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
-    };
-    EXPECT_EQ(system.ClassRootValue(key), std::nullopt);
-    write(L"short");
-    EXPECT_EQ(system.ClassRootValue(key), L"short");
-    write(longText);
-    EXPECT_EQ(system.ClassRootValue(key), longText);
-    RegDeleteKeyW(HKEY_CLASSES_ROOT, key.c_str());
+    MSG message;
+    for (const DWORD end = GetTickCount() + milliseconds; GetTickCount() < end; Sleep(1))
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
 }
 
 TEST_F(Win32PlatformTest, TimersTickWhileEnabledAndMayGoInATick)
@@ -275,14 +189,14 @@ TEST_F(Win32PlatformTest, TimersTickWhileEnabledAndMayGoInATick)
     int ticks = 0;
     std::unique_ptr<Timer> timer = services.timers.Create([&] { ++ticks; });
     timer->SetInterval(10);
-    PumpMessages(50);
+    Pump(50);
     EXPECT_EQ(ticks, 0);
     timer->SetEnabled(true);
-    PumpMessages(100);
+    Pump(100);
     EXPECT_GE(ticks, 2);
     timer->SetEnabled(false);
     const auto before = ticks;
-    PumpMessages(50);
+    Pump(50);
     EXPECT_EQ(ticks, before);
 
     timer = services.timers.Create([&] {
@@ -291,26 +205,8 @@ TEST_F(Win32PlatformTest, TimersTickWhileEnabledAndMayGoInATick)
     });
     timer->SetInterval(10);
     timer->SetEnabled(true);
-    PumpMessages(50);
+    Pump(50);
     EXPECT_EQ(ticks, before + 1);
-}
-
-TEST_F(Win32PlatformTest, ABoxWithoutCaptionBearsTheProgramsName)
-{
-    std::wstring caption;
-    const auto closer = services.timers.Create([&] {
-        auto* const box = FindWindowW(L"#32770", services.system.ProgramName().c_str());
-        if (!box) return;
-        wchar_t text[64] = {};
-        GetWindowTextW(box, text, 64);
-        caption = text;
-        SendMessageW(box, WM_COMMAND, IDRETRY, 0);
-    });
-    closer->SetInterval(30);
-    closer->SetEnabled(true);
-    EXPECT_EQ(services.boxes.Show(0, L"text", L"", kBoxRetryCancel | kBoxCritical), IDRETRY);
-    EXPECT_FALSE(caption.empty());
-    EXPECT_EQ(caption.find(L'\\'), std::wstring::npos);
 }
 
 class Win32ListTest : public Win32PlatformTest {
@@ -415,25 +311,11 @@ TEST_F(Win32ListTest, ALongListOfRowsWithoutDataIsSortedInLittleTime)
     EXPECT_EQ(list->SelectedRow(), 5);
 }
 
-TEST_F(Win32ListTest, CellsAndColumnsComeBackAsWritten)
-{
-    const std::wstring longText(3000, L'\u65e5');
-    Fill({{longText.c_str(), L""}});
-    EXPECT_EQ(list->Cell(0, 0), longText);
-    EXPECT_EQ(list->Cell(0, 1), L"");
-    EXPECT_EQ(list->RowImage(0), -1);
-    EXPECT_EQ(list->ColumnCount(), 2);
-    EXPECT_EQ(list->ColumnWidth(1), 50);
-    EXPECT_EQ(list->SelectedRow(), -1);
-    list->DeleteColumn(1);
-    EXPECT_EQ(list->ColumnCount(), 1);
-}
-
 TEST_F(Win32ListTest, AListThatIsGoneAnswersWithAnError)
 {
     DestroyWindow(native);
-    EXPECT_EQ(ErrorOf([&] { list->RowCount(); }), 398);
-    EXPECT_EQ(ErrorOf([&] { list->SetVisible(true); }), 398);
+    EXPECT_EQ(sylvex::ErrorOf([&] { list->RowCount(); }), 398);
+    EXPECT_EQ(sylvex::ErrorOf([&] { list->SetVisible(true); }), 398);
     EXPECT_EQ(services.windows.WrapList(NumberOf(native)), nullptr);
     EXPECT_EQ(services.windows.WrapList(NumberOf(GetDesktopWindow())), nullptr);
     EXPECT_EQ(services.windows.Send(NumberOf(native), LVM_GETITEMCOUNT, 0, 0), 0);

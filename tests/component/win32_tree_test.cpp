@@ -1,38 +1,39 @@
-#include <olectl.h>
-
-#include "platform/runtime_error.h"
 #include "platform/win32/com_object.h"
 #include "platform/win32/handles.h"
+#include "tests/component/test_control.h"
 #include "tests/component/tree_window_fixture.h"
+#include "tests/support/scene.h"
 
 namespace sylvex::test {
 namespace {
 
 constexpr UINT kTicked = INDEXTOSTATEIMAGEMASK(2);
 
-TEST_F(TreeWindowTest, AClickOnABoxAsksForOneFlipAndSelectsNothing)
+TEST_F(TreeWindowTest, ABoxIsFlippedOnceByEachPressAndByTheSpaceBar)
 {
     tree->Apply(TreeSetting::Checkboxes, 1);
     const auto row = Add(0, 1, L"row");
     tree->Refresh();
     Click(On(row, TVHT_ONITEMSTATEICON));
     EXPECT_EQ(diary.Take(), "down1 box:1 up1");
-    EXPECT_EQ(NativeState(row) & (TVIS_STATEIMAGEMASK | TVIS_SELECTED), kTicked);
+    EXPECT_EQ(NativeState(row) & (TVIS_STATEIMAGEMASK | TVIS_SELECTED), kTicked) << "and selects nothing";
     // The second press of a double click flips once more.
     Click(On(row, TVHT_ONITEMSTATEICON));
     EXPECT_EQ(diary.Take(), "double box:1 up1");
     EXPECT_NE(NativeState(row) & TVIS_STATEIMAGEMASK, kTicked);
-}
-
-TEST_F(TreeWindowTest, TheSpaceBarAsksForOneFlipOfTheSelectedRow)
-{
-    tree->Apply(TreeSetting::Checkboxes, 1);
-    const auto row = Add(0, 1, L"row");
     tree->Select(row);
     diary.Take();
     Key(VK_SPACE);
     EXPECT_EQ(diary.Take(), "key32 box:1 char32 keyup32");
     EXPECT_EQ(NativeState(row) & TVIS_STATEIMAGEMASK, kTicked);
+    // Pressed on one box and let go on another: neither.
+    const auto other = Add(0, 2, L"other");
+    tree->Refresh();
+    MoveTo(On(row, TVHT_ONITEMSTATEICON));
+    Button(MOUSEEVENTF_LEFTDOWN);
+    MoveTo(On(other, TVHT_ONITEMSTATEICON));
+    Button(MOUSEEVENTF_LEFTUP);
+    EXPECT_EQ(diary.Take(), "down1 drag1 up1");
 }
 
 TEST_F(TreeWindowTest, AReleaseIsToldEvenOutsideTheWindow)
@@ -40,14 +41,14 @@ TEST_F(TreeWindowTest, AReleaseIsToldEvenOutsideTheWindow)
     const auto row = Add(0, 1, L"row");
     tree->Refresh();
     const auto place = On(row, TVHT_ONITEMLABEL);
-    MoveMouse(place);
+    MoveTo(place);
     Buttons({MOUSEEVENTF_LEFTDOWN});
-    MoveMouse({place.x + 20, place.y + 20});
-    MoveMouse({700, 700});
+    MoveTo({place.x + 20, place.y + 20});
+    MoveTo({700, 700});
     Buttons({MOUSEEVENTF_LEFTUP});
     EXPECT_EQ(diary.Take(), "down1 chosen:1 drag1 up1");
     EXPECT_EQ(GetCapture(), nullptr);
-    MoveMouse(place);
+    MoveTo(place);
     // The tree waits in a loop of its own for the end of the press, and keeps it to itself.
     Buttons({MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP});
     EXPECT_EQ(diary.Take(), "down2 up2");
@@ -62,25 +63,10 @@ TEST_F(TreeWindowTest, OnlyAClickOnTheSelectedRowIsAClick)
     EXPECT_EQ(diary.Take(), "selected:2");
     Click(On(first, TVHT_ONITEMLABEL));
     EXPECT_EQ(diary.Take(), "down1 chosen:1 up1");
-    PumpMessages(GetDoubleClickTime() + 50);
+    Wait(GetDoubleClickTime() + 50);
     diary.edits = false;
     Click(On(first, TVHT_ONITEMLABEL));
     EXPECT_EQ(diary.Take(), "down1 click:1 up1");
-}
-
-TEST_F(TreeWindowTest, ADragOpensNoLabel)
-{
-    const auto row = Add(0, 1, L"row");
-    tree->Select(row);
-    tree->Refresh();
-    const auto place = On(row, TVHT_ONITEMLABEL);
-    MoveMouse(place);
-    Buttons({MOUSEEVENTF_LEFTDOWN});
-    for (const int away : {10, 40})
-        MoveMouse({place.x + away, place.y + away});
-    Buttons({MOUSEEVENTF_LEFTUP});
-    PumpMessages(GetDoubleClickTime() + 100);
-    EXPECT_EQ(diary.Take().find("edit"), std::string::npos);
 }
 
 TEST_F(TreeWindowTest, RowsThatASmallerFontBringsIntoViewAreMarked)
@@ -89,21 +75,14 @@ TEST_F(TreeWindowTest, RowsThatASmallerFontBringsIntoViewAreMarked)
     for (ItemData n = 1; n < 200; ++n)
         Add(0, n, L"row");
     const auto setFont = [&](int units) {
-        FONTDESC description{};
-        description.cbSizeofstruct = sizeof description;
-        wchar_t name[] = L"Tahoma";
-        description.lpstrName = name;
-        description.cySize.int64 = units * 10000;
-        ComPtr<IFont> font;
-        ASSERT_EQ(OleCreateFontIndirect(&description, IID_IFont, font.PutAny()), S_OK);
-        tree->SetFont(std::make_shared<ComObject>(font.Get()));
+        tree->SetFont(std::make_shared<ComObject>(NewFont(L"Tahoma", units).Get()));
         tree->Refresh();
     };
     setFont(24);
     const auto before = tree->VisibleCount();
     diary.marksAsked = 0;
     setFont(8);
-    UpdateWindow(Native());
+    UpdateWindow(Tree());
     ASSERT_GT(tree->VisibleCount(), before);
     EXPECT_GE(diary.marksAsked, tree->VisibleCount());
 }
@@ -120,7 +99,7 @@ TEST_F(TreeWindowTest, OpeningByTheUserIsAskedOnceAndToldOnce)
     EXPECT_EQ(diary.Take(), "down1 opening:1 up1");
     EXPECT_FALSE(NativeState(row) & TVIS_EXPANDED);
     diary.expands = true;
-    PumpMessages(GetDoubleClickTime() + 50);
+    Wait(GetDoubleClickTime() + 50);
     Click(On(row, TVHT_ONITEMBUTTON));
     EXPECT_EQ(diary.Take(), "down1 opening:1 open:1 up1");
     EXPECT_TRUE(NativeState(row) & TVIS_EXPANDED);
@@ -133,9 +112,7 @@ TEST_F(TreeWindowTest, OpeningByAMessageIsAskedEveryTimeAndOurOwnNever)
     tree->Expand(row, true);
     tree->Expand(row, false);
     EXPECT_EQ(diary.Take(), "");
-    const auto order = [&](UINT action) {
-        return SendMessageW(Native(), TVM_EXPAND, action, static_cast<LPARAM>(row));
-    };
+    const auto order = [&](UINT action) { return Send(TVM_EXPAND, action, static_cast<LPARAM>(row)); };
     EXPECT_TRUE(order(TVE_EXPAND));
     EXPECT_FALSE(order(TVE_EXPAND));
     EXPECT_TRUE(order(TVE_TOGGLE));
@@ -178,7 +155,7 @@ TEST_F(TreeWindowTest, TheTreeDoesNothingMoreWithARowThatAnEventHasTakenAway)
         return diary.Take();
     };
     const auto doubleClick = [&] {
-        MoveMouse(On(row, TVHT_ONITEMICON | TVHT_ONITEMLABEL));
+        MoveTo(On(row, TVHT_ONITEMICON | TVHT_ONITEMLABEL));
         diary.edits = false;
         Buttons({MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP});
     };
@@ -186,7 +163,7 @@ TEST_F(TreeWindowTest, TheTreeDoesNothingMoreWithARowThatAnEventHasTakenAway)
     EXPECT_EQ(after([&] { Key(VK_LEFT); }), "key37 closing:2 selected:1 keyup37");
     EXPECT_EQ(after([&] { Click(On(row, TVHT_ONITEMBUTTON)); }), "down1 closing:2 selected:1 up1");
     EXPECT_EQ(after([&] { Click(On(row, TVHT_ONITEMLABEL)); }), "down1 click:2 selected:1 up1");
-    PumpMessages(GetDoubleClickTime() + 50);
+    Wait(GetDoubleClickTime() + 50);
     diary.onWord = [&](const std::string& word) {
         if (word == "closing:2") tree->Delete(std::exchange(row, 0));
     };
@@ -225,22 +202,22 @@ TEST_F(TreeWindowTest, MarksAreAskedForTheRowsInViewAlone)
     EXPECT_LE(diary.marksAsked, screen);
 
     diary.marksAsked = 0;
-    InvalidateRect(Native(), nullptr, TRUE);
-    UpdateWindow(Native());
+    InvalidateRect(Tree(), nullptr, TRUE);
+    UpdateWindow(Tree());
     EXPECT_EQ(diary.marksAsked, 0) << "a paint alone asks nothing";
 
     for (int n = 1; n < kRows; ++n)
         diary.marks[static_cast<ItemData>(n)] = {true, n % 2 == 0, -1};
     diary.marksAsked = 0;
     tree->MarksChanged();
-    PumpMessages();
+    Wait();
     EXPECT_LE(diary.marksAsked, screen);
     EXPECT_GT(diary.marksAsked, 10);
     diary.marksAsked = 0;
     EXPECT_EQ(NativeState(last) & TVIS_STATEIMAGEMASK, kTicked) << "a reader gets the mark of a row out of view";
     EXPECT_EQ(diary.marksAsked, 1);
     tree->EnsureVisible(last);
-    UpdateWindow(Native());
+    UpdateWindow(Tree());
     EXPECT_LE(diary.marksAsked, screen + 1);
 }
 
@@ -253,12 +230,12 @@ TEST_F(TreeWindowTest, ReadersSeeTheModelAndWritersOfAMarkAskForAFlip)
     item.mask = TVIF_HANDLE | TVIF_STATE;
     item.hItem = HandleOf<HTREEITEM>(row);
     item.stateMask = TVIS_BOLD;
-    SendMessageW(Native(), TVM_GETITEMW, 0, ParameterOf(&item));
+    Send(TVM_GETITEMW, 0, ParameterOf(&item));
     EXPECT_TRUE(item.state & TVIS_BOLD);
     item.state = kTicked | TVIS_CUT;
     item.stateMask = TVIS_STATEIMAGEMASK | TVIS_BOLD | TVIS_CUT;
-    SendMessageW(Native(), TVM_SETITEMW, 0, ParameterOf(&item));
-    SendMessageW(Native(), TVM_SETITEMW, 0, ParameterOf(&item));
+    Send(TVM_SETITEMW, 0, ParameterOf(&item));
+    Send(TVM_SETITEMW, 0, ParameterOf(&item));
     EXPECT_EQ(diary.Take(), "box:1");
     EXPECT_EQ(NativeState(row) & (TVIS_STATEIMAGEMASK | TVIS_BOLD | TVIS_CUT), kTicked | TVIS_BOLD | TVIS_CUT);
 }
@@ -269,7 +246,7 @@ TEST_F(TreeWindowTest, BoxesCanBeTakenAwayAndPutBack)
     diary.marks[1] = {true, false, -1};
     const auto boxWidth = [&] {
         tree->Refresh();
-        return PlaceOf(row, true).left;
+        return PlaceOf(HandleOf<HTREEITEM>(row), true).left;
     };
     const auto without = boxWidth();
     for (int round = 0; round < 2; ++round) {
@@ -309,12 +286,22 @@ TEST_F(TreeWindowTest, LabelsAreEditedOnlyAsTheSettingSays)
     tree->Apply(TreeSetting::LabelEdit, 1);
     Key(VK_F2);
     Click(On(row, TVHT_ONITEMLABEL));
-    PumpMessages(GetDoubleClickTime() + 100);
+    Wait(GetDoubleClickTime() + 100);
     EXPECT_EQ(diary.Take().find("edit"), std::string::npos);
     tree->EditLabel(row);
     EXPECT_EQ(diary.Take(), "edit:1");
     tree->CancelEdit();
     EXPECT_EQ(diary.Take(), "abandoned");
+    // Nor by a drag.
+    tree->Apply(TreeSetting::LabelEdit, 0);
+    const auto place = On(row, TVHT_ONITEMLABEL);
+    MoveTo(place);
+    Button(MOUSEEVENTF_LEFTDOWN);
+    for (const int away : {10, 40})
+        MoveTo({place.x + away, place.y + away});
+    Button(MOUSEEVENTF_LEFTUP);
+    Wait(GetDoubleClickTime() + 100);
+    EXPECT_EQ(diary.Take().find("edit"), std::string::npos);
 }
 
 TEST_F(TreeWindowTest, ATypedLabelIsTakenOrRefused)
@@ -335,7 +322,7 @@ TEST_F(TreeWindowTest, ATypedLabelIsTakenOrRefused)
         item.hItem = HandleOf<HTREEITEM>(row);
         item.pszText = text;
         item.cchTextMax = 32;
-        SendMessageW(Native(), TVM_GETITEMW, 0, ParameterOf(&item));
+        Send(TVM_GETITEMW, 0, ParameterOf(&item));
         EXPECT_STREQ(text, keeps ? L"x" : L"row");
         EXPECT_NE(diary.Take().find("edit:1 typed:x"), std::string::npos);
     }
@@ -346,80 +333,55 @@ TEST_F(TreeWindowTest, SwitchingRepaintingDoesNotShowAHiddenTree)
     tree->SetVisible(false);
     tree->SetRedraw(false);
     tree->SetRedraw(true);
-    EXPECT_FALSE(IsWindowVisible(Native()));
+    EXPECT_FALSE(IsWindowVisible(Tree()));
     tree->SetRedraw(false);
     tree->SetVisible(true);
     EXPECT_TRUE(tree->Visible());
     tree->SetRedraw(true);
-    EXPECT_TRUE(IsWindowVisible(Native()));
+    EXPECT_TRUE(IsWindowVisible(Tree()));
     // The host's freeze lasts beyond a change of our own.
-    SendMessageW(Native(), WM_SETREDRAW, FALSE, 0);
+    Send(WM_SETREDRAW, FALSE, 0);
     tree->SetRedraw(false);
     tree->SetRedraw(true);
     const auto row = Add(0, 1, L"row");
     tree->Refresh();
-    EXPECT_EQ(GetUpdateRect(Native(), nullptr, FALSE), FALSE);
-    SendMessageW(Native(), WM_SETREDRAW, TRUE, 0);
-    EXPECT_NE(GetUpdateRect(Native(), nullptr, FALSE), FALSE);
+    EXPECT_EQ(GetUpdateRect(Tree(), nullptr, FALSE), FALSE);
+    Send(WM_SETREDRAW, TRUE, 0);
+    EXPECT_NE(GetUpdateRect(Tree(), nullptr, FALSE), FALSE);
     EXPECT_NE(row, 0u);
-}
-
-TEST_F(TreeWindowTest, TheFontIsTheHosts)
-{
-    FONTDESC description{};
-    description.cbSizeofstruct = sizeof description;
-    wchar_t name[] = L"Tahoma";
-    description.lpstrName = name;
-    description.cySize.int64 = 240000;
-    ComPtr<IFont> font;
-    ASSERT_EQ(OleCreateFontIndirect(&description, IID_IFont, font.PutAny()), S_OK);
-    HFONT handle = nullptr;
-    font->get_hFont(&handle);
-    tree->SetFont(std::make_shared<ComObject>(font.Get()));
-    EXPECT_EQ(reinterpret_cast<HFONT>(SendMessageW(Native(), WM_GETFONT, 0, 0)), handle);
-    tree->SetFont(nullptr);
-    EXPECT_NE(reinterpret_cast<HFONT>(SendMessageW(Native(), WM_GETFONT, 0, 0)), handle);
 }
 
 TEST_F(TreeWindowTest, ThePointerAndItsPictureAreTheHosts)
 {
     const auto pointer = [&](int setting) {
         tree->Apply(TreeSetting::MousePointer, setting);
-        SendMessageW(Native(), WM_SETCURSOR, NumberOf(Native()), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+        Send(WM_SETCURSOR, NumberOf(Tree()), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
         return GetCursor();
     };
     EXPECT_EQ(pointer(11), LoadCursorW(nullptr, IDC_WAIT));
     EXPECT_EQ(pointer(0), LoadCursorW(nullptr, IDC_ARROW));
-    PICTDESC icon{};
-    icon.cbSizeofstruct = sizeof icon;
-    icon.picType = PICTYPE_ICON;
-    icon.icon.hicon = LoadIconW(nullptr, IDI_ERROR);
-    ComPtr<IPicture> picture;
-    ASSERT_EQ(OleCreatePictureIndirect(&icon, IID_IPicture, FALSE, picture.PutAny()), S_OK);
+    const auto picture = NewPicture();
+    OLE_HANDLE icon = 0;
+    picture.As<IPicture>()->get_Handle(&icon);
     tree->SetMouseIcon(std::make_shared<ComObject>(picture.Get()));
-    EXPECT_EQ(pointer(99), icon.icon.hicon);
+    EXPECT_EQ(pointer(99), reinterpret_cast<HCURSOR>(static_cast<INT_PTR>(static_cast<int>(icon))));
     tree->SetMouseIcon(nullptr);
     EXPECT_EQ(pointer(99), LoadCursorW(nullptr, IDC_ARROW));
 }
 
 TEST_F(TreeWindowTest, HidingForAMomentKeepsTheFocus)
 {
-    ASSERT_EQ(GetFocus(), Native());
+    ASSERT_EQ(GetFocus(), Tree());
     tree->SetVisible(false);
     tree->SetVisible(true);
-    EXPECT_EQ(GetFocus(), Native());
+    EXPECT_EQ(GetFocus(), Tree());
 }
 
 TEST_F(TreeWindowTest, AWindowThatIsGoneAnswersWithAnError)
 {
     DestroyWindow(form);
     EXPECT_EQ(tree->Handle(), 0u);
-    try {
-        tree->VisibleCount();
-        FAIL() << "no error";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number, 398);
-    }
+    EXPECT_EQ(sylvex::ErrorOf([&] { tree->VisibleCount(); }), 398);
 }
 
 }  // namespace

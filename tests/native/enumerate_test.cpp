@@ -49,7 +49,13 @@ TEST(EnumerateTest, ADriveMayBeTheDocumentsFolder)
 
 TEST(EnumerateTest, MayComeFromAnyEventAndWhileALabelIsEdited)
 {
-    for (const wchar_t* const during : {L"Expand:", L"NodeCheck:", L"NodeClick:", L"Collapse:"}) {
+    const std::pair<std::wstring, std::function<void(TreeUser&, SimulatedTree&)>> cases[] = {
+        {L"Expand:", [](TreeUser& user, SimulatedTree& tree) { user.ClickButton(tree.Row(L"a")); }},
+        {L"NodeCheck:", [](TreeUser& user, SimulatedTree& tree) { user.ClickCheck(tree.Row(L"a")); }},
+        {L"NodeClick:", [](TreeUser& user, SimulatedTree& tree) { user.ClickRow(tree.Row(L"a")); }},
+        {L"Collapse:", [](TreeUser& user, SimulatedTree& tree) { user.ClickButton(tree.Row(L"My Computer")); }},
+    };
+    for (const auto& [during, gesture] : cases) {
         Scene scene;
         scene.desk().Make({L"a\\x\\"});
         scene.BindList();
@@ -58,20 +64,10 @@ TEST(EnumerateTest, MayComeFromAnyEventAndWhileALabelIsEdited)
         SimulatedTree& tree = *DesktopOf(scene).windows.Trees().front();
         TreeUser user(tree);
         int times = 0;
-        scene.onEvent = [&](const std::wstring& event, Node*) {
-            if (event == during && times++ == 0) scene.control().Enumerate();
+        scene.onEvent = [&, awaited = during](const std::wstring& event, Node*) {
+            if (event == awaited && times++ == 0) scene.control().Enumerate();
         };
-        const ItemHandle row = tree.Row(L"a");
-        const std::wstring event = during;
-        if (event == L"NodeCheck:") {
-            user.ClickCheck(row);
-        } else if (event == L"NodeClick:") {
-            user.ClickRow(row);
-        } else if (event == L"Expand:") {
-            user.ClickButton(row);
-        } else {
-            user.ClickButton(tree.Row(L"My Computer"));
-        }
+        gesture(user, tree);
         scene.onEvent = nullptr;
         EXPECT_GE(times, 1);
         EXPECT_TRUE(scene.nodes().Item(L"MyComputer").Expanded());

@@ -7,36 +7,6 @@
 namespace sylvex {
 namespace {
 
-TEST(ExceptionNamesTest, KnownCodesHaveNamesAndUnknownOnesTheirDigits)
-{
-    EXPECT_EQ(ExceptionName(0x80000001), L"Guard Page Violation");
-    EXPECT_EQ(ExceptionName(0xC0000005), L"Access Violation");
-    EXPECT_EQ(ExceptionName(0xC000008E), L"Divide By Zero");
-    EXPECT_EQ(ExceptionName(0xC0000094), L"Integer Divide By Zero");
-    EXPECT_EQ(ExceptionName(0xC000013A), L"Control-C Exit");
-    EXPECT_EQ(ExceptionName(0xE06D7363), L"Unknown (&HE06D7363)");
-    EXPECT_EQ(ExceptionName(0x0000000C), L"Unknown (&HC)");
-    EXPECT_EQ(ExceptionName(0), L"Unknown (&H0)");
-}
-
-TEST(ExceptionNamesTest, TheFilterRaisesTheNumberTheNameAndItsOwnSource)
-{
-    const struct {
-        std::uint32_t code;
-        long number;
-    } cases[] = {
-        {0xC0000005, 10005}, {0xC0000094, 10132}, {0xC00000FD, 10237}, {0x80000003, 10003}, {0xE06D7363, 10099}};
-    for (const auto& [code, number] : cases) {
-        try {
-            vantorExceptionFilter(code);
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.number, number);
-            EXPECT_EQ(error.description, ExceptionName(code));
-            EXPECT_EQ(error.source, L"vantorExceptionFilter");
-        }
-    }
-}
-
 int g_installed = 0;
 const ExceptionListener* g_listener = nullptr;
 

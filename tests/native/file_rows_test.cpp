@@ -252,17 +252,6 @@ TEST_F(FileRowsTest, AnExtensionIsLookedUpOnce)
     EXPECT_EQ(types.BinarySearchTypeNew(L"zzz"), -1);
 }
 
-TEST_F(FileRowsTest, ALongListOfExtensionsStaysInOrder)
-{
-    FileTypes types(scene.control().Parts(), state.list);
-    int icon = 0;
-    for (int i = 0; i < 500; ++i)
-        types.GetFileType(std::to_wstring(i * 7919 % 500), L"C:\\x", icon);
-    ASSERT_EQ(state.list.TypeNew.size(), 501u);
-    for (std::size_t i = 1; i < state.list.TypeNew.size(); ++i)
-        EXPECT_LE(state.list.TypeNew[i - 1].Ext, state.list.TypeNew[i].Ext);
-}
-
 TEST_F(FileRowsTest, ColumnsHaveTheWordsOfTheShellOrTheEnglishOnes)
 {
     desktop.shell.SetResourceString(L"Shell32.dll", 8976, L"Nom");
@@ -297,17 +286,6 @@ TEST_F(FileRowsTest, TheSystemsImageListsAreAttachedAndSharedWithoutAList)
     EXPECT_EQ(desktop.reporter.Reports()[1].procedure, L"ReqListView");
 }
 
-TEST_F(FileRowsTest, AListThatIsGoneIsAnError)
-{
-    scene.desk().Make({L"t\\a.txt"});
-    Load();
-    TickAll(L"t");
-    desktop.windows.DestroyWindow(scene.list().Handle());
-    EXPECT_EQ(ErrorOf([&] { scene.control().BuildFileList(scene.nodes().FirstRoot(), false); }), 65535);
-    EXPECT_EQ(desktop.reporter.Reports().front().number, 398);
-    EXPECT_EQ(ErrorOf([&] { scene.control().AssignSysIL(); }), 65535);
-}
-
 TEST_F(FileRowsTest, DrivesAndPlacesBeyondTheDiskAreShownLikeFolders)
 {
     Load();
@@ -323,23 +301,6 @@ TEST_F(FileRowsTest, DrivesAndPlacesBeyondTheDiskAreShownLikeFolders)
     EXPECT_THAT(Column(L"atr"), ElementsAre(L"...............", L"..............."));
     EXPECT_EQ(desktop.disk.Searches(), searches);
     EXPECT_EQ(state.list.SourcePath, L"");
-}
-
-TEST_F(FileRowsTest, ABranchMayBeDeeperThanTheStack)
-{
-    Load();
-    Node* node = &scene.nodes().Item(L"C:\\");
-    node->SetExpanded(true);
-    scene.control().LetRecursiveCheck(false);
-    constexpr int kLevels = 5000;
-    for (int level = 0; level < kLevels; ++level) {
-        node = &scene.nodes().AddChild(*node, L"d", 0);
-        node->SetBold(true);
-    }
-    node->SetChecked(true);
-    scene.control().BuildFileList(&scene.nodes().Item(L"C:\\"), false);
-    ASSERT_EQ(scene.list().RowCount(), 1);
-    EXPECT_EQ(scene.Cell(0, L"nam").size(), std::size_t{2 + 2 * kLevels + 2});
 }
 
 TEST_F(FileRowsTest, AFailureAtAFoldersRowIsAddFoldersFirst)
@@ -364,29 +325,6 @@ TEST_F(FileRowsTest, AFailureAtAFoldersRowIsAddFoldersFirst)
     };
     EXPECT_EQ(reportersOfInsertion(1), L"BuildFileList Refresh ");
     EXPECT_EQ(reportersOfInsertion(2), L"AddFolder BuildFileList Refresh ");
-}
-
-TEST_F(FileRowsTest, WhateverFailsIsAnErrorAndTheNextListIsWhole)
-{
-    scene.desk().Make({L"t\\a.txt", L"t\\b.exe", L"t\\c.zip", L"t\\sub\\"});
-    Load();
-    TickAll(L"t");
-    Build();
-    const std::string whole = static_cast<SimulatedList&>(scene.list()).Render();
-    int failed = 0;
-    for (int call = 1; call < 5000; ++call) {
-        desktop.gate.FailCall(call);
-        const long error = ErrorOf([&] { Build(); });
-        const bool happened = !desktop.gate.Failed().empty();
-        desktop.gate.FailNone();
-        EXPECT_TRUE(error == 0 || error == 65535) << error;
-        EXPECT_EQ(desktop.disk.OpenSearches(), 0);
-        if (error != 0) ++failed;
-        if (!happened) break;
-    }
-    EXPECT_GT(failed, 100);
-    Build();
-    EXPECT_EQ(static_cast<SimulatedList&>(scene.list()).Render(), whole);
 }
 
 }  // namespace

@@ -158,6 +158,18 @@ TEST(ReportTest, ProceduresTellWhatTheyWorkedOn)
               "<nod1>{Node My Computer}</nod1><si>{SHFILEINFO}</si><rc>{RECT}</rc> | {None}");
 }
 
+TEST(ReportTest, ForeignExceptionsBecomeTheNearestNumber)
+{
+    Scene scene;
+    DesktopOf(scene).reporter.Install(L"");
+    const auto told = [&](const auto& body) {
+        EXPECT_EQ(ErrorOf([&] { Trapped(scene.control().State(), L"P", kNone, kNone, body); }), 65535);
+        return DesktopOf(scene).reporter.Reports().back().number;
+    };
+    EXPECT_EQ(told([](int&) { throw std::bad_alloc(); }), 7);
+    EXPECT_EQ(told([](int&) { std::wstring().at(1); }), 9);
+}
+
 /// What a variable of that value is rendered as.
 template <class Value>
 std::string Rendered(const Value& value, Dump::Of of = Dump::Of::Variables)

@@ -1,14 +1,13 @@
 #include <windows.h>
 
 #include <commctrl.h>
-#include <shlobj.h>
 
-#include <stdexcept>
 #include <utility>
 #include <vector>
 
 #include "platform/win32/win32_platform.h"
 #include "tests/support/desk.h"
+#include "tests/support/files_real.h"
 
 namespace sylvex {
 
@@ -31,34 +30,6 @@ public:
     }
 };
 
-std::wstring Extended(const std::wstring& path)
-{
-    return L"\\\\?\\" + path;
-}
-
-void RemoveTree(const std::wstring& path)
-{
-    const DWORD attributes = GetFileAttributesW(Extended(path).c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) return;
-    SetFileAttributesW(Extended(path).c_str(), FILE_ATTRIBUTE_NORMAL);
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-        DeleteFileW(Extended(path).c_str());
-        return;
-    }
-    WIN32_FIND_DATAW entry;
-    std::vector<std::wstring> names;
-    const HANDLE search = FindFirstFileW((Extended(path) + L"\\*").c_str(), &entry);
-    if (search != INVALID_HANDLE_VALUE) {
-        do
-            names.emplace_back(entry.cFileName);
-        while (FindNextFileW(search, &entry) != 0);
-        FindClose(search);
-    }
-    for (const std::wstring& name : names)
-        if (name != L"." && name != L"..") RemoveTree(path + L"\\" + name);
-    RemoveDirectoryW(Extended(path).c_str());
-}
-
 /// The desktop that the program runs on, with a scratch folder on drive C.
 class RealDesk final : public Desk {
 public:
@@ -66,14 +37,14 @@ public:
     {
         static int number = 0;
         m_base = L"C:\\SylvexScratch" + std::to_wstring(GetCurrentProcessId()) + L"_" + std::to_wstring(++number);
-        RemoveTree(m_base);
+        RemoveBranch(m_base);
         MakeFolderAt(m_base);
     }
     ~RealDesk() override
     {
         for (const HWND window : m_windows)
             DestroyWindow(window);
-        RemoveTree(m_base);
+        RemoveBranch(m_base);
     }
     Platform& Get() override { return m_platform; }
     const std::wstring& Base() const override { return m_base; }
@@ -83,24 +54,9 @@ public:
     std::wstring TakeMessages() override { return std::exchange(m_boxes.texts, {}); }
 
 private:
-    void MakeFolderAt(const std::wstring& path) override
-    {
-        for (std::size_t at = path.find(L'\\', 3); at != std::wstring::npos; at = path.find(L'\\', at + 1))
-            CreateDirectoryW(Extended(path.substr(0, at)).c_str(), nullptr);
-        CreateDirectoryW(Extended(path).c_str(), nullptr);
-    }
-    void MakeFileAt(const std::wstring& path, std::uint64_t size) override
-    {
-        MakeFolderAt(path.substr(0, path.rfind(L'\\')));
-        const HANDLE file = CreateFileW(Extended(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-        if (file == INVALID_HANDLE_VALUE) throw std::runtime_error("a test file could not be made");
-        LARGE_INTEGER end;
-        end.QuadPart = static_cast<LONGLONG>(size);
-        SetFilePointerEx(file, end, nullptr, FILE_BEGIN);
-        SetEndOfFile(file);
-        CloseHandle(file);
-    }
-    void RemoveAt(const std::wstring& path) override { RemoveTree(path); }
+    void MakeFolderAt(const std::wstring& path) override { MakeBranch(path); }
+    void MakeFileAt(const std::wstring& path, std::uint64_t size) override { WriteBytes(path, "", size); }
+    void RemoveAt(const std::wstring& path) override { RemoveBranch(path); }
     WindowHandle Keep(const wchar_t* className, DWORD style)
     {
         // One for the whole program: without a window manager a main window takes seconds to go.

@@ -3,58 +3,45 @@
 #include <commctrl.h>
 
 #include "tests/support/hand.h"
+#include "tests/support/input_real.h"
 
 namespace sylvex {
 
 namespace {
 
-/// Mouse and keyboard through the system's own input queue.
-class RealHand final : public HandTools {
+/// The real hands, told points of the tree.
+class RealHand final : public HandTools, private RealInput {
 public:
     explicit RealHand(Scene& scene) : m_tree(reinterpret_cast<HWND>(scene.control().Tree().hWnd()))
     {
         SetForegroundWindow(GetAncestor(m_tree, GA_ROOT));
         SetFocus(m_tree);
-        // A hand that works this fast would double-click all the time.
-        SetDoubleClickTime(1);
-        Wait(30);
+        NeverDoubleClick();
+        RealInput::Wait(30);
     }
-    ~RealHand() override { SetDoubleClickTime(m_doubleClick); }
     void Press(Point where, short button) override
     {
         MoveTo(where);
-        m_button = button;
+        m_release = button == 1 ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP;
         Button(button == 1 ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN);
     }
     void MoveTo(Point where) override
     {
         POINT point{where.x, where.y};
         ClientToScreen(m_tree, &point);
-        SetCursorPos(point.x, point.y);
-        Wait(15);
+        RealInput::MoveTo(point);
     }
     int MovesTold() override { return m_movesTold; }
-    void Release() override
-    {
-        Button(std::exchange(m_button, short{1}) == 1 ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP);
-    }
+    void Release() override { Button(std::exchange(m_release, MOUSEEVENTF_LEFTUP)); }
     void ReleaseUnheard() override
     {
-        Send(std::exchange(m_button, short{1}) == 1 ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP);
+        INPUT input{};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = std::exchange(m_release, MOUSEEVENTF_LEFTUP);
+        SendInput(1, &input, sizeof input);
         Sleep(50);
     }
-    void PressKey(short key) override
-    {
-        for (const DWORD flag : {0u, static_cast<unsigned>(KEYEVENTF_KEYUP)}) {
-            INPUT input{};
-            input.type = INPUT_KEYBOARD;
-            input.ki.wVk = static_cast<WORD>(key);
-            input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(static_cast<UINT>(key), MAPVK_VK_TO_VSC));
-            input.ki.dwFlags = flag;
-            SendInput(1, &input, sizeof input);
-            Wait(15);
-        }
-    }
+    void PressKey(short key) override { Key(static_cast<WORD>(key)); }
     void PressEscapeElsewhere() override
     {
         const HWND other = CreateWindowW(WC_EDITW, L"", WS_CHILD | WS_VISIBLE, 0, 0, 9, 9, GetParent(m_tree), nullptr,
@@ -64,61 +51,26 @@ public:
         SetFocus(m_tree);
         DestroyWindow(other);
     }
-    void Wait(int milliseconds) override
-    {
-        const auto end = GetTickCount64() + static_cast<unsigned>(milliseconds);
-        for (;;) {
-            MSG message;
-            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-                if (message.message == WM_MOUSEMOVE && message.hwnd == m_tree) ++m_movesTold;
-                TranslateMessage(&message);
-                DispatchMessageW(&message);
-            }
-            const auto now = GetTickCount64();
-            if (now >= end) return;
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now), QS_ALLINPUT);
-        }
-    }
+    void Wait(int milliseconds) override { RealInput::Wait(static_cast<unsigned>(milliseconds)); }
     void Type(const std::wstring& text) override
     {
         SetWindowTextW(Edit(), text.c_str());
         PressKey(VK_RETURN);
     }
-    std::wstring Label() override
-    {
-        if (!Edit()) return L"(closed)";
-        wchar_t text[MAX_PATH] = {};
-        GetWindowTextW(Edit(), text, MAX_PATH);
-        return text;
-    }
-    std::string LeftOver() override
-    {
-        std::string left;
-        if (GetCapture()) left += "capture ";
-        if (ImageList_GetDragImage(nullptr, nullptr)) left += "picture ";
-        if (IsWindow(m_tree) && SendMessageW(m_tree, TVM_GETNEXTITEM, TVGN_DROPHILITE, 0)) left += "highlight ";
-        return left;
-    }
-    void LoseCapture() override { SendMessageW(m_tree, WM_CANCELMODE, 0, 0); }
+    std::wstring Label() override { return Edit() ? EditText() : L"(closed)"; }
+    std::string LeftOver() override { return RealInput::LeftOver(); }
+    void LoseCapture() override { Send(WM_CANCELMODE, 0, 0); }
 
 private:
-    HWND Edit() const { return reinterpret_cast<HWND>(SendMessageW(m_tree, TVM_GETEDITCONTROL, 0, 0)); }
-    static void Send(DWORD flag)
+    HWND Tree() const override { return m_tree; }
+    void Serve(MSG& message) override
     {
-        INPUT input{};
-        input.type = INPUT_MOUSE;
-        input.mi.dwFlags = flag;
-        SendInput(1, &input, sizeof input);
-    }
-    void Button(DWORD flag)
-    {
-        Send(flag);
-        Wait(20);
+        if (message.message == WM_MOUSEMOVE && message.hwnd == m_tree) ++m_movesTold;
+        RealInput::Serve(message);
     }
 
     HWND m_tree;
-    UINT m_doubleClick = GetDoubleClickTime();
-    short m_button = 1;
+    DWORD m_release = MOUSEEVENTF_LEFTUP;
     int m_movesTold = 0;
 };
 

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <windows.h>
+
+#include <ole2.h>
+
+namespace sylvex::test {
+
+/// A test's own COM object, on its stack: answers for these interfaces, and counts the references to itself.
+template <class First, class... More>
+class TestObject : public First, public More... {
+public:
+    TestObject() = default;
+    TestObject(const TestObject&) = delete;
+    TestObject& operator=(const TestObject&) = delete;
+    /// References that somebody else holds.
+    long References() const { return m_references; }
+
+    STDMETHODIMP QueryInterface(REFIID id, void** found) override
+    {
+        *found = id == IID_IUnknown || id == __uuidof(First) ? static_cast<First*>(this) : nullptr;
+        ((id == __uuidof(More) ? void(*found = static_cast<More*>(this)) : void()), ...);
+        if (*found) AddRef();
+        return *found ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++m_references); }
+    STDMETHODIMP_(ULONG) Release() override { return static_cast<ULONG>(--m_references); }
+
+private:
+    long m_references = 0;
+};
+
+/// One of which a late-bound caller needs Invoke alone.
+template <class... More>
+class TestDispatch : public TestObject<IDispatch, More...> {
+public:
+    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override
+    {
+        return E_NOTIMPL;
+    }
+};
+
+/// An object that has another one as a part of itself, as containers extend a control.
+class OuterObject final : public TestObject<IUnknown> {
+public:
+    IUnknown* inner = nullptr;
+
+    STDMETHODIMP QueryInterface(REFIID id, void** found) override
+    {
+        return id == IID_IUnknown ? TestObject::QueryInterface(id, found) : inner->QueryInterface(id, found);
+    }
+};
+
+/// A class object that makes nothing, and counts how often it was asked to.
+class PlantedClass final : public TestObject<IClassFactory> {
+public:
+    int created = 0;
+
+    STDMETHODIMP CreateInstance(IUnknown*, REFIID, void** object) override
+    {
+        ++created;
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    STDMETHODIMP LockServer(BOOL) override { return S_OK; }
+};
+
+}  // namespace sylvex::test
