@@ -26,7 +26,7 @@ TreeView::TreeView(Platform& platform, TreeViewEvents& events, WindowHandle pare
 
 TreeView::~TreeView()
 {
-    Destroying();
+    TreeView::Destroying();
     m_window.reset();
 }
 

@@ -26,7 +26,7 @@ public:
     {
         KillTimer(m_window, m_identifier);
         auto** link = &First();
-        while (*link != this)
+        while (*link != nullptr && *link != this)
             link = &(*link)->m_next;
         *link = m_next;
         // The platform keeps one timer a window and number.
