@@ -349,7 +349,6 @@ TEST_F(TreeWindowTest, SwitchingRepaintingDoesNotShowAHiddenTree)
     EXPECT_FALSE(IsWindowVisible(Native()));
     tree->SetRedraw(false);
     tree->SetVisible(true);
-    EXPECT_TRUE(tree->Visible());
     tree->SetRedraw(true);
     EXPECT_TRUE(IsWindowVisible(Native()));
     // The host's freeze lasts beyond a change of our own.
