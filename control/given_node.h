@@ -14,7 +14,8 @@ class GivenNode {
 public:
     /// Null: nothing.
     GivenNode(Node* node) : m_node(node) {}
-    explicit GivenNode(std::exception_ptr refusal) : m_refusal(std::move(refusal)) {}
+    explicit GivenNode(std::exception_ptr refusal)
+        : m_refusal(std::move(refusal)) {}  // NOLINT(bugprone-throw-keyword-missing)
 
     bool IsRefused() const { return m_refusal != nullptr; }
     /// Null for nothing; raises the refusal, or 35605 when the node has been removed since.

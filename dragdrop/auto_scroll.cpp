@@ -59,7 +59,7 @@ void AutoScroll::Stop()
 /// The sides of the tree near which the pointer is.
 unsigned AutoScroll::SidesInReach(Point client)
 {
-    const Rect area = m_context.platform.drag.ClientRect(m_tree.Window()).value_or(Rect());
+    const Rect area = m_context.platform.windows.ClientRect(m_tree.Window()).value_or(Rect());
     return m_tree.PtInRectRegion(area, m_folders.ScrollBand(), client);
 }
 
@@ -94,7 +94,7 @@ void AutoScroll::tmrAutoScroll_Timer()
                 if (!fDidScroll) return;
                 line = 5;
                 m_tree.ShowDropTarget(m_tree.HitAt(pt).hItem);
-                m_context.platform.drag.UpdateWindow(m_tree.Window());
+                m_context.platform.windows.UpdateWindow(m_tree.Window());
             });
         }
         line = 6;
@@ -114,14 +114,14 @@ bool AutoScroll::DoDragScroll(int nBar, unsigned uMsg, unsigned dwCmd)
 {
     int dwPos = 0;
     return Trapped(m_context.module, VARIABLES(nBar, uMsg, dwCmd), VARIABLES(dwPos), [&](int& line) {
-        Drag& drag = m_context.platform.drag;
-        dwPos = drag.GetScrollPos(m_tree.Window(), nBar);
+        Windows& windows = m_context.platform.windows;
+        dwPos = windows.GetScrollPos(m_tree.Window(), nBar);
         line = 2;
-        m_context.platform.windows.Send(m_tree.Window(), uMsg, dwCmd, 0);
+        windows.Send(m_tree.Window(), uMsg, dwCmd, 0);
         line = 3;
-        if (drag.GetScrollPos(m_tree.Window(), nBar) == dwPos) return false;
+        if (windows.GetScrollPos(m_tree.Window(), nBar) == dwPos) return false;
         line = 4;
-        drag.UpdateWindow(m_tree.Window());
+        windows.UpdateWindow(m_tree.Window());
         return true;
     });
 }
@@ -148,7 +148,7 @@ void AutoScroll::OpenUnderPointer(ItemHandle item)
     m_tree.TreeView_Expand(m_tree.Window(), item, kOpen);
     if (m_state.m_himlDrag == 0) return;
     m_tree.ShowDropTarget(m_tree.HitAt(m_tree.Pointer()).hItem);
-    m_context.platform.drag.UpdateWindow(m_tree.Window());
+    m_context.platform.windows.UpdateWindow(m_tree.Window());
 }
 
 }  // namespace sylvex

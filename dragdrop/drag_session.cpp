@@ -89,7 +89,7 @@ void DragSession::BeginDrag()
         if (!PastThreshold(m_context.platform.system.CursorPosition())) return;
         line = 2;
         m_folders.NoteWindow();
-        pt = m_context.platform.drag.ScreenToClient(m_tree->Window(), m_state.m_ptBtnDown);
+        pt = m_context.platform.windows.ScreenToClient(m_tree->Window(), m_state.m_ptBtnDown);
         const TVHITTESTINFO hit = m_tree->HitAt(pt);
         if (hit.hItem == 0 || (hit.flags & kHitGrip) == 0) return;
         line = 3;
@@ -137,7 +137,7 @@ void DragSession::Hold(Point ptBtnDown)
     m_escaped = false;
     m_tree->BeginLayout();
     m_tree->ShowDropTarget(m_state.m_hitemDrag);
-    drag.UpdateWindow(window);
+    m_context.platform.windows.UpdateWindow(window);
     m_autoScroll.Begin();
     // A tree that could not draw the row gives a list without pictures: then the icon alone follows.
     if (!drag.BeginDrag(m_state.m_himlDrag, 0, m_state.m_ptHotSpot))
@@ -158,7 +158,7 @@ void DragSession::DoDrag()
         const TVHITTESTINFO hit = m_tree->HitAt(pt);
         m_tree->ShowDropTarget(hit.hItem);
         line = 3;
-        drag.UpdateWindow(window);  // what waits to be painted would come over the picture
+        m_context.platform.windows.UpdateWindow(window);  // what waits to be painted would come over the picture
         line = 4;
         m_tree->ClientToWindow(window, pt);
         drag.DragMove(pt);

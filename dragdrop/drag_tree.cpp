@@ -77,7 +77,7 @@ unsigned DragTree::Scrollable(WindowHandle hWnd, int bar, std::uint32_t style, u
                               unsigned towardsMost)
 {
     if ((m_context.platform.windows.Style(hWnd) & style) == 0) return 0;
-    const auto info = m_context.platform.drag.GetScrollInfo(hWnd, bar);
+    const auto info = m_context.platform.windows.GetScrollInfo(hWnd, bar);
     if (!info) return 0;
     const int last = Narrowed(Narrowed(Wide(info->most) - info->least + 1) - static_cast<std::int64_t>(info->page));
     return (info->position > 0 ? towardsLeast : 0) | (info->position < last ? towardsMost : 0);
@@ -99,14 +99,14 @@ bool DragTree::SetNodeCallbacks(WindowHandle hwndTV, ItemHandle hItem, Node* nod
 bool DragTree::ClientToWindow(WindowHandle hWnd, Point& pt)
 {
     return Trapped(m_context.module, VARIABLES(hWnd, pt), [&](int& line) {
-        Drag& drag = m_context.platform.drag;
-        if (!m_context.platform.windows.Exists(hWnd)) return false;
+        Windows& windows = m_context.platform.windows;
+        if (!windows.Exists(hWnd)) return false;
         line = 2;
-        const auto client = drag.ClientRect(hWnd);
+        const auto client = windows.ClientRect(hWnd);
         if (!client) return false;
         line = 3;
-        const auto corner = drag.ClientToScreen(hWnd, {client->left, client->top});
-        const auto window = drag.WindowRect(hWnd);
+        const auto corner = windows.ClientToScreen(hWnd, {client->left, client->top});
+        const auto window = windows.WindowRect(hWnd);
         if (!corner || !window) return false;
         line = 4;
         pt = {Narrowed(Wide(pt.x) + corner->x - window->left), Narrowed(Wide(pt.y) + corner->y - window->top)};
@@ -116,7 +116,7 @@ bool DragTree::ClientToWindow(WindowHandle hWnd, Point& pt)
 
 Point DragTree::Pointer()
 {
-    return m_context.platform.drag.ScreenToClient(Window(), m_context.platform.system.CursorPosition());
+    return m_context.platform.windows.ScreenToClient(Window(), m_context.platform.system.CursorPosition());
 }
 
 TVHITTESTINFO DragTree::HitAt(Point client)
@@ -129,9 +129,9 @@ TVHITTESTINFO DragTree::HitAt(Point client)
 
 DragTree::Layout DragTree::LayoutNow()
 {
-    Drag& drag = m_context.platform.drag;
+    Windows& windows = m_context.platform.windows;
     const WindowHandle window = Window();
-    return {m_context.TV.LayoutVersion(), drag.GetScrollPos(window, 0), drag.GetScrollPos(window, 1)};
+    return {m_context.TV.LayoutVersion(), windows.GetScrollPos(window, 0), windows.GetScrollPos(window, 1)};
 }
 
 void DragTree::BeginLayout()

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "filelist/columns.h"
 #include "platform/runtime_error.h"
 #include "platform/text.h"
 
@@ -11,7 +12,6 @@ namespace {
 
 constexpr unsigned kSetImageList = 4099;
 constexpr std::uint32_t kShareImageLists = 64;
-constexpr const wchar_t* kSortColumns[] = {L"cmp2", L"cre2", L"acc2", L"siz2", L"mod2", L"tim2"};
 
 }  // namespace
 
@@ -82,21 +82,13 @@ void ListBinding::LVColumnHeaders()
         list->ClearItems();
         list->ClearColumns();
         line = 2;
-        const FileListState& texts = m_state;
-        list->AddColumn({L"nam", texts.sName, 3600});
-        list->AddColumn({L"ext", texts.sExtension, 500});
-        list->AddColumn({L"siz", texts.sSize, 1100, Alignment::Right});
-        list->AddColumn({L"typ", texts.sType, 1400});
-        list->AddColumn({L"mod", texts.sModified, 1000});
-        list->AddColumn({L"tim", texts.sTime, 1100});
-        list->AddColumn({L"cre", texts.sCreated, 1700});
-        line = 3;
-        list->AddColumn({L"acc", texts.sAccessed, CheckFAT() ? 1200.0 : 1700.0});
-        line = 4;
-        list->AddColumn({L"atr", texts.sAttribute, 1000});
-        list->AddColumn({L"dos", texts.sMsDos, 1600});
-        for (const wchar_t* const key : kSortColumns)
-            list->AddColumn({key, {}, 0});
+        for (const ColumnFacts& column : kColumns) {
+            const bool isAccessed = &column == &kColumns[static_cast<std::size_t>(Column::acc)];
+            if (isAccessed) line = 3;
+            const double width = isAccessed && CheckFAT() ? kAccessedWidthOnFat : column.width;
+            list->AddColumn({column.key, column.caption ? m_state.*column.caption : L"", width, column.alignment});
+            if (isAccessed) line = 4;
+        }
     });
 }
 
@@ -129,8 +121,8 @@ short ListBinding::LVIdx(const std::wstring& sKey)
 void ListBinding::HideSortColumns()
 {
     const std::shared_ptr<ListView> list = m_state.BoundList();
-    for (const wchar_t* const key : kSortColumns)
-        list->SetColumnWidth(key, 0);
+    for (const ColumnFacts& column : kColumns)
+        if (column.IsHidden()) list->SetColumnWidth(column.key, 0);
 }
 
 void ListBinding::LoadCleanup(short SortCol)

@@ -74,14 +74,12 @@ ListRows::ListRows(const Context& context, FileListState& state, ListBinding& bi
 void ListRows::FindColumns()
 {
     std::size_t count = 0;
-    const auto find = [&](const wchar_t* key) {
-        const auto place = static_cast<std::size_t>(m_binding.LVIdx(key));
-        count = std::max(count, place + 1);
-        return place;
-    };
-    find(L"nam");
-    m_columns = {find(L"ext"), find(L"siz"), find(L"typ"),  find(L"mod"),  find(L"tim"),  find(L"cre"),  find(L"acc"),
-                 find(L"atr"), find(L"dos"), find(L"cre2"), find(L"acc2"), find(L"siz2"), find(L"mod2"), find(L"tim2")};
+    for (std::size_t column = 0; column < kColumnCount; ++column) {
+        // Nothing is ever written there.
+        if (column == static_cast<std::size_t>(Column::cmp2)) continue;
+        m_places[column] = static_cast<std::size_t>(m_binding.LVIdx(kColumns[column].key));
+        count = std::max(count, m_places[column] + 1);
+    }
     m_row.cells.resize(count);
 }
 
@@ -177,13 +175,13 @@ const ListRow& ListRows::Row(std::size_t place)
     if (row.pattern == kFile) {
         FillFile(row, record);
     } else {
-        m_row.cells[m_columns.typ] = m_state.sFolder;
+        Cell(Column::typ) = m_state.sFolder;
         if (!IsLastOfFolder(row)) return m_row;
         m_row.image = IconOfFolder(row, record);
     }
     FillDates(row, record);
-    m_row.cells[m_columns.atr] = GetAttrString(m_context.module, record.attributes);
-    std::wstring& dos = m_row.cells[m_columns.dos];
+    Cell(Column::atr) = GetAttrString(m_context.module, record.attributes);
+    std::wstring& dos = Cell(Column::dos);
     dos = record.shortName.data();
     if (dos.empty()) dos = record.name;
     return m_row;
@@ -192,10 +190,10 @@ const ListRow& ListRows::Row(std::size_t place)
 void ListRows::FillFile(const LaidOut& row, const DirectoryRecord& record)
 {
     const Type& type = m_types[row.type];
-    m_row.cells[m_columns.ext] = type.ext;
-    m_row.cells[m_columns.typ] = type.name;
-    m_row.cells[m_columns.siz] = FormatSize(m_declares, m_regional, static_cast<double>(record.size));
-    m_row.cells[m_columns.siz2] = SizeKey(record.size);
+    Cell(Column::ext) = type.ext;
+    Cell(Column::typ) = type.name;
+    Cell(Column::siz) = FormatSize(m_declares, m_regional, static_cast<double>(record.size));
+    Cell(Column::siz2) = SizeKey(record.size);
     m_row.image = IconOfFile(row);
 }
 
@@ -240,22 +238,21 @@ std::optional<Date> ListRows::LocalDate(std::int64_t fileTime)
 
 void ListRows::FillDates(const LaidOut& row, const DirectoryRecord& record)
 {
-    std::vector<std::wstring>& cells = m_row.cells;
     if (const auto written = LocalDate(record.lastWriteTime)) {
-        cells[m_columns.mod] = m_regional.ShortDate(*written);
-        cells[m_columns.mod2] = m_regional.Stamp(*written);
-        cells[m_columns.tim] = m_regional.LongTime(*written);
-        cells[m_columns.tim2] = cells[m_columns.mod2].substr(kStampDateLength);
+        Cell(Column::mod) = m_regional.ShortDate(*written);
+        Cell(Column::mod2) = m_regional.Stamp(*written);
+        Cell(Column::tim) = m_regional.LongTime(*written);
+        Cell(Column::tim2) = Cell(Column::mod2).substr(kStampDateLength);
     }
     if (const auto created = LocalDate(record.creationTime)) {
-        cells[m_columns.cre] = FormGenDatTim(m_context.module, m_regional, *created);
-        cells[m_columns.cre2] = m_regional.Stamp(*created);
+        Cell(Column::cre) = FormGenDatTim(m_context.module, m_regional, *created);
+        Cell(Column::cre2) = m_regional.Stamp(*created);
     }
     if (const auto accessed = LocalDate(record.lastAccessTime)) {
         // Such volumes keep no access time.
-        cells[m_columns.acc] =
+        Cell(Column::acc) =
             row.isFat ? m_regional.ShortDate(*accessed) : FormGenDatTim(m_context.module, m_regional, *accessed);
-        cells[m_columns.acc2] = m_regional.Stamp(*accessed);
+        Cell(Column::acc2) = m_regional.Stamp(*accessed);
     }
 }
 

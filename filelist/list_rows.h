@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <map>
 #include <optional>
@@ -9,6 +10,7 @@
 
 #include "diagnostics/trap.h"
 #include "filelist/cached_regional.h"
+#include "filelist/columns.h"
 #include "filelist/directory_records.h"
 #include "filelist/file_types.h"
 #include "filelist/formatting.h"
@@ -48,9 +50,6 @@ private:
         int image;             ///< of a folder's row but its last
         bool isFat;
     };
-    struct Columns {
-        std::size_t ext, siz, typ, mod, tim, cre, acc, atr, dos, cre2, acc2, siz2, mod2, tim2;
-    };
     /// Finds an extension as it is spelt without making a text of it.
     struct TextHash {
         using is_transparent = void;
@@ -58,6 +57,7 @@ private:
     };
 
     void FindColumns();
+    std::wstring& Cell(Column column) { return m_row.cells[m_places[static_cast<std::size_t>(column)]]; }
     void AddFolder(std::uint32_t Item, const std::wstring& sPath);
     std::uint32_t TypeOf(std::uint32_t entry);
     Type ReadType(const std::wstring& ext, const std::wstring& path);
@@ -80,7 +80,7 @@ private:
     DeclaresModule m_declares;
     CachedRegional m_regional;
     DirectoryRecords m_records;
-    Columns m_columns{};
+    std::array<std::size_t, kColumnCount> m_places{};  // of the columns in the list
     std::vector<LaidOut> m_rows;
     const LaidOut* m_given = nullptr;  // the row that the list has asked for last
     std::vector<Type> m_types;

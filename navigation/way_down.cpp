@@ -32,7 +32,7 @@ ChildOnPath WayDown::Step(Node& pNode, int& line)
 void WayDown::TellNotPresent()
 {
     const WindowHandle tree = m_context.TV.hWnd();
-    const WindowHandle owner = m_owner == Owner::Tree ? tree : m_context.platform.boxTools.TopLevelOf(tree);
+    const WindowHandle owner = m_owner == Owner::Tree ? tree : m_context.platform.windows.TopLevelOf(tree);
     bool ticked = false;
     m_boxes.MessageBox(owner, m_pText + L" is not present on current FileSystem!", kBoxOk, {}, true, {}, ticked);
 }

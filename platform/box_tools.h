@@ -34,8 +34,6 @@ public:
                                             std::function<void()> tick) = 0;
     /// Brings the form around `owner` back when it is minimised.
     virtual void RestoreOwner(WindowHandle owner) = 0;
-    /// The form that holds `window`; a form is its own.
-    virtual WindowHandle TopLevelOf(WindowHandle window) = 0;
     /// This thread's message box over `owner` with that caption, the one opened last; 0 for none.
     virtual WindowHandle FindBox(WindowHandle owner, const std::wstring& caption) = 0;
     /// Screen pixels.

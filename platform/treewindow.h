@@ -40,10 +40,26 @@ struct TreeHit {
     unsigned flags = 0;
 };
 
-/// What the tree window tells its owner. All calls come on the window's thread; none may throw.
-class TreeWindowListener {
+/// What the mouse and the keyboard do in the tree window, told to its owner. None may throw.
+class TreeInputListener {
 public:
-    virtual ~TreeWindowListener() = default;
+    virtual ~TreeInputListener() = default;
+    /// A click on the row that was selected already.
+    virtual void Clicked(ItemData item) = 0;
+    virtual void DoubleClicked() = 0;
+    /// Keys may be changed; 0 swallows the key. `shift`: 1 shift, 2 control, 4 alt.
+    virtual void KeyDown(short& key, short shift) = 0;
+    virtual void KeyPress(short& character) = 0;
+    virtual void KeyUp(short& key, short shift) = 0;
+    /// Mouse in client pixels; `button` 1 left, 2 right, 4 middle (for a move: those held down).
+    virtual void MouseDown(short button, short shift, Point where) = 0;
+    virtual void MouseMove(short button, short shift, Point where) = 0;
+    virtual void MouseUp(short button, short shift, Point where) = 0;
+};
+
+/// What the tree window tells its owner. All calls come on the window's thread; none may throw.
+class TreeWindowListener : public TreeInputListener {
+public:
     /// Whether this is what the owner gave for the row. Anybody can insert rows into the window and write their data,
     /// so it is asked before the data of a row is handed to any other call. Rows of strangers are told of by none.
     virtual bool Owns(ItemHandle row, ItemData item) const noexcept = 0;
@@ -57,17 +73,6 @@ public:
     virtual void CheckClicked(ItemData item) = 0;
     /// The selection is on another row (0 none); `byUser`: by mouse or keyboard.
     virtual void Selected(ItemData item, bool byUser) = 0;
-    /// A click on the row that was selected already.
-    virtual void Clicked(ItemData item) = 0;
-    virtual void DoubleClicked() = 0;
-    /// Keys may be changed; 0 swallows the key. `shift`: 1 shift, 2 control, 4 alt.
-    virtual void KeyDown(short& key, short shift) = 0;
-    virtual void KeyPress(short& character) = 0;
-    virtual void KeyUp(short& key, short shift) = 0;
-    /// Mouse in client pixels; `button` 1 left, 2 right, 4 middle (for a move: those held down).
-    virtual void MouseDown(short button, short shift, Point where) = 0;
-    virtual void MouseMove(short button, short shift, Point where) = 0;
-    virtual void MouseUp(short button, short shift, Point where) = 0;
     /// False: no editing.
     virtual bool LabelEditing(ItemData item) = 0;
     /// The typed text, nothing when the edit was abandoned; false keeps the old label.
@@ -91,10 +96,9 @@ enum class TreeSetting {
 };
 
 /// The rows of a tree window.
-class TreeWindow {
+class TreeWindowRows {
 public:
-    virtual ~TreeWindow() = default;
-    virtual WindowHandle Handle() const = 0;
+    virtual ~TreeWindowRows() = default;
     /// Inserts a row as a child of `parent` (0: top level) behind `after` (0: last, kFirstRow: first); 0 on failure.
     virtual ItemHandle Insert(ItemHandle parent, ItemHandle after, ItemData data, const ItemLook& look) = 0;
     /// Before the window goes: whether its rows can be deleted. While the platform's own code runs in it they cannot,
@@ -105,6 +109,8 @@ public:
     virtual void SetText(ItemHandle item, std::wstring_view text) = 0;
     virtual void SetImages(ItemHandle item, int image, int selectedImage) = 0;
     virtual void SetButton(ItemHandle item, ExpandButton button) = 0;
+    /// The marks of any row may have changed: rows are asked anew before they are painted.
+    virtual void MarksChanged() = 0;
     /// Opens or closes a row; the listener is not asked.
     virtual void Expand(ItemHandle item, bool expand) = 0;
     /// Scrolls a row into view, the rows above it opened; true when the view has moved.
@@ -114,18 +120,30 @@ public:
     virtual void SelectDropTarget(ItemHandle item) = 0;
     /// Client pixels.
     virtual TreeHit HitTest(Point where) = 0;
+    /// What the owner gave for a row; nothing for 0 and for a row that somebody else has inserted.
+    virtual std::optional<ItemData> DataOf(ItemHandle item) = 0;
+    virtual int VisibleCount() = 0;
+};
+
+/// The editing of labels in a tree window.
+class TreeWindowEdit {
+public:
+    virtual ~TreeWindowEdit() = default;
     virtual void EditLabel(ItemHandle item) = 0;
+    /// Puts a text, selected, into the label edit that is open; nothing when none is.
+    virtual void TypeLabel(const std::wstring& text) = 0;
     /// Ends a label edit without taking its text; nothing when none is open.
     virtual void CancelEdit() = 0;
+};
+
+/// How a tree window looks, and whether it shows and paints.
+class TreeWindowFace {
+public:
+    virtual ~TreeWindowFace() = default;
     /// Off: nothing repaints, and many rows may be inserted cheaply. A WM_SETREDRAW from outside is kept apart: the
     /// window repaints when both are on.
     virtual void SetRedraw(bool redraw) = 0;
-    /// The marks of any row may have changed: rows are asked anew before they are painted.
-    virtual void MarksChanged() = 0;
-    virtual int VisibleCount() = 0;
-
     virtual void SetVisible(bool visible) = 0;
-    virtual bool Visible() = 0;
     /// Paints the whole window now.
     virtual void Refresh() = 0;
     /// Pixels in the parent's client area.
@@ -138,6 +156,11 @@ public:
     virtual void SetMouseIcon(const ObjectRef& picture) = 0;
     /// Replaces the pictures of the empty and the ticked box by the component's own; nothing without check boxes.
     virtual void InstallCheckPictures() = 0;
+};
+
+class TreeWindow : public TreeWindowRows, public TreeWindowEdit, public TreeWindowFace {
+public:
+    virtual WindowHandle Handle() const = 0;
 };
 
 constexpr ItemHandle kFirstRow = static_cast<ItemHandle>(-1);

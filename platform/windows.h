@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "platform/listwindow.h"
 #include "platform/treewindow.h"
@@ -9,10 +10,37 @@
 
 namespace sylvex {
 
-/// Window services and the makers of the two kinds of window that the control works on.
-class Windows {
+/// A scroll bar's range and where it stands, in the window's own units.
+struct ScrollBar {
+    int least = 0;
+    int most = 0;
+    unsigned page = 0;  ///< how much of the range shows at a time
+    int position = 0;
+};
+
+/// Where windows lie and what of them shows. What is asked of a window that is gone gives nothing.
+class WindowPlaces {
 public:
-    virtual ~Windows() = default;
+    virtual ~WindowPlaces() = default;
+    /// The form that holds `window`; a form is its own.
+    virtual WindowHandle TopLevelOf(WindowHandle window) = 0;
+    /// The client area in its own pixels.
+    virtual std::optional<Rect> ClientRect(WindowHandle window) = 0;
+    /// The whole window on the screen.
+    virtual std::optional<Rect> WindowRect(WindowHandle window) = 0;
+    virtual std::optional<Point> ClientToScreen(WindowHandle window, Point client) = 0;
+    /// The point itself for a window that is gone.
+    virtual Point ScreenToClient(WindowHandle window, Point screen) = 0;
+    /// `bar`: 0 the horizontal, 1 the vertical one.
+    virtual std::optional<ScrollBar> GetScrollInfo(WindowHandle window, int bar) = 0;
+    virtual int GetScrollPos(WindowHandle window, int bar) = 0;
+    /// Paints at once what of the window waits for it.
+    virtual void UpdateWindow(WindowHandle window) = 0;
+};
+
+/// Window services and the makers of the two kinds of window that the control works on.
+class Windows : public WindowPlaces {
+public:
     /// A tree window below `parent`, hidden nothing: visible and empty. The listener outlives it. Raises 7 when the
     /// platform cannot make one.
     virtual std::unique_ptr<TreeWindow> CreateTree(WindowHandle parent, TreeWindowListener& listener) = 0;

@@ -8,8 +8,8 @@ commandTest() {
     local -A also=()
     while [ $# -gt 0 ]; do
         case "$1" in
-            --x86 | --asan) also[${1#--}]=1 ;;
-            --all) also=([asan]=1 [newer]=1 [x86]=1) ;;
+            --x86 | --asan | --style) also[${1#--}]=1 ;;
+            --all) also=([asan]=1 [style]=1 [newer]=1 [x86]=1) ;;
             --wine10) also=([newer]=1 [only]=1) ;;
             --filter) filter="${2:?--filter needs a pattern}"; shift ;;
             *) fail "test: unknown option $1" ;;
@@ -23,6 +23,7 @@ commandTest() {
         runTests native 300 "$buildDir/native/sylvex_tests"
         [ -z "${also[asan]:-}" ] || testSanitized
         buildPreset x64
+        [ -z "${also[style]:-}" ] || testStyle
         testOnDesktop x64
     fi
     [ -z "${also[newer]:-}" ] || testWine10 x64

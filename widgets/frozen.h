@@ -11,7 +11,8 @@ namespace sylvex {
 /// Raises 398 when the window has gone.
 class Frozen {
 public:
-    explicit Frozen(std::shared_ptr<ListWindow> window) : m_window(std::move(window)), m_visible(m_window->Visible())
+    explicit Frozen(std::shared_ptr<ListWindowFace> window)
+        : m_window(std::move(window)), m_visible(m_window->Visible())
     {
         m_window->SetRedraw(false);
     }
@@ -29,7 +30,7 @@ public:
     }
 
 private:
-    std::shared_ptr<ListWindow> m_window;
+    std::shared_ptr<ListWindowFace> m_window;
     bool m_visible;
 };
 

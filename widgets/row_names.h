@@ -17,7 +17,7 @@ using RowId = std::intptr_t;
 /// which are followed through what is told here. What a host does by itself to such a list moves names to other rows.
 class RowNames {
 public:
-    explicit RowNames(std::shared_ptr<ListWindow> window) : m_window(std::move(window)) {}
+    explicit RowNames(std::shared_ptr<ListWindowRows> window) : m_window(std::move(window)) {}
     /// The row at a place, which must hold one.
     RowId At(int place);
     /// -1 when the row has been removed.
@@ -40,7 +40,7 @@ private:
     void FindPlaces();
     void Forget(RowId row);
 
-    std::shared_ptr<ListWindow> m_window;
+    std::shared_ptr<ListWindowRows> m_window;
     std::unordered_map<Number, RowId> m_names;
     std::unordered_map<RowId, Row> m_rows;
     std::vector<Number> m_book;  // numbers by place, for a window that gives none

@@ -26,7 +26,7 @@ TreeView::TreeView(Platform& platform, TreeViewEvents& events, WindowHandle pare
 
 TreeView::~TreeView()
 {
-    Destroying();
+    TreeView::Destroying();
     m_window.reset();
 }
 
@@ -290,10 +290,23 @@ Node* TreeView::HitTest(Point where)
     return hit.item != 0 ? &NodeOf(hit.data) : nullptr;
 }
 
+Node* TreeView::NodeOfItem(ItemHandle item)
+{
+    if (hWnd() == 0) return nullptr;
+    const std::optional<ItemData> data = m_window->DataOf(item);
+    return data ? &NodeOf(*data) : nullptr;
+}
+
 void TreeView::StartLabelEdit()
 {
     Node* node = SelectedItem();
     if (node != nullptr && HasRow(*node)) m_window->EditLabel(node->m_item);
+}
+
+void TreeView::StartLabelEdit(const std::wstring& typed)
+{
+    StartLabelEdit();
+    if (hWnd() != 0) m_window->TypeLabel(typed);
 }
 
 void TreeView::Refresh()

@@ -1,16 +1,11 @@
 #include "widgets/treeview.h"
 
-#include "platform/tree_records.h"
-
 // What the window tells. A failure has been reported by the procedure that it happened in; the window's own loop has
 // nobody to pass it on to.
 
 namespace sylvex {
 
 namespace {
-
-/// Messages of the tree window, of the edit control that it opens over a label, and of any window.
-enum Message : unsigned { EM_SETSEL = 0xB1, TVM_GETITEMA = 0x110C, TVM_GETEDITCONTROL = 0x110F, WM_SETTEXT = 0xC };
 
 Node& NodeOf(ItemData item)
 {
@@ -173,29 +168,6 @@ bool TreeView::LabelEdited(ItemData, const std::optional<std::wstring>& text)
         }
     });
     return kept;
-}
-
-// What is asked of the window by messages of its own.
-
-Node* TreeView::NodeOfItem(ItemHandle item)
-{
-    TVITEM record;
-    record.mask = TVIF_HANDLE | TVIF_PARAM;
-    record.hItem = item;
-    const auto address = reinterpret_cast<std::intptr_t>(&record);
-    if (item == 0 || m_platform.windows.Send(hWnd(), TVM_GETITEMA, 0, address) == 0) return nullptr;
-    const auto data = static_cast<ItemData>(record.lParam);
-    return Owns(item, data) ? &NodeOf(data) : nullptr;
-}
-
-void TreeView::StartLabelEdit(const std::wstring& typed)
-{
-    StartLabelEdit();
-    Windows& windows = m_platform.windows;
-    const auto edit = static_cast<WindowHandle>(windows.Send(hWnd(), TVM_GETEDITCONTROL, 0, 0));
-    if (edit == 0) return;
-    windows.Send(edit, WM_SETTEXT, 0, reinterpret_cast<std::intptr_t>(typed.c_str()));
-    windows.Send(edit, EM_SETSEL, 0, -1);
 }
 
 }  // namespace sylvex

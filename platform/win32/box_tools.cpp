@@ -6,12 +6,6 @@
 namespace sylvex {
 namespace {
 
-Rect RectOf(const RECT& rect)
-{
-    return {static_cast<int>(rect.left), static_cast<int>(rect.top), static_cast<int>(rect.right),
-            static_cast<int>(rect.bottom)};
-}
-
 class Win32OwnerTimer : public OwnerTimer {
 public:
     Win32OwnerTimer(HWND owner, UINT_PTR identifier, UINT milliseconds, std::function<void()> tick)
@@ -26,7 +20,7 @@ public:
     {
         KillTimer(m_window, m_identifier);
         auto** link = &First();
-        while (*link != this)
+        while (*link != nullptr && *link != this)
             link = &(*link)->m_next;
         *link = m_next;
         // The platform keeps one timer a window and number.
@@ -115,18 +109,13 @@ std::unique_ptr<OwnerTimer> Win32BoxTools::Arm(WindowHandle owner, unsigned iden
 void Win32BoxTools::RestoreOwner(WindowHandle owner)
 {
     // Only then: the command would also bring a maximised form back to its smaller size, and show a hidden one.
-    auto* const form = WindowOf(TopLevelOf(owner));
+    auto* const form = FormOf(WindowOf(owner));
     if (form && IsIconic(form)) ShowWindow(form, SW_RESTORE);
-}
-
-WindowHandle Win32BoxTools::TopLevelOf(WindowHandle window)
-{
-    return window ? NumberOf(GetAncestor(WindowOf(window), GA_ROOT)) : 0;
 }
 
 WindowHandle Win32BoxTools::FindBox(WindowHandle owner, const std::wstring& caption)
 {
-    Sought sought{WindowOf(TopLevelOf(owner)), caption};
+    Sought sought{FormOf(WindowOf(owner)), caption};
     if (IsBox(GetActiveWindow(), sought)) return NumberOf(GetActiveWindow());
     EnumThreadWindows(GetCurrentThreadId(), &Look, reinterpret_cast<LPARAM>(&sought));
     return NumberOf(sought.found);

@@ -10,7 +10,6 @@ public:
     std::unique_ptr<OwnerTimer> Arm(WindowHandle owner, unsigned identifier, int milliseconds,
                                     std::function<void()> tick) override;
     void RestoreOwner(WindowHandle owner) override;
-    WindowHandle TopLevelOf(WindowHandle window) override;
     WindowHandle FindBox(WindowHandle owner, const std::wstring& caption) override;
     Rect PlaceOf(WindowHandle window) override;
     Rect WorkArea(WindowHandle window) override;

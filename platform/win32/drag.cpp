@@ -7,17 +7,6 @@
 namespace sylvex {
 namespace {
 
-Rect RectOf(const RECT& rect)
-{
-    return {static_cast<int>(rect.left), static_cast<int>(rect.top), static_cast<int>(rect.right),
-            static_cast<int>(rect.bottom)};
-}
-
-Point PointOf(const POINT& point)
-{
-    return {static_cast<int>(point.x), static_cast<int>(point.y)};
-}
-
 bool IsRelease(UINT message)
 {
     return message == WM_LBUTTONUP || message == WM_RBUTTONUP || message == WM_MBUTTONUP;
@@ -138,53 +127,6 @@ void Win32Drag::DragShowNolock(bool show)
 void Win32Drag::EndDrag() noexcept
 {
     ImageList_EndDrag();
-}
-
-std::optional<Rect> Win32Drag::ClientRect(WindowHandle window)
-{
-    RECT rect{};
-    if (!GetClientRect(WindowOf(window), &rect)) return std::nullopt;
-    return RectOf(rect);
-}
-
-std::optional<Rect> Win32Drag::WindowRect(WindowHandle window)
-{
-    RECT rect{};
-    if (!GetWindowRect(WindowOf(window), &rect)) return std::nullopt;
-    return RectOf(rect);
-}
-
-std::optional<Point> Win32Drag::ClientToScreen(WindowHandle window, Point client)
-{
-    POINT point{client.x, client.y};
-    if (!::ClientToScreen(WindowOf(window), &point)) return std::nullopt;
-    return PointOf(point);
-}
-
-Point Win32Drag::ScreenToClient(WindowHandle window, Point screen)
-{
-    POINT point{screen.x, screen.y};
-    ::ScreenToClient(WindowOf(window), &point);
-    return PointOf(point);
-}
-
-std::optional<ScrollBar> Win32Drag::GetScrollInfo(WindowHandle window, int bar)
-{
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_ALL;
-    if (!::GetScrollInfo(WindowOf(window), bar, &info)) return std::nullopt;
-    return ScrollBar{info.nMin, info.nMax, info.nPage, info.nPos};
-}
-
-int Win32Drag::GetScrollPos(WindowHandle window, int bar)
-{
-    return ::GetScrollPos(WindowOf(window), bar);
-}
-
-void Win32Drag::UpdateWindow(WindowHandle window)
-{
-    ::UpdateWindow(WindowOf(window));
 }
 
 void Win32Drag::SetCapture(WindowHandle window, std::function<void()> lost, std::function<void()> escape)

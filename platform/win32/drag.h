@@ -6,7 +6,7 @@
 
 namespace sylvex {
 
-/// The common controls' drag pictures, and windows of this process.
+/// The common controls' drag pictures, and the mouse over windows of this process.
 class Win32Drag : public Drag {
 public:
     ~Win32Drag() override;
@@ -17,13 +17,6 @@ public:
     void DragLeave(WindowHandle window) noexcept override;
     void DragShowNolock(bool show) override;
     void EndDrag() noexcept override;
-    std::optional<Rect> ClientRect(WindowHandle window) override;
-    std::optional<Rect> WindowRect(WindowHandle window) override;
-    std::optional<Point> ClientToScreen(WindowHandle window, Point client) override;
-    Point ScreenToClient(WindowHandle window, Point screen) override;
-    std::optional<ScrollBar> GetScrollInfo(WindowHandle window, int bar) override;
-    int GetScrollPos(WindowHandle window, int bar) override;
-    void UpdateWindow(WindowHandle window) override;
     void SetCapture(WindowHandle window, std::function<void()> lost, std::function<void()> escape) override;
     void ReleaseCapture() noexcept override;
 

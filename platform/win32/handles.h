@@ -50,6 +50,18 @@ inline HWND WindowOf(WindowHandle window) noexcept
     return HandleOf<HWND>(window);
 }
 
+/// The form that holds a window; a form is its own.
+inline HWND FormOf(HWND window) noexcept
+{
+    return window ? GetAncestor(window, GA_ROOT) : nullptr;
+}
+
+inline Rect RectOf(const RECT& rect) noexcept
+{
+    return {static_cast<int>(rect.left), static_cast<int>(rect.top), static_cast<int>(rect.right),
+            static_cast<int>(rect.bottom)};
+}
+
 /// Message parameters of a pointer, and of a text that the receiver only reads.
 template <typename T>
 LPARAM ParameterOf(const T* pointer) noexcept

@@ -10,6 +10,11 @@
 namespace sylvex {
 namespace {
 
+Point PointOf(const POINT& point)
+{
+    return {static_cast<int>(point.x), static_cast<int>(point.y)};
+}
+
 bool OfThisProcess(HWND window)
 {
     DWORD process = 0;
@@ -60,6 +65,58 @@ std::uint32_t Win32Windows::Style(WindowHandle window)
 void Win32Windows::SetStyle(WindowHandle window, std::uint32_t style)
 {
     SetWindowLongPtrW(WindowOf(window), GWL_STYLE, static_cast<LONG_PTR>(style));
+}
+
+WindowHandle Win32Windows::TopLevelOf(WindowHandle window)
+{
+    return NumberOf(FormOf(WindowOf(window)));
+}
+
+std::optional<Rect> Win32Windows::ClientRect(WindowHandle window)
+{
+    RECT rect{};
+    if (!GetClientRect(WindowOf(window), &rect)) return std::nullopt;
+    return RectOf(rect);
+}
+
+std::optional<Rect> Win32Windows::WindowRect(WindowHandle window)
+{
+    RECT rect{};
+    if (!GetWindowRect(WindowOf(window), &rect)) return std::nullopt;
+    return RectOf(rect);
+}
+
+std::optional<Point> Win32Windows::ClientToScreen(WindowHandle window, Point client)
+{
+    POINT point{client.x, client.y};
+    if (!::ClientToScreen(WindowOf(window), &point)) return std::nullopt;
+    return PointOf(point);
+}
+
+Point Win32Windows::ScreenToClient(WindowHandle window, Point screen)
+{
+    POINT point{screen.x, screen.y};
+    ::ScreenToClient(WindowOf(window), &point);
+    return PointOf(point);
+}
+
+std::optional<ScrollBar> Win32Windows::GetScrollInfo(WindowHandle window, int bar)
+{
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    if (!::GetScrollInfo(WindowOf(window), bar, &info)) return std::nullopt;
+    return ScrollBar{info.nMin, info.nMax, info.nPage, info.nPos};
+}
+
+int Win32Windows::GetScrollPos(WindowHandle window, int bar)
+{
+    return ::GetScrollPos(WindowOf(window), bar);
+}
+
+void Win32Windows::UpdateWindow(WindowHandle window)
+{
+    ::UpdateWindow(WindowOf(window));
 }
 
 }  // namespace sylvex

@@ -114,12 +114,6 @@ void SimulatedBoxTools::RestoreOwner(WindowHandle)
     m_lines.push_back("restore");
 }
 
-WindowHandle SimulatedBoxTools::TopLevelOf(WindowHandle window)
-{
-    m_gate.Enter("BoxTools::TopLevelOf");
-    return m_windows.TopLevelOf(window);
-}
-
 WindowHandle SimulatedBoxTools::FindBox(WindowHandle owner, const std::wstring& caption)
 {
     m_gate.Enter("BoxTools::FindBox");

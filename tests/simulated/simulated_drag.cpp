@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "tests/simulated/simulated_tree.h"
-
 namespace sylvex {
 
 SimulatedDrag::SimulatedDrag(CallGate& gate, SimulatedWindows& windows) : m_gate(gate), m_windows(windows)
@@ -74,64 +72,6 @@ void SimulatedDrag::EndDrag() noexcept
 {
     m_picture.clear();
     m_shown = false;
-}
-
-std::optional<Rect> SimulatedDrag::ClientRect(WindowHandle window)
-{
-    m_gate.Enter("Drag::ClientRect");
-    const SimulatedTree* const tree = m_windows.TreeOf(window);
-    if (tree == nullptr) return std::nullopt;
-    const Rect& place = tree->Place();
-    return Rect{0, 0, place.right - place.left, place.bottom - place.top};
-}
-
-std::optional<Rect> SimulatedDrag::WindowRect(WindowHandle window)
-{
-    m_gate.Enter("Drag::WindowRect");
-    const SimulatedTree* const tree = m_windows.TreeOf(window);
-    if (tree == nullptr) return std::nullopt;
-    constexpr int kBorder = SimulatedTree::kBorder;
-    const Rect& place = tree->Place();
-    const Point first = tree->ToScreen({-kBorder, -kBorder});
-    const Point last = tree->ToScreen({place.right - place.left + kBorder, place.bottom - place.top + kBorder});
-    return Rect{first.x, first.y, last.x, last.y};
-}
-
-std::optional<Point> SimulatedDrag::ClientToScreen(WindowHandle window, Point client)
-{
-    m_gate.Enter("Drag::ClientToScreen");
-    const SimulatedTree* const tree = m_windows.TreeOf(window);
-    if (tree == nullptr) return std::nullopt;
-    return tree->ToScreen(client);
-}
-
-Point SimulatedDrag::ScreenToClient(WindowHandle window, Point screen)
-{
-    m_gate.Enter("Drag::ScreenToClient");
-    const SimulatedTree* const tree = m_windows.TreeOf(window);
-    if (tree == nullptr) return screen;
-    const Point origin = tree->ToScreen({});
-    return {screen.x - origin.x, screen.y - origin.y};
-}
-
-std::optional<ScrollBar> SimulatedDrag::GetScrollInfo(WindowHandle window, int bar)
-{
-    m_gate.Enter("Drag::GetScrollInfo");
-    const SimulatedTree* const tree = m_windows.TreeOf(window);
-    if (tree == nullptr) return std::nullopt;
-    return tree->BarOf(bar);
-}
-
-int SimulatedDrag::GetScrollPos(WindowHandle window, int bar)
-{
-    m_gate.Enter("Drag::GetScrollPos");
-    const SimulatedTree* const tree = m_windows.TreeOf(window);
-    return tree == nullptr ? 0 : tree->BarOf(bar).position;
-}
-
-void SimulatedDrag::UpdateWindow(WindowHandle)
-{
-    m_gate.Enter("Drag::UpdateWindow");
 }
 
 void SimulatedDrag::SetCapture(WindowHandle window, std::function<void()> lost, std::function<void()> escape)

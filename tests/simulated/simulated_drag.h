@@ -7,7 +7,7 @@
 
 namespace sylvex {
 
-/// Drags on the simulated desktop. Only trees have a place on the screen.
+/// Drags on the simulated desktop.
 class SimulatedDrag final : public Drag {
 public:
     SimulatedDrag(CallGate& gate, SimulatedWindows& windows);
@@ -31,13 +31,6 @@ public:
     void DragLeave(WindowHandle window) noexcept override;
     void DragShowNolock(bool show) override;
     void EndDrag() noexcept override;
-    std::optional<Rect> ClientRect(WindowHandle window) override;
-    std::optional<Rect> WindowRect(WindowHandle window) override;
-    std::optional<Point> ClientToScreen(WindowHandle window, Point client) override;
-    Point ScreenToClient(WindowHandle window, Point screen) override;
-    std::optional<ScrollBar> GetScrollInfo(WindowHandle window, int bar) override;
-    int GetScrollPos(WindowHandle window, int bar) override;
-    void UpdateWindow(WindowHandle window) override;
     void SetCapture(WindowHandle window, std::function<void()> lost, std::function<void()> escape) override;
     void ReleaseCapture() noexcept override;
 

@@ -245,6 +245,20 @@ void SimulatedTree::SelectDropTarget(ItemHandle item)
     m_dropTarget = item;
 }
 
+std::optional<ItemData> SimulatedTree::DataOf(ItemHandle item)
+{
+    Enter("TreeWindow::DataOf");
+    const TreeRow* const row = FindRow(item);
+    if (row == nullptr || !m_listener.Owns(item, row->data)) return std::nullopt;
+    return row->data;
+}
+
+void SimulatedTree::TypeLabel(const std::wstring& text)
+{
+    Enter("TreeWindow::TypeLabel");
+    if (m_editing != 0) m_editText = text;
+}
+
 void SimulatedTree::EditLabel(ItemHandle item)
 {
     RowOf(item, "TreeWindow::EditLabel");
@@ -258,7 +272,6 @@ void SimulatedTree::BeginEdit(ItemHandle item)
     if (row == nullptr || !m_listener.LabelEditing(row->data) || Find(item) == nullptr) return;
     m_editing = item;
     m_editText = Find(item)->text;
-    m_edit = m_windows.NewEdit(*this);
 }
 
 void SimulatedTree::CancelEdit()
@@ -270,7 +283,6 @@ void SimulatedTree::CancelEdit()
 void SimulatedTree::FinishEdit(const std::optional<std::wstring>& text)
 {
     const ItemHandle item = std::exchange(m_editing, 0);
-    m_windows.DestroyWindow(std::exchange(m_edit, 0));
     const TreeRow* const row = Find(item);
     if (row == nullptr || !m_listener.LabelEdited(row->data, text) || !text) return;
     if (TreeRow* const kept = FindRow(item)) kept->text = *text;
@@ -305,12 +317,6 @@ void SimulatedTree::SetVisible(bool visible)
     Enter("TreeWindow::SetVisible");
     m_visible = visible;
     ++m_generation;
-}
-
-bool SimulatedTree::Visible()
-{
-    Enter("TreeWindow::Visible");
-    return m_visible;
 }
 
 void SimulatedTree::Refresh()

@@ -96,7 +96,6 @@ public:
     TreeWindowListener& Listener() { return m_listener; }
     SimulatedSystem& Machine() { return m_windows.Machine(); }
     std::intptr_t OnMessage(unsigned message, std::uintptr_t wParam, std::intptr_t lParam);
-    std::intptr_t OnEditMessage(unsigned message, std::intptr_t lParam);
     void MarkGone() { m_gone = true; }
 
     WindowHandle Handle() const override { return m_handle; }
@@ -111,13 +110,14 @@ public:
     void Select(ItemHandle item) override;
     void SelectDropTarget(ItemHandle item) override;
     TreeHit HitTest(Point where) override;
+    std::optional<ItemData> DataOf(ItemHandle item) override;
     void EditLabel(ItemHandle item) override;
+    void TypeLabel(const std::wstring& text) override;
     void CancelEdit() override;
     void SetRedraw(bool redraw) override;
     void MarksChanged() override;
     int VisibleCount() override;
     void SetVisible(bool visible) override;
-    bool Visible() override;
     void Refresh() override;
     void Move(const Rect& place) override;
     void SetImageList(ImageListHandle images) override;
@@ -168,7 +168,6 @@ private:
     ItemHandle m_selected = 0;
     ItemHandle m_dropTarget = 0;
     ItemHandle m_editing = 0;
-    WindowHandle m_edit = 0;
     std::wstring m_editText;
     ImageListHandle m_images = 0;
     std::map<TreeSetting, int> m_settings;

@@ -11,7 +11,6 @@ namespace {
 
 enum Message : unsigned {
     WM_SETREDRAW = 11,
-    WM_SETTEXT = 12,
     WM_HSCROLL = 0x114,
     WM_VSCROLL = 0x115,
     TVM_EXPAND = 0x1102,
@@ -21,7 +20,6 @@ enum Message : unsigned {
     TVM_SELECTITEM = 0x110B,
     TVM_GETITEMA = 0x110C,
     TVM_SETITEMA = 0x110D,
-    TVM_GETEDITCONTROL = 0x110F,
     TVM_HITTEST = 0x1111,
     TVM_CREATEDRAGIMAGE = 0x1112
 };
@@ -69,8 +67,6 @@ std::intptr_t SimulatedTree::OnMessage(unsigned message, std::uintptr_t wParam, 
             return GetItem(RecordAt<TVITEM>(lParam));
         case TVM_SETITEMA:
             return SetItem(RecordAt<TVITEM>(lParam));
-        case TVM_GETEDITCONTROL:
-            return static_cast<std::intptr_t>(m_editing == 0 ? 0 : m_edit);
         case TVM_HITTEST: {
             auto& record = RecordAt<TVHITTESTINFO>(lParam);
             const TreeHit hit = HitAt(record.pt);
@@ -83,12 +79,6 @@ std::intptr_t SimulatedTree::OnMessage(unsigned message, std::uintptr_t wParam, 
         default:
             return 0;
     }
-}
-
-std::intptr_t SimulatedTree::OnEditMessage(unsigned message, std::intptr_t lParam)
-{
-    if (message == WM_SETTEXT) m_editText = &RecordAt<const wchar_t>(lParam);
-    return 1;
 }
 
 std::intptr_t SimulatedTree::NextItem(std::uintptr_t flag, const TreeRow* row)

@@ -27,14 +27,6 @@ SimulatedList SimulatedWindows::NewList()
     return {state, nullptr};
 }
 
-WindowHandle SimulatedWindows::NewEdit(SimulatedTree& tree)
-{
-    const WindowHandle edit = NewWindow();
-    m_windows[edit].parent = tree.Handle();
-    m_windows[edit].editOf = &tree;
-    return edit;
-}
-
 SimulatedTree* SimulatedWindows::TreeOf(WindowHandle window) const
 {
     const auto found = m_windows.find(window);
@@ -57,11 +49,17 @@ void SimulatedWindows::DestroyWindow(WindowHandle window)
         DestroyWindow(child);
 }
 
-WindowHandle SimulatedWindows::TopLevelOf(WindowHandle window) const
+WindowHandle SimulatedWindows::TopLevelOf(WindowHandle window)
+{
+    m_gate.Enter("Windows::TopLevelOf");
+    return FormOf(window);
+}
+
+WindowHandle SimulatedWindows::FormOf(WindowHandle window) const
 {
     const auto found = m_windows.find(window);
     if (found == m_windows.end()) return 0;
-    return found->second.parent == 0 ? window : TopLevelOf(found->second.parent);
+    return found->second.parent == 0 ? window : FormOf(found->second.parent);
 }
 
 void SimulatedWindows::Forget(const SimulatedTree& tree)
@@ -102,7 +100,6 @@ std::intptr_t SimulatedWindows::Send(WindowHandle window, unsigned message, std:
     const auto found = m_windows.find(window);
     if (found == m_windows.end()) return 0;
     if (found->second.tree != nullptr) return found->second.tree->OnMessage(message, wParam, lParam);
-    if (found->second.editOf != nullptr) return found->second.editOf->OnEditMessage(message, lParam);
     if (found->second.list) return SimulatedList(found->second.list, nullptr).OnMessage(message, wParam, lParam);
     return 0;
 }
@@ -120,6 +117,64 @@ void SimulatedWindows::SetStyle(WindowHandle window, std::uint32_t style)
     m_gate.Enter("Windows::SetStyle");
     const auto found = m_windows.find(window);
     if (found != m_windows.end()) found->second.style = style;
+}
+
+std::optional<Rect> SimulatedWindows::ClientRect(WindowHandle window)
+{
+    m_gate.Enter("Windows::ClientRect");
+    const SimulatedTree* const tree = TreeOf(window);
+    if (tree == nullptr) return std::nullopt;
+    const Rect& place = tree->Place();
+    return Rect{0, 0, place.right - place.left, place.bottom - place.top};
+}
+
+std::optional<Rect> SimulatedWindows::WindowRect(WindowHandle window)
+{
+    m_gate.Enter("Windows::WindowRect");
+    const SimulatedTree* const tree = TreeOf(window);
+    if (tree == nullptr) return std::nullopt;
+    constexpr int kBorder = SimulatedTree::kBorder;
+    const Rect& place = tree->Place();
+    const Point first = tree->ToScreen({-kBorder, -kBorder});
+    const Point last = tree->ToScreen({place.right - place.left + kBorder, place.bottom - place.top + kBorder});
+    return Rect{first.x, first.y, last.x, last.y};
+}
+
+std::optional<Point> SimulatedWindows::ClientToScreen(WindowHandle window, Point client)
+{
+    m_gate.Enter("Windows::ClientToScreen");
+    const SimulatedTree* const tree = TreeOf(window);
+    if (tree == nullptr) return std::nullopt;
+    return tree->ToScreen(client);
+}
+
+Point SimulatedWindows::ScreenToClient(WindowHandle window, Point screen)
+{
+    m_gate.Enter("Windows::ScreenToClient");
+    const SimulatedTree* const tree = TreeOf(window);
+    if (tree == nullptr) return screen;
+    const Point origin = tree->ToScreen({});
+    return {screen.x - origin.x, screen.y - origin.y};
+}
+
+std::optional<ScrollBar> SimulatedWindows::GetScrollInfo(WindowHandle window, int bar)
+{
+    m_gate.Enter("Windows::GetScrollInfo");
+    const SimulatedTree* const tree = TreeOf(window);
+    if (tree == nullptr) return std::nullopt;
+    return tree->BarOf(bar);
+}
+
+int SimulatedWindows::GetScrollPos(WindowHandle window, int bar)
+{
+    m_gate.Enter("Windows::GetScrollPos");
+    const SimulatedTree* const tree = TreeOf(window);
+    return tree == nullptr ? 0 : tree->BarOf(bar).position;
+}
+
+void SimulatedWindows::UpdateWindow(WindowHandle)
+{
+    m_gate.Enter("Windows::UpdateWindow");
 }
 
 }  // namespace sylvex

@@ -14,7 +14,8 @@ namespace sylvex {
 
 class SimulatedTree;
 
-/// The windows of the simulated desktop: hosts' own, their list views, and the control's trees.
+/// The windows of the simulated desktop: hosts' own, their list views, and the control's trees, which alone have a
+/// place on the screen.
 class SimulatedWindows final : public Windows {
 public:
     SimulatedWindows(CallGate& gate, SimulatedImages& images, SimulatedSystem& system);
@@ -28,7 +29,7 @@ public:
     void DestroyWindow(WindowHandle window);
     bool Has(WindowHandle window) const { return m_windows.count(window) != 0; }
     /// The window at the top of those that hold this one; 0 for one that does not exist.
-    WindowHandle TopLevelOf(WindowHandle window) const;
+    WindowHandle FormOf(WindowHandle window) const;
     /// The trees that exist, in the order of their making. They belong to who called CreateTree.
     const std::vector<SimulatedTree*>& Trees() const { return m_trees; }
 
@@ -38,14 +39,21 @@ public:
     std::intptr_t Send(WindowHandle window, unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
     std::uint32_t Style(WindowHandle window) override;
     void SetStyle(WindowHandle window, std::uint32_t style) override;
+    WindowHandle TopLevelOf(WindowHandle window) override;
+    std::optional<Rect> ClientRect(WindowHandle window) override;
+    std::optional<Rect> WindowRect(WindowHandle window) override;
+    std::optional<Point> ClientToScreen(WindowHandle window, Point client) override;
+    Point ScreenToClient(WindowHandle window, Point screen) override;
+    std::optional<ScrollBar> GetScrollInfo(WindowHandle window, int bar) override;
+    int GetScrollPos(WindowHandle window, int bar) override;
+    void UpdateWindow(WindowHandle window) override;
 
     /// The tree that is this window, null when there is none.
     SimulatedTree* TreeOf(WindowHandle window) const;
     /// Runs before any window goes.
     void WhenDestroyed(std::function<void(WindowHandle)> notice) { m_whenDestroyed = std::move(notice); }
 
-    /// For trees: their services, the edit windows that they open, and the end of a tree.
-    WindowHandle NewEdit(SimulatedTree& tree);
+    /// For trees: their services, and the end of a tree.
     CallGate& Gate() { return m_gate; }
     SimulatedImages& ImageLists() { return m_images; }
     SimulatedSystem& Machine() { return m_system; }
@@ -56,7 +64,6 @@ private:
         WindowHandle parent = 0;
         std::uint32_t style = 0x50000000;  // a visible child
         SimulatedTree* tree = nullptr;
-        SimulatedTree* editOf = nullptr;
         std::shared_ptr<ListState> list;
     };
     CallGate& m_gate;

@@ -17,7 +17,7 @@ std::atomic<const ExceptionListener*> g_listener = nullptr;
 constexpr ULONG kRoomForHandling = 32 * 1024;
 
 // A report calls other people's code, and without a reporter it opens a message box.
-constexpr std::size_t kRoomForReports = 128 * 1024;
+constexpr ULONG kRoomForReports = 128 * 1024;
 
 /// Where the block of address space begins that holds an address: a thread's whole stack, or a module.
 const std::byte* BlockOf(const void* address) noexcept

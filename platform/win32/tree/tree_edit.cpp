@@ -1,7 +1,6 @@
 #include "platform/win32/tree/tree_edit.h"
 
 #include <optional>
-#include <string>
 #include <utility>
 
 #include "platform/win32/tree/tree_core.h"
@@ -26,6 +25,14 @@ LRESULT TreeEdit::OnAsked(UINT message, WPARAM wParam, LPARAM lParam)
     const auto edit = m_core.Send(message, wParam, lParam);
     m_asked = before;
     return edit;
+}
+
+void TreeEdit::Type(const std::wstring& text)
+{
+    auto* const edit = reinterpret_cast<HWND>(m_core.Send(TVM_GETEDITCONTROL));
+    if (!edit) return;
+    SendMessageW(edit, WM_SETTEXT, 0, ParameterOf(text.c_str()));
+    SendMessageW(edit, EM_SETSEL, 0, -1);
 }
 
 void TreeEdit::Cancel()

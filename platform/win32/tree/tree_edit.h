@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "platform/treewindow.h"
 #include "platform/win32/handles.h"
 
@@ -15,6 +17,7 @@ public:
     void SetAutomatic(bool automatic) noexcept { m_automatic = automatic; }
     bool Automatic() const noexcept { return m_automatic; }
     void Begin(HTREEITEM item);
+    void Type(const std::wstring& text);
     void Cancel();
     /// The window goes: an edit that is open ends without a word.
     void Forget() noexcept { m_open = false; }

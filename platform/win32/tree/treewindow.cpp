@@ -92,9 +92,19 @@ TreeHit Win32TreeWindow::HitTest(Point where)
     return data ? TreeHit{NumberOf(hit.hItem), *data, hit.flags} : TreeHit{0, 0, hit.flags};
 }
 
+std::optional<ItemData> Win32TreeWindow::DataOf(ItemHandle item)
+{
+    return Core()->rows.DataOf(ItemOf(item));
+}
+
 void Win32TreeWindow::EditLabel(ItemHandle item)
 {
     Core()->edit.Begin(ItemOf(item));
+}
+
+void Win32TreeWindow::TypeLabel(const std::wstring& text)
+{
+    Core()->edit.Type(text);
 }
 
 void Win32TreeWindow::CancelEdit()
@@ -120,11 +130,6 @@ int Win32TreeWindow::VisibleCount()
 void Win32TreeWindow::SetVisible(bool visible)
 {
     Core()->face.SetVisible(visible);
-}
-
-bool Win32TreeWindow::Visible()
-{
-    return Core()->face.Visible();
 }
 
 void Win32TreeWindow::Refresh()

@@ -27,13 +27,14 @@ public:
     void Select(ItemHandle item) override;
     void SelectDropTarget(ItemHandle item) override;
     TreeHit HitTest(Point where) override;
+    std::optional<ItemData> DataOf(ItemHandle item) override;
     void EditLabel(ItemHandle item) override;
+    void TypeLabel(const std::wstring& text) override;
     void CancelEdit() override;
     void SetRedraw(bool redraw) override;
     void MarksChanged() override;
     int VisibleCount() override;
     void SetVisible(bool visible) override;
-    bool Visible() override;
     void Refresh() override;
     void Move(const Rect& place) override;
     void SetImageList(ImageListHandle images) override;
