@@ -4,7 +4,7 @@ namespace sylvex {
 
 void ControlState::DumpVariables(Dump& dump) const
 {
-#define ADD(owner, variable) dump.Add(#variable, owner.variable)
+#define ADD(owner, variable) dump.Add(#variable, (owner).variable)
     ADD(list, WinDir), ADD(list, SysDir), ADD(list, TempDir), ADD(list, SourcePath);
     ADD(list, sFolder), ADD(list, sName), ADD(list, sExtension), ADD(list, sSize), ADD(list, sType);
     ADD(list, sModified), ADD(list, sTime), ADD(list, sCreated), ADD(list, sAccessed), ADD(list, sAttribute);

@@ -56,7 +56,7 @@ inline constexpr Variables<> kNone{""};
 /// A procedure's name in error reports: its function's own, unless another is given.
 class ProcedureName {
 public:
-    constexpr ProcedureName(const wchar_t* given) : m_given(given) {}  // NOLINT(google-explicit-constructor)
+    constexpr ProcedureName(const wchar_t* given) : m_given(given) {}
     explicit constexpr ProcedureName(const std::source_location& function) : m_function(function.function_name()) {}
     std::wstring Text() const;
 

@@ -110,7 +110,7 @@ void Drop::Move(DropLocals& locals, const NodeRef& moved, const NodeRef& target,
     line = 5;
     locals.DropDestin = m_tree.DiskPathOf(*target);
     locals.DropSource = m_tree.DiskPathOf(*moved);
-    const NodeRef node = moved;
+    const NodeRef node(&*moved);  // what is passed is the variable of dragging, which another press changes
     const NodeRef oldParent(moved->Parent());
     {
         Relocation relocation(m_tree, *node, *target, locals.DropSource, locals.DropDestin);

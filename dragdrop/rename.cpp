@@ -66,7 +66,7 @@ void Rename::AfterLabelEdit(bool& Cancel, const std::wstring& NewString, RenameL
         line = 3;
         SplitPath(locals);
         line = 5;
-        RenameOnDisk(edited, m_state.FullPath, name, locals);
+        RenameOnDisk(edited, name, locals);
         line = 6;
         if (isRoot) {
             Cancel = true;
@@ -90,9 +90,10 @@ std::wstring Rename::PathOf(Node& edited)
 }
 
 /// The label stays as typed whatever the shell answers but for a cancel; the node goes on standing for its own folder.
-void Rename::RenameOnDisk(const NodeRef& edited, const std::wstring from, const std::wstring& name,
-                          RenameLocals& locals)
+void Rename::RenameOnDisk(const NodeRef& edited, const std::wstring& name, RenameLocals& locals)
 {
+    // While the shell asks, another edit may have the variable for itself.
+    const std::wstring from = m_state.FullPath;
     const std::wstring to = locals.Temp + name;
     locals.Success = m_disk.WindowsDiskOps(from, to, kRenameFlavor);
     if (locals.Success == kCancelled) return;

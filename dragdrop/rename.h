@@ -37,7 +37,7 @@ private:
     void Keep(const NodeRef& edited, const std::wstring& name, const std::wstring& typed, bool& Cancel);
     std::wstring PathOf(Node& edited);
     void SplitPath(RenameLocals& locals);
-    void RenameOnDisk(const NodeRef& edited, const std::wstring from, const std::wstring& name, RenameLocals& locals);
+    void RenameOnDisk(const NodeRef& edited, const std::wstring& name, RenameLocals& locals);
     void EditAgain(const NodeRef& edited, const std::wstring& typed);
 
     const Context& m_context;

@@ -98,7 +98,7 @@ std::optional<PathRules::Rule> ReadRule(std::wstring_view line)
     for (const Mark& mark : kMarks) {
         if (!line.starts_with(mark.text)) continue;
         const auto path = Unescaped(line.substr(mark.text.size()));
-        const bool isOnDisk = path && path->find(L'\0') == std::wstring::npos && NamesOf(*path).size() > 0 &&
+        const bool isOnDisk = path && path->find(L'\0') == std::wstring::npos && !NamesOf(*path).empty() &&
                               (path->starts_with(L"\\\\") || path->find(L":\\") == 1);
         if (!isOnDisk) return std::nullopt;
         return PathRules::Rule{WithoutSeparator(*path), mark.include, mark.reach};

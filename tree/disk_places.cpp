@@ -20,7 +20,7 @@ std::wstring DiskPlaces::Of(const Node& node) const
             const bool isRoot = place->path.ends_with(L'\\');
             return place->path + (isRoot && !below.empty() ? below.substr(1) : below);
         }
-        below = L'\\' + at->Text() + below;
+        below.insert(0, at->Text()).insert(0, 1, L'\\');
     }
     return {};
 }

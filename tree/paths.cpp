@@ -72,7 +72,7 @@ std::wstring FolderTree::FolderOf(const Node& node)
 
 std::wstring FolderTree::DiskPathOf(Node& node)
 {
-    const std::wstring place = m_places.Of(node);
+    std::wstring place = m_places.Of(node);
     if (!place.empty()) return place;
     if (IsWholePath(node.Key())) return node.Key();
     return node.Text().empty() ? std::wstring() : WithoutSeparator(BuildFullPath(&node));
