@@ -7,7 +7,7 @@
 #include <functional>
 #include <set>
 
-#include "component/com/ole_extent.h"
+#include "component/border/ole_extent.h"
 #include "tests/component/box_closer.h"
 #include "tests/component/planted_class.h"
 #include "tests/component/test_bag.h"
