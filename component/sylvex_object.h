@@ -2,8 +2,8 @@
 
 #include <functional>
 
-#include "component/com/dispatch.h"
-#include "component/com/values.h"
+#include "component/border/dispatch.h"
+#include "component/border/values.h"
 #include "component/container/control_core.h"
 #include "component/container/ole_parts.h"
 
@@ -106,7 +106,7 @@ private:
     template <class Value>
     HRESULT GetSetting(TreeSetting setting, Value* value) noexcept
     {
-        return Get(value, [&](Sylvex& control) { return control.Setting(setting); });
+        return Get(value, [&](Sylvex& control) { return SettingOf<Value>(control.Setting(setting)); });
     }
     template <class Value>
     HRESULT LetSetting(TreeSetting setting, Value value) noexcept

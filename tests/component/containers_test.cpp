@@ -7,6 +7,7 @@
 #include <functional>
 #include <vector>
 
+#include "component/border/ole_extent.h"
 #include "tests/component/test_bag.h"
 #include "tests/component/test_container.h"
 
