@@ -3,8 +3,8 @@
 #include <ole2.h>
 
 #include "com/module_lock.h"
+#include "component/border/typeinfo.h"
 #include "component/class_factory.h"
-#include "component/com/typeinfo.h"
 #include "component/registration.h"
 
 #include <pthread.h>

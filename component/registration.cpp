@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 #include "component/container/ole_object.h"
 #include "component/resource.h"
 

@@ -1,8 +1,8 @@
 #include <exception>
 
-#include "component/com/object_ref.h"
-#include "component/com/reported_value.h"
-#include "component/com/values.h"
+#include "component/border/object_ref.h"
+#include "component/border/reported_value.h"
+#include "component/border/values.h"
 #include "component/objects/late_bound_list.h"
 #include "component/sylvex_object.h"
 

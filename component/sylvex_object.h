@@ -2,8 +2,8 @@
 
 #include <functional>
 
-#include "component/com/dispatch.h"
-#include "component/com/values.h"
+#include "component/border/dispatch.h"
+#include "component/border/values.h"
 #include "component/container/control_core.h"
 #include "component/container/ole_parts.h"
 

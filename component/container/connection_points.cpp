@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "com/late_call.h"
-#include "component/com/enumerator.h"
+#include "component/border/enumerator.h"
 #include "component/container/control_core.h"
 
 #include "SylvexControl_h.h"

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 #include "component/container/control_part.h"
 
 #include <ocidl.h>

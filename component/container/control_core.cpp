@@ -1,8 +1,8 @@
 #include "component/container/control_core.h"
 
 #include "com/late_call.h"
-#include "component/com/fonts.h"
-#include "component/com/object_ref.h"
+#include "component/border/fonts.h"
+#include "component/border/object_ref.h"
 #include "platform/win32/handles.h"
 
 #include "SylvexControl_h.h"

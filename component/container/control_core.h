@@ -3,7 +3,7 @@
 #include <memory>
 #include <span>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 #include "component/container/connection_points.h"
 #include "component/container/control_part.h"
 #include "component/container/control_window.h"

@@ -1,6 +1,6 @@
 #include "component/container/control_window.h"
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 
 namespace sylvex {
 

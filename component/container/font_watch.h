@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 
 #include <ocidl.h>
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 #include "platform/win32/messages.h"
 
 namespace sylvex {

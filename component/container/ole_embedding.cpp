@@ -3,8 +3,8 @@
 #include <commctrl.h>
 #include <olectl.h>
 
-#include "component/com/fonts.h"
-#include "component/com/ole_extent.h"
+#include "component/border/fonts.h"
+#include "component/border/ole_extent.h"
 #include "component/container/ambient.h"
 #include "platform/win32/readable.h"
 

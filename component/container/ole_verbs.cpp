@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "component/com/enumerator.h"
+#include "component/border/enumerator.h"
 #include "component/container/property_pages.h"
 
 namespace sylvex {

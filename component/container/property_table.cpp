@@ -3,8 +3,8 @@
 #include <concepts>
 #include <type_traits>
 
-#include "component/com/fonts.h"
-#include "component/com/object_ref.h"
+#include "component/border/fonts.h"
+#include "component/border/object_ref.h"
 #include "component/container/ambient.h"
 #include "component/container/property_values.h"
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 #include "component/container/control_core.h"
 #include "component/container/saved_objects.h"
 #include "diagnostics/dump.h"

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "component/com/fonts.h"
+#include "component/border/fonts.h"
 
 namespace sylvex {
 

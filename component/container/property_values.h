@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 #include "platform/runtime_error.h"
 
 namespace sylvex {

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 
 namespace sylvex {
 

@@ -1,7 +1,7 @@
 #include "component/objects/late_bound_list.h"
 
-#include "component/com/object_ref.h"
-#include "component/com/values.h"
+#include "component/border/object_ref.h"
+#include "component/border/values.h"
 #include "component/objects/list_objects.h"
 #include "platform/runtime_error.h"
 #include "platform/win32/listwindow.h"

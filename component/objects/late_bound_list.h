@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "component/com/late_object.h"
+#include "component/border/late_object.h"
 #include "platform/platform.h"
 #include "widgets/listview.h"
 

@@ -1,4 +1,4 @@
-#include "component/com/object_ref.h"
+#include "component/border/object_ref.h"
 #include "component/objects/list_member.h"
 
 #include <commctrl.h>

@@ -3,9 +3,9 @@
 #include <memory>
 #include <unordered_map>
 
-#include "component/com/dispatch.h"
-#include "component/com/enumerator.h"
-#include "component/com/values.h"
+#include "component/border/dispatch.h"
+#include "component/border/enumerator.h"
+#include "component/border/values.h"
 #include "component/objects/list_objects.h"
 #include "platform/runtime_error.h"
 #include "platform/win32/regional.h"

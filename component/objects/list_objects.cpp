@@ -1,7 +1,7 @@
 #include "component/objects/list_objects.h"
 
-#include "component/com/fonts.h"
-#include "component/com/object_ref.h"
+#include "component/border/fonts.h"
+#include "component/border/object_ref.h"
 #include "component/objects/list_member.h"
 
 #include <commctrl.h>

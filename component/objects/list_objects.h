@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 #include "widgets/window_list.h"
 
 #include "SylvexControl_h.h"

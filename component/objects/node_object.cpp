@@ -1,7 +1,7 @@
 #include "component/objects/node_object.h"
 
-#include "component/com/object_ref.h"
-#include "component/com/values.h"
+#include "component/border/object_ref.h"
+#include "component/border/values.h"
 
 namespace sylvex {
 

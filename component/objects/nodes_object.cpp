@@ -1,7 +1,7 @@
 #include "component/objects/nodes_object.h"
 
-#include "component/com/enumerator.h"
-#include "component/com/values.h"
+#include "component/border/enumerator.h"
+#include "component/border/values.h"
 #include "component/objects/node_object.h"
 
 namespace sylvex {

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "component/com/dispatch.h"
-#include "component/com/units.h"
+#include "component/border/dispatch.h"
+#include "component/border/units.h"
 #include "platform/runtime_error.h"
 #include "widgets/treeview.h"
 

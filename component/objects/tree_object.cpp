@@ -2,8 +2,8 @@
 
 #include <commctrl.h>
 
-#include "component/com/object_ref.h"
-#include "component/com/values.h"
+#include "component/border/object_ref.h"
+#include "component/border/values.h"
 #include "platform/win32/handles.h"
 
 namespace sylvex {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/com/values.h"
+#include "component/border/values.h"
 #include "component/objects/tree_objects.h"
 
 namespace sylvex {

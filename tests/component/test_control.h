@@ -10,7 +10,7 @@
 
 #include <string>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 #include "SylvexControl_h.h"
 
 namespace sylvex::test {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 
 namespace sylvex {
 

@@ -1,4 +1,4 @@
-#include "component/com/arguments.h"
+#include "component/border/arguments.h"
 
 #include <algorithm>
 #include <limits>

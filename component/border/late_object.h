@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 
 namespace sylvex {
 

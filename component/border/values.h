@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 
 namespace sylvex {
 

@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 #include "diagnostics/trap.h"
 #include "platform/runtime_error.h"
 #include "platform/win32/variant_text.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "com/object.h"
-#include "component/com/typeinfo.h"
+#include "component/border/typeinfo.h"
 
 namespace sylvex {
 

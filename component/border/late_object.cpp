@@ -1,4 +1,4 @@
-#include "component/com/late_object.h"
+#include "component/border/late_object.h"
 
 #include "com/late_call.h"
 #include "platform/runtime_error.h"

@@ -1,4 +1,4 @@
-#include "component/com/fonts.h"
+#include "component/border/fonts.h"
 
 #include <olectl.h>
 

@@ -1,8 +1,8 @@
-#include "component/com/typeinfo.h"
+#include "component/border/typeinfo.h"
 
 #include <vector>
 
-#include "component/com/arguments.h"
+#include "component/border/arguments.h"
 
 namespace sylvex {
 

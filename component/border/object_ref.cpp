@@ -1,4 +1,4 @@
-#include "component/com/object_ref.h"
+#include "component/border/object_ref.h"
 
 #include "platform/win32/com_object.h"
 #include "platform/win32/variant_text.h"

@@ -1,4 +1,4 @@
-#include "component/com/values.h"
+#include "component/border/values.h"
 
 #include "platform/runtime_error.h"
 

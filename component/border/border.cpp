@@ -1,4 +1,4 @@
-#include "component/com/com.h"
+#include "component/border/border.h"
 
 #include <exception>
 #include <new>

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "component/com/com.h"
+#include "component/border/border.h"
 
 #include <ocidl.h>
 

@@ -1,8 +1,8 @@
-#include "component/com/units.h"
+#include "component/border/units.h"
 
 #include <cmath>
 
-#include "component/com/ole_extent.h"
+#include "component/border/ole_extent.h"
 
 namespace sylvex {
 
