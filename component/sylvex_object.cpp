@@ -75,11 +75,9 @@ STDMETHODIMP SylvexObject::BuildFullPath(INode* nod, BSTR* result)
 
 STDMETHODIMP SylvexObject::get_Font(IFontDisp** value)
 {
-    return Member([&](Sylvex& control) {
-        Checked(value) = nullptr;
-        ComPtr<IFontDisp> font = Behind<IFontDisp>(control.Font());
-        if (!font) font = m_core.Font();
-        *value = font.Detach();
+    return Get(value, [&](Sylvex& control) {
+        const auto font = Behind<IFontDisp>(control.Font());
+        return font ? font : m_core.Font();
     });
 }
 
@@ -93,10 +91,7 @@ STDMETHODIMP SylvexObject::putref_Font(IFontDisp* New_Font)
 
 STDMETHODIMP SylvexObject::get_MouseIcon(IPictureDisp** value)
 {
-    return Member([&](Sylvex& control) {
-        Checked(value) = nullptr;
-        *value = Behind<IPictureDisp>(control.MouseIcon()).Detach();
-    });
+    return Get(value, [](Sylvex& control) { return Behind<IPictureDisp>(control.MouseIcon()); });
 }
 
 STDMETHODIMP SylvexObject::putref_MouseIcon(IPictureDisp* New_MouseIcon)
@@ -106,7 +101,7 @@ STDMETHODIMP SylvexObject::putref_MouseIcon(IPictureDisp* New_MouseIcon)
 
 STDMETHODIMP SylvexObject::get_Picture(IPictureDisp** value)
 {
-    return Member([&](Sylvex&) { m_core.Picture().CopyTo(&Checked(value)); });
+    return Get(value, [&](Sylvex&) { return m_core.Picture(); });
 }
 
 STDMETHODIMP SylvexObject::putref_Picture(IPictureDisp* New_Picture)
@@ -116,7 +111,7 @@ STDMETHODIMP SylvexObject::putref_Picture(IPictureDisp* New_Picture)
 
 STDMETHODIMP SylvexObject::get_BackColor(OLE_COLOR* value)
 {
-    return Member([&](Sylvex&) { Checked(value) = m_core.BackColor(); });
+    return Get(value, [&](Sylvex&) { return m_core.BackColor(); });
 }
 
 STDMETHODIMP SylvexObject::put_BackColor(OLE_COLOR New_BackColor)
@@ -131,10 +126,7 @@ STDMETHODIMP SylvexObject::Refresh()
 
 STDMETHODIMP SylvexObject::get_SelectedItem(INode** value)
 {
-    return Member([&](Sylvex& control) {
-        Checked(value) = nullptr;
-        *value = m_core.Objects().ObjectOf(control.SelectedItem()).Detach();
-    });
+    return Get(value, [&](Sylvex& control) { return m_core.Objects().ObjectOf(control.SelectedItem()); });
 }
 
 STDMETHODIMP SylvexObject::put_SelectedItem(INode* New_SelectedItem)
@@ -144,18 +136,12 @@ STDMETHODIMP SylvexObject::put_SelectedItem(INode* New_SelectedItem)
 
 STDMETHODIMP SylvexObject::get_TreeView(VARIANT* value)
 {
-    return Member([&](Sylvex&) {
-        VariantInit(&Checked(value));
-        *value = Variant(m_core.Objects().TreeObject().Get()).Detach();
-    });
+    return Get(value, [&](Sylvex&) { return Variant(m_core.Objects().TreeObject().Get()); });
 }
 
 STDMETHODIMP SylvexObject::get_ReqListView(VARIANT* value)
 {
-    return Member([&](Sylvex& control) {
-        VariantInit(&Checked(value));
-        *value = VariantFromListView(control.ReqListView()).Detach();
-    });
+    return Get(value, [](Sylvex& control) { return VariantFromListView(control.ReqListView()); });
 }
 
 STDMETHODIMP SylvexObject::putref_ReqListView(VARIANT New_ReqListView)

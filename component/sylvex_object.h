@@ -106,7 +106,7 @@ private:
     template <class Value>
     HRESULT GetSetting(TreeSetting setting, Value* value) noexcept
     {
-        return Get(value, [&](Sylvex& control) { return control.Setting(setting); });
+        return Get(value, [&](Sylvex& control) { return SettingOf<Value>(control.Setting(setting)); });
     }
     template <class Value>
     HRESULT LetSetting(TreeSetting setting, Value value) noexcept

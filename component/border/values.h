@@ -9,7 +9,7 @@ inline VARIANT_BOOL BoolOf(bool value)
     return value ? VARIANT_TRUE : VARIANT_FALSE;
 }
 
-/// A text that the caller owns; throws std::bad_alloc.
+/// A text that its receiver owns; throws std::bad_alloc.
 inline BSTR TextOf(std::wstring_view text)
 {
     return Bstr(text).Detach();
@@ -21,18 +21,44 @@ inline LONG LongOf(std::uintptr_t handle)
     return static_cast<LONG>(handle);
 }
 
-/// Gives the caller of a member what `read` answers, in the type of automation: a flag, a text that the caller owns, a
-/// number or an enumeration.
+/// The same of an object or a value.
+template <class Interface>
+Interface* Owned(ComPtr<Interface> object)
+{
+    return object.Detach();
+}
+inline VARIANT Owned(Variant value)
+{
+    return value.Detach();
+}
+inline BSTR Owned(std::wstring_view text)
+{
+    return TextOf(text);
+}
+
+/// Gives the caller of a member what `read` answers, in the type of automation. Who owns what he gets finds nothing
+/// when that fails.
 template <class Automation, class Read>
 void Give(Automation* value, Read&& read)
 {
-    if constexpr (std::is_same_v<Automation, BSTR>) {
-        Checked(value) = nullptr;
-        *value = TextOf(read());
-    } else if constexpr (std::is_same_v<Automation, VARIANT_BOOL>) {
+    if constexpr (std::is_pointer_v<Automation> || std::is_same_v<Automation, VARIANT>) {
+        Checked(value) = {};
+        *value = Owned(read());
+    } else if constexpr (std::is_same_v<decltype(read()), bool>) {
         Checked(value) = BoolOf(read());
     } else {
         Checked(value) = static_cast<Automation>(read());
+    }
+}
+
+/// A setting of a tree as Give() gives it: a flag where the type of automation is one.
+template <class Automation>
+auto SettingOf(int value)
+{
+    if constexpr (std::is_same_v<Automation, VARIANT_BOOL>) {
+        return value != 0;
+    } else {
+        return value;
     }
 }
 

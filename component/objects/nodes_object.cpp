@@ -8,12 +8,6 @@ namespace sylvex {
 
 namespace {
 
-bool IsObject(const VARIANT& value)
-{
-    const VARTYPE type = V_VT(&value) & static_cast<VARTYPE>(~VT_BYREF);
-    return type == VT_DISPATCH || type == VT_UNKNOWN;
-}
-
 bool IsAbsent(const VARIANT& value)
 {
     return IsMissing(value) || V_VT(&value) == VT_EMPTY;
@@ -62,7 +56,7 @@ Node& NodeCollection::At(const VARIANT& index) const
 {
     const Variant value(index);
     Nodes& nodes = Tree().GetNodes();
-    if (value.Type() == VT_BSTR) return nodes.Item(std::wstring(ViewOf(V_BSTR(&value.Get()))));
+    if (value.Type() == VT_BSTR) return nodes.Item(std::wstring(value.Text()));
     return nodes.Item(static_cast<int>(IndexOf(value.Get())));
 }
 
@@ -70,25 +64,24 @@ Node* NodeCollection::Relative(const VARIANT& relative) const
 {
     if (IsAbsent(relative)) return nullptr;
     const Variant value(relative);
-    if (!IsObject(value.Get())) return &At(value.Get());
+    if (!value.IsObject()) return &At(value.Get());
     return Objects().NodeOf(V_UNKNOWN(&value.Get()));
 }
 
 STDMETHODIMP NodeCollection::get_Item(VARIANT Index, INode** value)
 {
-    return Member([&] { Checked(value) = nullptr, *value = Objects().ObjectOf(&At(Index)).Detach(); });
+    return Get(value, [&] { return Objects().ObjectOf(&At(Index)); });
 }
 
 STDMETHODIMP NodeCollection::get_Count(LONG* value)
 {
-    return Member([&] { Checked(value) = Tree().GetNodes().Count(); });
+    return Get(value, [&] { return Tree().GetNodes().Count(); });
 }
 
 STDMETHODIMP NodeCollection::Add(VARIANT relative, VARIANT relationship, VARIANT key, VARIANT text, VARIANT image,
                                  VARIANT selectedImage, INode** result)
 {
-    return Member([&] {
-        Checked(result) = nullptr;
+    return Get(result, [&] {
         Nodes& nodes = Tree().GetNodes();
         Node* const neighbour = Relative(relative);
         const Relationship place = RelationshipOf(relationship, neighbour);
@@ -98,7 +91,7 @@ STDMETHODIMP NodeCollection::Add(VARIANT relative, VARIANT relationship, VARIANT
         nodes.Images().NumberOfShown(shownSelected);
         Node& added = nodes.Add(neighbour, place, TextOf(key), TextOf(text), shown, shownSelected);
         if (!added.Parent() && nodes.Sorted()) nodes.Sort(nullptr);
-        *result = Objects().ObjectOf(&added).Detach();
+        return Objects().ObjectOf(&added);
     });
 }
 

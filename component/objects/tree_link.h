@@ -4,6 +4,7 @@
 
 #include "component/border/dispatch.h"
 #include "component/border/units.h"
+#include "component/border/values.h"
 #include "platform/runtime_error.h"
 #include "widgets/treeview.h"
 
@@ -68,6 +69,12 @@ protected:
             const ComPtr<IUnknown> control(&Owner().ControlIdentity());
             return Guarded(body);
         });
+    }
+
+    template <class Value, class Read>
+    HRESULT Get(Value* value, Read&& read) noexcept
+    {
+        return Member([&] { Give(value, read); });
     }
 
 private:

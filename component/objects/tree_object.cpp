@@ -19,12 +19,12 @@ LRESULT Ask(TreeView& tree, UINT message, WPARAM wParam)
 
 STDMETHODIMP TreeViewObject::get_Nodes(INodes** value)
 {
-    return Member([&] { Objects().NodesObject().CopyTo(&Checked(value)); });
+    return Get(value, [&] { return Objects().NodesObject(); });
 }
 
 STDMETHODIMP TreeViewObject::get_SelectedItem(INode** value)
 {
-    return Member([&] { Checked(value) = nullptr, *value = Objects().ObjectOf(Tree().SelectedItem()).Detach(); });
+    return Get(value, [&] { return Objects().ObjectOf(Tree().SelectedItem()); });
 }
 
 STDMETHODIMP TreeViewObject::putref_SelectedItem(INode* value)
@@ -34,7 +34,7 @@ STDMETHODIMP TreeViewObject::putref_SelectedItem(INode* value)
 
 STDMETHODIMP TreeViewObject::get_DropHighlight(INode** value)
 {
-    return Member([&] { Checked(value) = nullptr, *value = Objects().ObjectOf(Tree().DropHighlight()).Detach(); });
+    return Get(value, [&] { return Objects().ObjectOf(Tree().DropHighlight()); });
 }
 
 STDMETHODIMP TreeViewObject::putref_DropHighlight(INode* value)
@@ -44,10 +44,7 @@ STDMETHODIMP TreeViewObject::putref_DropHighlight(INode* value)
 
 STDMETHODIMP TreeViewObject::HitTest(FLOAT x, FLOAT y, INode** result)
 {
-    return Member([&] {
-        Checked(result) = nullptr;
-        *result = Objects().ObjectOf(Tree().HitTest(Owner().PixelsOf({x, y}))).Detach();
-    });
+    return Get(result, [&] { return Objects().ObjectOf(Tree().HitTest(Owner().PixelsOf({x, y}))); });
 }
 
 STDMETHODIMP TreeViewObject::StartLabelEdit()
@@ -62,12 +59,12 @@ STDMETHODIMP TreeViewObject::Refresh()
 
 STDMETHODIMP TreeViewObject::get_hWnd(LONG* value)
 {
-    return Member([&] { Checked(value) = LongOf(Tree().hWnd()); });
+    return Get(value, [&] { return Tree().hWnd(); });
 }
 
 STDMETHODIMP TreeViewObject::get_Font(IFontDisp** value)
 {
-    return Member([&] { Checked(value) = nullptr, *value = Owner().Font().Detach(); });
+    return Get(value, [&] { return Owner().Font(); });
 }
 
 STDMETHODIMP TreeViewObject::putref_Font(IFontDisp* value)
@@ -77,7 +74,7 @@ STDMETHODIMP TreeViewObject::putref_Font(IFontDisp* value)
 
 STDMETHODIMP TreeViewObject::get_MouseIcon(IPictureDisp** value)
 {
-    return Member([&] { Checked(value) = nullptr, *value = Behind<IPictureDisp>(Tree().MouseIcon()).Detach(); });
+    return Get(value, [&] { return Behind<IPictureDisp>(Tree().MouseIcon()); });
 }
 
 STDMETHODIMP TreeViewObject::putref_MouseIcon(IPictureDisp* value)
@@ -87,17 +84,17 @@ STDMETHODIMP TreeViewObject::putref_MouseIcon(IPictureDisp* value)
 
 STDMETHODIMP TreeViewObject::get_PathSeparator(BSTR* value)
 {
-    return Member([&] { Checked(value) = nullptr, *value = TextOf(Tree().GetNodes().PathSeparator()); });
+    return Get(value, [&] { return Tree().GetNodes().PathSeparator(); });
 }
 
 STDMETHODIMP TreeViewObject::put_PathSeparator(BSTR value)
 {
-    return Member([&] { Tree().GetNodes().SetPathSeparator(std::wstring(ViewOf(value))); });
+    return Member([&] { Tree().GetNodes().SetPathSeparator(Given(value)); });
 }
 
 STDMETHODIMP TreeViewObject::get_Sorted(VARIANT_BOOL* value)
 {
-    return Member([&] { Checked(value) = BoolOf(Tree().GetNodes().Sorted()); });
+    return Get(value, [&] { return Tree().GetNodes().Sorted(); });
 }
 
 STDMETHODIMP TreeViewObject::put_Sorted(VARIANT_BOOL value)
@@ -107,7 +104,7 @@ STDMETHODIMP TreeViewObject::put_Sorted(VARIANT_BOOL value)
 
 STDMETHODIMP TreeViewObject::get_ImageList(VARIANT* value)
 {
-    return Member([&] { VariantInit(&Checked(value)), *value = Variant(Objects().ImageList()).Detach(); });
+    return Get(value, [&] { return Objects().ImageList(); });
 }
 
 STDMETHODIMP TreeViewObject::putref_ImageList(VARIANT value)
@@ -121,12 +118,12 @@ STDMETHODIMP TreeViewObject::putref_ImageList(VARIANT value)
 
 STDMETHODIMP TreeViewObject::GetVisibleCount(LONG* result)
 {
-    return Member([&] { Checked(result) = Tree().VisibleCount(); });
+    return Get(result, [&] { return Tree().VisibleCount(); });
 }
 
 STDMETHODIMP TreeViewObject::get_Visible(VARIANT_BOOL* value)
 {
-    return Member([&] { Checked(value) = BoolOf(Tree().Visible()); });
+    return Get(value, [&] { return Tree().Visible(); });
 }
 
 STDMETHODIMP TreeViewObject::put_Visible(VARIANT_BOOL value)
@@ -136,7 +133,7 @@ STDMETHODIMP TreeViewObject::put_Visible(VARIANT_BOOL value)
 
 STDMETHODIMP TreeViewObject::get_Indentation(FLOAT* value)
 {
-    return Member([&] { Checked(value) = Owner().UnitsOf({static_cast<int>(Ask(Tree(), TVM_GETINDENT, 0)), 0}).x; });
+    return Get(value, [&] { return Owner().UnitsOf({static_cast<int>(Ask(Tree(), TVM_GETINDENT, 0)), 0}).x; });
 }
 
 STDMETHODIMP TreeViewObject::put_Indentation(FLOAT value)

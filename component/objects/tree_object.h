@@ -1,6 +1,5 @@
 #pragma once
 
-#include "component/border/values.h"
 #include "component/objects/tree_objects.h"
 
 namespace sylvex {
@@ -43,7 +42,7 @@ private:
     template <class Value>
     HRESULT GetSetting(TreeSetting setting, Value* value)
     {
-        return Member([&] { Give(value, [&] { return Tree().Setting(setting); }); });
+        return Get(value, [&] { return SettingOf<Value>(Tree().Setting(setting)); });
     }
     template <class Value>
     HRESULT LetSetting(TreeSetting setting, Value value)
