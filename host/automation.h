@@ -53,6 +53,18 @@ ComPtr<Result> ReadObject(Object& object, HRESULT (STDMETHODCALLTYPE Interface::
     return result;
 }
 
+/// Reads an object that comes in a value in the same way.
+template <class Result, class Object, class Interface>
+ComPtr<Result> ReadValue(Object& object, HRESULT (STDMETHODCALLTYPE Interface::*getter)(VARIANT*),
+                         std::wstring_view member)
+{
+    Variant value;
+    Check((object.*getter)(value.Put()), member);
+    ComPtr<Result> result = value.As<Result>();
+    if (!result) throw AutomationError(member, E_NOINTERFACE, {});
+    return result;
+}
+
 /// The automation form of a window's handle: of 32 bits everywhere, and scripts know no longer numbers.
 inline Variant ValueOf(HWND window)
 {

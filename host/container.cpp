@@ -139,27 +139,4 @@ bool ControlContainer::HasFocus() const
     return focus && (focus == m_place || IsChild(m_place, focus));
 }
 
-ComPtr<IFontDisp> MakeFontObject(const LOGFONTW& font)
-{
-    constexpr long kPointsPerInch = 72;
-    // The size is a currency value: ten-thousandths of a point.
-    constexpr long kCurrencyScale = 10000;
-    const HDC dc = GetDC(nullptr);
-    const int dotsPerInch = GetDeviceCaps(dc, LOGPIXELSY);
-    ReleaseDC(nullptr, dc);
-
-    std::wstring name = font.lfFaceName;
-    FONTDESC description{};
-    description.cbSizeofstruct = sizeof description;
-    description.lpstrName = name.data();
-    description.cySize.int64 = MulDiv(std::abs(font.lfHeight), kPointsPerInch * kCurrencyScale, dotsPerInch);
-    description.sWeight = static_cast<SHORT>(font.lfWeight);
-    description.sCharset = font.lfCharSet;
-    description.fItalic = font.lfItalic;
-
-    ComPtr<IFontDisp> result;
-    OleCreateFontIndirect(&description, IID_IFontDisp, result.PutAny());
-    return result;
-}
-
 }  // namespace sylvex::host

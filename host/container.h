@@ -57,7 +57,4 @@ private:
     Connection m_properties;
 };
 
-/// The automation form of a font; empty when the system cannot make it.
-ComPtr<IFontDisp> MakeFontObject(const LOGFONTW& font);
-
 }  // namespace sylvex::host

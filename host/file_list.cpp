@@ -15,11 +15,7 @@ constexpr std::array kColumnKeys = {L"nam", L"ext", L"siz",  L"typ",  L"mod",  L
 
 ComPtr<IListView> ListOf(_Sylvex& control)
 {
-    Variant value;
-    Check(control.get_ReqListView(value.Put()), L"ReqListView");
-    ComPtr<IListView> list = value.As<IListView>();
-    if (!list) throw AutomationError(L"ReqListView", E_NOINTERFACE, {});
-    return list;
+    return ReadValue<IListView>(control, &_Sylvex::get_ReqListView, L"ReqListView");
 }
 
 ComPtr<IColumnHeader> ColumnOf(IListView& list, const VARIANT& index)

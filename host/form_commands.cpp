@@ -3,6 +3,7 @@
 #include <commctrl.h>
 #include <commdlg.h>
 
+#include "com/font.h"
 #include "host/automation.h"
 #include "host/console.h"
 #include "host/file_list.h"
@@ -76,7 +77,7 @@ void Form::Start()
 
 void Form::OpenControl()
 {
-    const ComPtr<IFontDisp> font = MakeFontObject(m_fontDescription);
+    const ComPtr<IFontDisp> font = MakeFont(m_fontDescription);
     m_container = std::make_unique<ControlContainer>(Handle(), m_place.Handle());
     try {
         m_container->Open(kProgId, font,

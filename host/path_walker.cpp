@@ -54,11 +54,7 @@ ComPtr<INode> FindDrive(ITreeView& tree, const std::wstring& drive)
 
 ComPtr<ITreeView> TreeOf(_Sylvex& control)
 {
-    Variant value;
-    Check(control.get_TreeView(value.Put()), L"TreeView");
-    ComPtr<ITreeView> tree = value.As<ITreeView>();
-    if (!tree) throw AutomationError(L"TreeView", E_NOINTERFACE, {});
-    return tree;
+    return ReadValue<ITreeView>(control, &_Sylvex::get_TreeView, L"TreeView");
 }
 
 ComPtr<INode> PathWalker::Find(const TreePath& path) const

@@ -1,44 +1,15 @@
 #include "component/border/fonts.h"
 
-#include <olectl.h>
+#include "com/font.h"
 
 namespace sylvex {
-
-namespace {
-
-constexpr int kPointsPerInch = 72;
-// Currency counts ten-thousandths.
-constexpr int kCurrencyUnit = 10000;
-
-CY SizeInPoints(const LOGFONTW& description)
-{
-    const HDC screen = GetDC(nullptr);
-    const int perInch = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
-    CY size{};
-    size.int64 = MulDiv(std::abs(description.lfHeight), kPointsPerInch * kCurrencyUnit, perInch);
-    return size;
-}
-
-}  // namespace
 
 ComPtr<IFontDisp> FontLike(HFONT font)
 {
     LOGFONTW description{};
     if (!font) font = static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
     if (GetObjectW(font, sizeof description, &description) == 0) return nullptr;
-    FONTDESC wanted{};
-    wanted.cbSizeofstruct = sizeof wanted;
-    wanted.lpstrName = description.lfFaceName;
-    wanted.cySize = SizeInPoints(description);
-    wanted.sWeight = static_cast<SHORT>(description.lfWeight);
-    wanted.sCharset = description.lfCharSet;
-    wanted.fItalic = description.lfItalic;
-    wanted.fUnderline = description.lfUnderline;
-    wanted.fStrikethrough = description.lfStrikeOut;
-    ComPtr<IFontDisp> made;
-    OleCreateFontIndirect(&wanted, IID_IFontDisp, made.PutAny());
-    return made;
+    return MakeFont(description);
 }
 
 ComPtr<IFontDisp> Limited(const ComPtr<IFontDisp>& font)
