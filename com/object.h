@@ -12,46 +12,46 @@
 namespace sylvex {
 
 template <class Base>
-struct Extends {
+struct Extending {
     using Type = Base;
 };
 
 /// The interface that `Interface` extends and that an object answers for as well; void when there is none.
 template <class Interface>
-struct Extended : Extends<void> {
+struct BaseInterface : Extending<void> {
 };
 template <>
-struct Extended<IProvideClassInfo2> : Extends<IProvideClassInfo> {
+struct BaseInterface<IProvideClassInfo2> : Extending<IProvideClassInfo> {
 };
 template <>
-struct Extended<IViewObject2> : Extends<IViewObject> {
+struct BaseInterface<IViewObject2> : Extending<IViewObject> {
 };
 template <>
-struct Extended<IViewObjectEx> : Extends<IViewObject2> {
+struct BaseInterface<IViewObjectEx> : Extending<IViewObject2> {
 };
 template <>
-struct Extended<IOleInPlaceObject> : Extends<IOleWindow> {
+struct BaseInterface<IOleInPlaceObject> : Extending<IOleWindow> {
 };
 template <>
-struct Extended<IOleInPlaceActiveObject> : Extends<IOleWindow> {
+struct BaseInterface<IOleInPlaceActiveObject> : Extending<IOleWindow> {
 };
 template <>
-struct Extended<IOleInPlaceSite> : Extends<IOleWindow> {
+struct BaseInterface<IOleInPlaceSite> : Extending<IOleWindow> {
 };
 template <>
-struct Extended<IOleInPlaceUIWindow> : Extends<IOleWindow> {
+struct BaseInterface<IOleInPlaceUIWindow> : Extending<IOleWindow> {
 };
 template <>
-struct Extended<IOleInPlaceFrame> : Extends<IOleInPlaceUIWindow> {
+struct BaseInterface<IOleInPlaceFrame> : Extending<IOleInPlaceUIWindow> {
 };
 template <>
-struct Extended<IPersistStreamInit> : Extends<IPersist> {
+struct BaseInterface<IPersistStreamInit> : Extending<IPersist> {
 };
 template <>
-struct Extended<IPersistStorage> : Extends<IPersist> {
+struct BaseInterface<IPersistStorage> : Extending<IPersist> {
 };
 template <>
-struct Extended<IPersistPropertyBag> : Extends<IPersist> {
+struct BaseInterface<IPersistPropertyBag> : Extending<IPersist> {
 };
 
 /// Whether `Interface` or one that it extends has this identifier.
@@ -61,7 +61,7 @@ bool Answers(const IID& id)
     if constexpr (std::is_void_v<Interface>) {
         return false;
     } else {
-        return id == __uuidof(Interface) || Answers<typename Extended<Interface>::Type>(id);
+        return id == __uuidof(Interface) || Answers<typename BaseInterface<Interface>::Type>(id);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "com/late_call.h"
 #include "SylvexControl_h.h"
 #include "tests/component/component_file.h"
 
@@ -21,16 +22,13 @@ public:
 };
 [[maybe_unused]] testing::Environment* const oleThread = testing::AddGlobalTestEnvironment(new OleThread);
 
-void Check(HRESULT result, EXCEPINFO* exception = nullptr)
+void Check(HRESULT result, ExceptionInfo* exception = nullptr)
 {
     if (SUCCEEDED(result)) return;
     Failure failure{result, {}};
     if (result == DISP_E_EXCEPTION && exception) {
-        failure.number = exception->scode;
-        if (exception->bstrDescription) failure.description = exception->bstrDescription;
-        SysFreeString(exception->bstrDescription);
-        SysFreeString(exception->bstrSource);
-        SysFreeString(exception->bstrHelpFile);
+        failure.number = exception->Get().scode;
+        failure.description = ViewOf(exception->Get().bstrDescription);
     }
     if ((failure.number & ~0xFFFF) == kNumbered) failure.number &= 0xFFFF;
     throw failure;
@@ -54,53 +52,35 @@ const wchar_t* NameOf(DISPID event)
 
 }  // namespace
 
-Value::Value(IDispatch* object) : Value()
-{
-    V_VT(&m_value) = VT_DISPATCH, V_DISPATCH(&m_value) = object;
-    if (object) object->AddRef();
-}
-
-Value::Value(const VARIANT& source) : Value()
-{
-    Check(VariantCopyInd(&m_value, const_cast<VARIANT*>(&source)));
-}
-
-Value Value::Missing()
-{
-    Value missing;
-    V_VT(&missing.m_value) = VT_ERROR, V_ERROR(&missing.m_value) = DISP_E_PARAMNOTFOUND;
-    return missing;
-}
-
 std::wstring Value::Text() const
 {
-    Value text;
-    Check(VariantChangeType(&text.m_value, const_cast<VARIANT*>(&m_value), 0, VT_BSTR));
-    return {V_BSTR(&text.m_value), SysStringLen(V_BSTR(&text.m_value))};
+    Variant text;
+    Check(text.SetTo(Raw(), VT_BSTR));
+    return std::wstring(text.Text());
 }
 
 int Value::Number() const
 {
-    Value number;
-    Check(VariantChangeType(&number.m_value, const_cast<VARIANT*>(&m_value), 0, VT_I4));
-    return V_I4(&number.m_value);
+    Variant number;
+    Check(number.SetTo(Raw(), VT_I4));
+    return V_I4(&number.Get());
 }
 
 bool Value::Flag() const
 {
-    if (V_VT(&m_value) != VT_BOOL) throw Failure{13, L"not a Boolean"};
-    return V_BOOL(&m_value) == VARIANT_TRUE;
+    if (V_VT(&Raw()) != VT_BOOL) throw Failure{13, L"not a Boolean"};
+    return V_BOOL(&Raw()) == VARIANT_TRUE;
 }
 
 bool Value::IsNothing() const
 {
-    return V_VT(&m_value) == VT_DISPATCH && !V_DISPATCH(&m_value);
+    return V_VT(&Raw()) == VT_DISPATCH && !V_DISPATCH(&Raw());
 }
 
 IDispatch* Value::Object() const
 {
-    if (V_VT(&m_value) != VT_DISPATCH) throw Failure{13, L"not an object"};
-    return V_DISPATCH(&m_value);
+    if (V_VT(&Raw()) != VT_DISPATCH) throw Failure{13, L"not an object"};
+    return V_DISPATCH(&Raw());
 }
 
 bool Value::Is(const Value& other) const
@@ -112,38 +92,31 @@ Value Value::Invoke(const wchar_t* name, WORD kind, std::vector<Value>& argument
 {
     IDispatch* const object = Object();
     if (!object) throw Failure{91, L"nothing"};
-    LPOLESTR asked = const_cast<LPOLESTR>(name);
     DISPID member = DISPID_UNKNOWN;
-    Check(object->GetIDsOfNames(IID_NULL, &asked, 1, LOCALE_USER_DEFAULT, &member));
+    Check(FindMember(*object, name, member));
     std::vector<VARIANT> reversed;
     for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument)
-        reversed.push_back(argument->m_value);
-    DISPID written = DISPID_PROPERTYPUT;
-    const bool writes = (kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
-    DISPPARAMS parameters{reversed.data(), writes ? &written : nullptr, static_cast<UINT>(reversed.size()),
-                          writes ? 1u : 0u};
+        reversed.push_back(argument->Raw());
     Value result;
-    EXCEPINFO exception{};
-    Check(object->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, writes ? nullptr : &result.m_value,
-                         &exception, nullptr),
-          &exception);
+    ExceptionInfo exception;
+    const bool writes = (kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+    Check(CallMember(*object, member, kind, reversed, writes ? nullptr : &result.Raw(), exception.Put()), &exception);
     return result;
 }
 
 ComPtr<IEnumVARIANT> Value::Enumerator() const
 {
-    DISPPARAMS none{};
-    Value enumerator;
-    Check(Object()->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none,
-                           &enumerator.m_value, nullptr, nullptr));
-    return ComPtr(V_UNKNOWN(&enumerator.m_value)).As<IEnumVARIANT>();
+    Variant enumerator;
+    constexpr WORD kind = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+    Check(CallMember(*Object(), DISPID_NEWENUM, kind, {}, enumerator.Put()));
+    return enumerator.As<IEnumVARIANT>();
 }
 
 std::vector<Value> Value::Each() const
 {
     const ComPtr<IEnumVARIANT> items = Enumerator();
     std::vector<Value> met;
-    for (Value item; items->Next(1, &item.m_value, nullptr) == S_OK; item = Value())
+    for (Value item; items->Next(1, &item.Raw(), nullptr) == S_OK; item = Value())
         met.push_back(item);
     return met;
 }

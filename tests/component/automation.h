@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/win32/com_pointer.h"
+#include "com/variant.h"
 #include "tests/component/test_object.h"
 
 namespace sylvex::test {
@@ -26,30 +26,22 @@ struct Failure {
 /// A value as a script holds it. Members of an object are called by name; what fails throws Failure.
 class Value {
 public:
-    Value() { VariantInit(&m_value); }
-    Value(int value) : Value() { V_VT(&m_value) = VT_I4, V_I4(&m_value) = value; }
-    Value(LONGLONG value) : Value() { V_VT(&m_value) = VT_I8, V_I8(&m_value) = value; }
-    Value(bool value) : Value() { V_VT(&m_value) = VT_BOOL, V_BOOL(&m_value) = value ? VARIANT_TRUE : VARIANT_FALSE; }
-    Value(double value) : Value() { V_VT(&m_value) = VT_R8, V_R8(&m_value) = value; }
-    Value(const wchar_t* text) : Value() { V_VT(&m_value) = VT_BSTR, V_BSTR(&m_value) = SysAllocString(text); }
-    Value(const std::wstring& text) : Value(text.c_str()) {}
+    Value() = default;
+    Value(int value) : m_value(static_cast<long>(value)) {}
+    Value(LONGLONG value) { V_VT(&Raw()) = VT_I8, V_I8(&Raw()) = value; }
+    Value(bool value) : m_value(value) {}
+    Value(double value) { V_VT(&Raw()) = VT_R8, V_R8(&Raw()) = value; }
+    Value(const wchar_t* text) : m_value(text) {}
+    Value(const std::wstring& text) : m_value(text) {}
     /// Adds a reference. Null: nothing.
-    Value(IDispatch* object);
-    /// Copies, also what is given by reference.
-    explicit Value(const VARIANT& source);
-    Value(const Value& other) : Value(other.m_value) {}
-    Value(Value&& other) noexcept : m_value(other.m_value) { VariantInit(&other.m_value); }
-    Value& operator=(Value other) noexcept
-    {
-        std::swap(m_value, other.m_value);
-        return *this;
-    }
-    ~Value() { VariantClear(&m_value); }
+    Value(IDispatch* object) : m_value(object) {}
+    /// Copies, also what is given by reference; throws ComError.
+    explicit Value(const VARIANT& source) : m_value(source) {}
     /// An optional argument that is left out.
-    static Value Missing();
+    static Value Missing() { return Value(MissingArgument()); }
 
-    VARIANT& Raw() { return m_value; }
-    const VARIANT& Raw() const { return m_value; }
+    VARIANT& Raw() { return m_value.Get(); }
+    const VARIANT& Raw() const { return m_value.Get(); }
     std::wstring Text() const;
     int Number() const;
     bool Flag() const;
@@ -81,7 +73,7 @@ private:
         std::vector<Value> arguments{value};
         Invoke(name, kind, arguments);
     }
-    VARIANT m_value;
+    Variant m_value;
 };
 
 /// The number of the error that `body` ends with; 0 when it does not fail.

@@ -126,17 +126,14 @@ TEST_F(Exceptions, ObjectsAndTextsThatAreNotThereAreRunTimeErrors)
     EXPECT_EQ(reports.Take(), L"Sylvex.SelectedItem 10005");
     EXPECT_EQ(direct->put_FileFilter(static_cast<BSTR>(Nowhere())), kAccessViolation);
     EXPECT_EQ(direct->get_FileFilter(static_cast<BSTR*>(Nowhere())), kAccessViolation);
-    IErrorInfo* information = nullptr;
-    ASSERT_EQ(GetErrorInfo(0, &information), S_OK);
-    BSTR source = nullptr;
-    BSTR description = nullptr;
-    information->GetSource(&source);
-    information->GetDescription(&description);
-    EXPECT_STREQ(source, L"vantorExceptionFilter");
-    EXPECT_STREQ(description, L"Access Violation");
-    SysFreeString(source);
-    SysFreeString(description);
-    information->Release();
+    ComPtr<IErrorInfo> information;
+    ASSERT_EQ(GetErrorInfo(0, information.Put()), S_OK);
+    Bstr source;
+    Bstr description;
+    information->GetSource(source.Put());
+    information->GetDescription(description.Put());
+    EXPECT_EQ(source.View(), L"vantorExceptionFilter");
+    EXPECT_EQ(description.View(), L"Access Violation");
     ExpectBothToWork();
 }
 

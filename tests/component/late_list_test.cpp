@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 
+#include "com/type_info.h"
 #include "tests/component/automation.h"
 #include "tests/component/test_reporter.h"
 
@@ -28,30 +29,11 @@ struct Journal {
 
 /// Passes every call by name on to an automation object of the component, whose own interfaces it hides; what it gives
 /// out is wrapped likewise.
-class HostObject final : public IDispatch {
+class HostObject final : public CountedObject<IDispatch> {
 public:
     HostObject(Value inner, Journal& journal) : m_inner(std::move(inner)), m_journal(journal) {}
-    static Value Wrap(const Value& inner, Journal& journal)
-    {
-        HostObject* const object = new HostObject(inner, journal);
-        const Value wrapped(object);
-        object->Release();
-        return wrapped;
-    }
+    static Value Wrap(const Value& inner, Journal& journal) { return Make<HostObject>(inner, journal).Get(); }
 
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override
-    {
-        *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
-        if (*found) AddRef();
-        return *found ? S_OK : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++m_references; }
-    STDMETHODIMP_(ULONG) Release() override
-    {
-        const ULONG left = --m_references;
-        if (left == 0) delete this;
-        return left;
-    }
     STDMETHODIMP GetTypeInfoCount(UINT* count) override { return m_inner.Object()->GetTypeInfoCount(count); }
     STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override
     {
@@ -82,7 +64,6 @@ public:
     }
 
 private:
-    ~HostObject() = default;
     /// Names by class and number: numbers asked of one object are used for all of its class.
     static std::map<std::pair<std::wstring, DISPID>, std::wstring>& Known()
     {
@@ -91,14 +72,9 @@ private:
     }
     std::wstring TypeOf() const
     {
-        ITypeInfo* info = nullptr;
-        BSTR name = nullptr;
-        m_inner.Object()->GetTypeInfo(0, 0, &info);
-        info->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
-        const std::wstring text(name);
-        SysFreeString(name);
-        info->Release();
-        return text;
+        ComPtr<ITypeInfo> info;
+        m_inner.Object()->GetTypeInfo(0, 0, info.Put());
+        return NameOf(*info);
     }
     void Note(DISPID member, WORD kind, const DISPPARAMS& arguments)
     {
@@ -114,7 +90,6 @@ private:
 
     Value m_inner;
     Journal& m_journal;
-    ULONG m_references = 1;
 };
 
 /// A control with a folder of two files on disk, ticked in a tree of two nodes made by hand, and a host's list object.

@@ -269,10 +269,7 @@ TEST_F(ListObjects, ForEachBearsRemovalOnTheWay)
         Add(text);
     const ComPtr<IEnumVARIANT> each = items.Enumerator();
     std::wstring met;
-    VARIANT next{};
-    while (each->Next(1, &next, nullptr) == S_OK) {
-        const Value item(next);
-        VariantClear(&next);
+    for (Value item; each->Next(1, &item.Raw(), nullptr) == S_OK; item = Value()) {
         met += item.Get(L"Text").Text();
         if (met == L"b" || met == L"ab") items.Call(L"Remove", {item.Get(L"Index")});
     }
@@ -281,9 +278,9 @@ TEST_F(ListObjects, ForEachBearsRemovalOnTheWay)
     EXPECT_EQ(each->Skip(2), S_OK);
     ComPtr<IEnumVARIANT> copy;
     ASSERT_EQ(each->Clone(copy.Put()), S_OK);
-    ASSERT_EQ(copy->Next(1, &next, nullptr), S_OK);
-    EXPECT_EQ(Value(next).Get(L"Text").Text(), L"d");
-    VariantClear(&next);
+    Value next;
+    ASSERT_EQ(copy->Next(1, &next.Raw(), nullptr), S_OK);
+    EXPECT_EQ(next.Get(L"Text").Text(), L"d");
     EXPECT_EQ(copy->Skip(1), S_FALSE);
 }
 

@@ -62,7 +62,7 @@ STDMETHODIMP TestContainer::QueryInterface(REFIID id, void** found)
 {
     *found = nullptr;
     if (id == IID_IDispatch && !ambients) return E_NOINTERFACE;
-    return TestDispatch::QueryInterface(id == IID_IOleWindow ? IID_IOleInPlaceSite : id, found);
+    return TestDispatch::QueryInterface(id, found);
 }
 
 STDMETHODIMP TestContainer::GetWindow(HWND* window)

@@ -4,6 +4,9 @@
 
 #include <ole2.h>
 
+#include "com/dispatch.h"
+#include "com/object.h"
+
 namespace sylvex::test {
 
 /// A test's own COM object, on its stack: answers for these interfaces, and counts the references to itself.
@@ -18,8 +21,7 @@ public:
 
     STDMETHODIMP QueryInterface(REFIID id, void** found) override
     {
-        *found = id == IID_IUnknown || id == __uuidof(First) ? static_cast<First*>(this) : nullptr;
-        ((id == __uuidof(More) ? void(*found = static_cast<More*>(this)) : void()), ...);
+        *found = FindInParts<First, More...>(this, id);
         if (*found) AddRef();
         return *found ? S_OK : E_NOINTERFACE;
     }
@@ -32,11 +34,8 @@ private:
 
 /// One of which a late-bound caller needs Invoke alone.
 template <class... More>
-class TestDispatch : public TestObject<IDispatch, More...> {
+class TestDispatch : public TestObject<PlainDispatch, More...> {
 public:
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override
     {
         return E_NOTIMPL;

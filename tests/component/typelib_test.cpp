@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "com/type_info.h"
 #include "SylvexControl_h.h"
 #include "tests/component/automation.h"
 #include "tests/component/component_file.h"
@@ -23,11 +24,7 @@ std::string Narrow(const wchar_t* text)
 
 std::string NameOf(ITypeInfo& info)
 {
-    BSTR text = nullptr;
-    info.GetDocumentation(MEMBERID_NIL, &text, nullptr, nullptr, nullptr);
-    const std::string name = Narrow(text);
-    SysFreeString(text);
-    return name;
+    return Narrow(sylvex::NameOf(info).c_str());
 }
 
 ComPtr<ITypeLib> Library()
