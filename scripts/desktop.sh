@@ -5,6 +5,7 @@
 # a second display fail silently. One command at a time has it, and stops it when it ends.
 
 readonly xvfbDir="$buildDir/xvfb"
+readonly screenSize=1280x900
 wine=wine
 # Which build runs, and in which prefix; useWine10 sets others.
 arch=x64
@@ -123,7 +124,7 @@ tryXvfb() {
     local number="$1" pid tries
     ! displayTaken "$number" || return 1
     # In a session of its own: an interrupt at the terminal must not end it before its clients.
-    setsid Xvfb ":$number" -screen 0 1280x900x24 -nolisten tcp \
+    setsid Xvfb ":$number" -screen 0 "${screenSize}x24" -nolisten tcp \
         >"$xvfbDir/log" 2>&1 </dev/null 9>&- &
     pid=$!
     for ((tries = 0; tries < 100; tries++)); do

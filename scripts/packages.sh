@@ -22,15 +22,12 @@ asRoot() {
 
 # installMissing [PACKAGE...]: what every command needs, and the packages named.
 installMissing() {
-    local package missing=()
+    local installed missing=()
     command -v dpkg-query >/dev/null || return 0 # Not Debian: the tools are the user's affair.
-    for package in "${neededPackages[@]}" "$@"; do
-        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
-            missing+=("$package")
-    done
-    [ ${#missing[@]} -gt 0 ] || return 0
-
-    installPackages "${missing[@]}"
+    installed="$(dpkg-query -W -f='${db:Status-Status} ${Package}\n' "${neededPackages[@]}" "$@" 2>/dev/null |
+        sed -n 's/^installed //p' || true)"
+    mapfile -t missing < <(printf '%s\n' "${neededPackages[@]}" "$@" | grep -vxF "$installed")
+    [ ${#missing[@]} -eq 0 ] || installPackages "${missing[@]}"
 }
 
 installPackages() {

@@ -7,7 +7,6 @@
 #include <functional>
 #include <vector>
 
-#include "component/border/ole_extent.h"
 #include "tests/component/test_bag.h"
 #include "tests/component/test_container.h"
 
