@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/win32/com_pointer.h"
+#include "com/pointer.h"
 #include "tests/component/test_object.h"
 
 namespace sylvex::test {
