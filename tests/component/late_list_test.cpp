@@ -8,6 +8,7 @@
 
 #include "tests/component/automation.h"
 #include "tests/component/test_reporter.h"
+#include "tests/support/files_real.h"
 
 #include <commctrl.h>
 
@@ -15,6 +16,7 @@ namespace sylvex::test {
 namespace {
 
 constexpr long kTypeMismatch = 13;
+const std::wstring kFolder = L"C:\\SylvexLateList";
 
 /// What a host's objects were asked, in words.
 struct Journal {
@@ -28,27 +30,13 @@ struct Journal {
 
 /// Passes every call by name on to an automation object of the component, whose own interfaces it hides; what it gives
 /// out is wrapped likewise.
-class HostObject final : public IDispatch {
+class HostObject final : public TestDispatch<> {
 public:
-    HostObject(Value inner, Journal& journal) : m_inner(std::move(inner)), m_journal(journal) {}
-    static Value Wrap(const Value& inner, Journal& journal)
-    {
-        HostObject* const object = new HostObject(inner, journal);
-        const Value wrapped(object);
-        object->Release();
-        return wrapped;
-    }
+    HostObject(const Value& inner, Journal& journal) : m_inner(inner), m_journal(journal) {}
 
-    STDMETHODIMP QueryInterface(REFIID id, void** found) override
-    {
-        *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
-        if (*found) AddRef();
-        return *found ? S_OK : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++m_references; }
     STDMETHODIMP_(ULONG) Release() override
     {
-        const ULONG left = --m_references;
+        const ULONG left = TestDispatch::Release();
         if (left == 0) delete this;
         return left;
     }
@@ -74,7 +62,7 @@ public:
             V_I2(result) = *m_journal.columnPlace;
         if (m_journal.denySelection && Known()[{TypeOf(), member}] == L"Selected") V_BOOL(result) = VARIANT_FALSE;
         if (SUCCEEDED(done) && result && V_VT(result) == VT_DISPATCH && V_DISPATCH(result)) {
-            const Value wrapped = Wrap(Value(*result), m_journal);
+            const Value wrapped(new HostObject(Value(*result), m_journal));
             VariantClear(result);
             VariantCopy(result, const_cast<VARIANT*>(&wrapped.Raw()));
         }
@@ -114,7 +102,6 @@ private:
 
     Value m_inner;
     Journal& m_journal;
-    ULONG m_references = 1;
 };
 
 /// A control with a folder of two files on disk, ticked in a tree of two nodes made by hand, and a host's list object.
@@ -122,13 +109,11 @@ class LateList : public testing::Test {
 protected:
     LateList()
     {
-        CreateDirectoryW(L"C:\\SylvexLateList", nullptr);
-        for (const wchar_t* const path : {L"C:\\SylvexLateList\\a.txt", L"C:\\SylvexLateList\\b.txt"}) {
-            CloseHandle(CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
-        }
+        for (const wchar_t* const name : {L"\\a.txt", L"\\b.txt"})
+            WriteBytes(kFolder + name, "");
         // Another control makes the list's object out of a window.
         maker.Set(L"ReqListView", static_cast<int>(reinterpret_cast<INT_PTR>(window)));
-        list = HostObject::Wrap(maker.Get(L"ReqListView"), journal);
+        list = Value(new HostObject(maker.Get(L"ReqListView"), journal));
         control.Put(L"FileFilter", L"*.txt");
         control.Call(L"Enumerate");
         const Value nodes = control.Get(L"TreeView").Get(L"Nodes");
@@ -142,9 +127,7 @@ protected:
     ~LateList() override
     {
         DestroyWindow(window);
-        for (const wchar_t* const path : {L"C:\\SylvexLateList\\a.txt", L"C:\\SylvexLateList\\b.txt"})
-            DeleteFileW(path);
-        RemoveDirectoryW(L"C:\\SylvexLateList");
+        RemoveBranch(kFolder);
     }
     Value Cell(int row, const wchar_t* key)
     {
