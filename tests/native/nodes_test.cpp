@@ -144,6 +144,7 @@ TEST_F(NodesTest, PlaceholdersKeepTheirIndicesWhenMostOfTheNodesGo)
     nodes.Remove(junk);
     EXPECT_EQ(nodes.Count(), 3);
     EXPECT_EQ(&nodes.Item(2), folder.Child());
+    EXPECT_EQ(&nodes.Item(3), &last);
     EXPECT_EQ(last.Index(), 3);
 }
 
