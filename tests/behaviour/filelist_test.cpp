@@ -177,21 +177,6 @@ TEST_F(FileListTest, TheInnerCallAddsOnly)
     EXPECT_EQ(Rows(), L"t\\kept.txt t\\kept.txt");
 }
 
-TEST_F(FileListTest, BindingLaysOutSixteenColumnsAndEmptiesTheList)
-{
-    Tick(L"kept.txt");
-    scene.control().SetReqListView(scene.control().ReqListView());
-    EXPECT_EQ(scene.list().RowCount(), 0);
-    EXPECT_EQ(scene.list().ColumnCount(), 16);
-    const auto list = scene.control().ReqListView();
-    EXPECT_EQ(list->SubItemIndex(L"nam"), 0);
-    EXPECT_EQ(list->SubItemIndex(L"dos"), 9);
-    EXPECT_EQ(list->SubItemIndex(L"tim2"), 15);
-    EXPECT_EQ(scene.list().ColumnWidth(0), scene.list().PixelsOf(3600));
-    for (int column = 10; column < 16; ++column)
-        EXPECT_EQ(scene.list().ColumnWidth(column), 0) << column;
-}
-
 TEST_F(FileListTest, ABuildHidesTheSortColumnsAgain)
 {
     scene.list().SetColumnWidth(12, 40);
@@ -199,16 +184,6 @@ TEST_F(FileListTest, ABuildHidesTheSortColumnsAgain)
     scene.list().SetColumnWidth(12, 40);
     scene.control().BuildFileList(&Desktop(), false);
     EXPECT_EQ(scene.list().ColumnWidth(12), 0);
-}
-
-TEST_F(FileListTest, AListWithoutTheColumnsIsAnErrorAndGetsNoRow)
-{
-    Tick(L"kept.txt");
-    scene.control().ReqListView()->ClearItems();
-    scene.control().ReqListView()->ClearColumns();
-    EXPECT_EQ(ErrorOf([&] { scene.control().BuildFileList(&Desktop(), false); }), 65535);
-    EXPECT_EQ(CurrentErrorState().vantorErrorNumber, 65535);
-    EXPECT_EQ(scene.list().RowCount(), 0);
 }
 
 TEST(FileNames, ArePartsBehindTheLastSeparator)

@@ -224,26 +224,6 @@ TEST(Activation, LeavesTheOldPlaceBeforeAnotherSiteIsItsOwn)
     EXPECT_EQ(next.TakeLog(), "OnInPlaceActivate\nOnUIActivate\nOnFocus in\n");
 }
 
-TEST(Activation, TwoControlsOnOneFormHandTheInterfaceOver)
-{
-    TestContainer container;
-    TestContainer other;
-    Embedded first(container);
-    Embedded second(other);
-    first.Start();
-    second.Start();
-    EXPECT_EQ(GetFocus(), second.Tree());
-    container.TakeLog();
-    other.TakeLog();
-
-    SetFocus(first.Tree());
-    DrainMessages();
-    EXPECT_EQ(other.TakeLog(), "OnFocus out\n");
-    // A container takes the interface from the control that had it.
-    EXPECT_HRESULT_SUCCEEDED(second.As<IOleInPlaceObject>()->UIDeactivate());
-    EXPECT_EQ(container.TakeLog(), "OnFocus in\n");
-}
-
 TEST(Activation, ComesWithTheFocusAtRunTimeOnly)
 {
     TestContainer container;

@@ -32,14 +32,6 @@ VARIANT Reference(VARTYPE type, void* target)
     return reference;
 }
 
-VARIANT Text(BSTR text)
-{
-    VARIANT value{};
-    V_VT(&value) = VT_BSTR;
-    V_BSTR(&value) = text;
-    return value;
-}
-
 // The control as a script sees it: by name, with no more than an IDispatch.
 class LateBound : public testing::Test {
 protected:
@@ -59,20 +51,17 @@ protected:
 
 TEST_F(LateBound, TextByReferenceTakesEveryFormOfText)
 {
-    BSTR text = SysAllocString(L"12345678");
-    VARIANT variable = Text(text);
-    VARIANT number{};
-    V_VT(&number) = VT_I4;
-    V_I4(&number) = 12345678;
+    Value text(L"12345678");
+    Value number(12345678);
     const struct {
         const char* form;
         VARIANT argument;
     } forms[] = {
-        {"a literal", variable},
-        {"a typed variable", Reference(VT_BSTR, &text)},
-        {"a script's variable", Reference(VT_VARIANT, &variable)},
-        {"a number", number},
-        {"a script's variable with a number", Reference(VT_VARIANT, &number)},
+        {"a literal", text.Raw()},
+        {"a typed variable", Reference(VT_BSTR, &V_BSTR(&text.Raw()))},
+        {"a script's variable", Reference(VT_VARIANT, &text.Raw())},
+        {"a number", number.Raw()},
+        {"a script's variable with a number", Reference(VT_VARIANT, &number.Raw())},
     };
     for (const auto& [form, argument] : forms) {
         VARIANT result{};
@@ -80,49 +69,43 @@ TEST_F(LateBound, TextByReferenceTakesEveryFormOfText)
         ASSERT_EQ(V_VT(&result), VT_CY) << form;
         EXPECT_EQ(V_CY(&result).int64, kEightDigits) << form;
     }
-    EXPECT_EQ(V_VT(&number), VT_I4) << "a variable that the member does not change keeps its type";
-    EXPECT_EQ(std::wstring(V_BSTR(&variable)), L"12345678");
-    SysFreeString(text);
+    EXPECT_EQ(V_VT(&number.Raw()), VT_I4) << "a variable that the member does not change keeps its type";
 }
 
 TEST_F(LateBound, ArgumentsGoByTheirNames)
 {
-    VARIANT argument = Text(SysAllocString(L"12345678"));
+    Value argument(L"12345678");
     OLECHAR member[] = L"CVC";
     OLECHAR parameter[] = L"ValToConvert";
     LPOLESTR names[] = {member, parameter};
     DISPID ids[2] = {};
     ASSERT_HRESULT_SUCCEEDED(m_control->GetIDsOfNames(IID_NULL, names, 2, LOCALE_USER_DEFAULT, ids));
-    DISPPARAMS arguments = {&argument, &ids[1], 1, 1};
+    DISPPARAMS arguments = {&argument.Raw(), &ids[1], 1, 1};
     VARIANT result{};
-    EXPECT_HRESULT_SUCCEEDED(m_control->Invoke(ids[0], IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments,
-                                               &result, nullptr, nullptr));
+    EXPECT_HRESULT_SUCCEEDED(
+        m_control->Invoke(ids[0], IID_NULL, 0, DISPATCH_METHOD, &arguments, &result, nullptr, nullptr));
     EXPECT_EQ(V_CY(&result).int64, kEightDigits);
-    VariantClear(&argument);
 }
 
 TEST_F(LateBound, ObjectByReferenceMustBeANode)
 {
-    VARIANT control{};
-    V_VT(&control) = VT_DISPATCH;
-    V_DISPATCH(&control) = m_control;
-    VARIANT text = Text(SysAllocString(L"node"));
+    Value control(m_control);
+    Value text(L"node");
     const struct {
         const char* form;
         VARIANT argument;
     } forms[] = {
-        {"an object of another kind", control},
-        {"a typed variable with an object of another kind", Reference(VT_DISPATCH, &V_DISPATCH(&control))},
-        {"a script's variable with an object of another kind", Reference(VT_VARIANT, &control)},
-        {"a text", text},
-        {"a script's variable with a text", Reference(VT_VARIANT, &text)},
+        {"an object of another kind", control.Raw()},
+        {"a typed variable with an object of another kind", Reference(VT_DISPATCH, &V_DISPATCH(&control.Raw()))},
+        {"a script's variable with an object of another kind", Reference(VT_VARIANT, &control.Raw())},
+        {"a text", text.Raw()},
+        {"a script's variable with a text", Reference(VT_VARIANT, &text.Raw())},
     };
     for (const auto& [form, argument] : forms) {
         m_bad = 99;
         EXPECT_EQ(Call(kCheckNodeSelective, DISPATCH_METHOD, {argument}), DISP_E_TYPEMISMATCH) << form;
         EXPECT_EQ(m_bad, 0u) << form;
     }
-    VariantClear(&text);
 }
 
 TEST_F(LateBound, PropertiesCanBeWrittenInEitherWay)
@@ -139,14 +122,9 @@ TEST_F(LateBound, PropertiesCanBeWrittenInEitherWay)
 
 TEST_F(LateBound, ArgumentsThatDoNotFitAreRefused)
 {
-    VARIANT state{};
-    V_VT(&state) = VT_BOOL;
-    VARIANT missing{};
-    V_VT(&missing) = VT_ERROR;
-    V_ERROR(&missing) = DISP_E_PARAMNOTFOUND;
-    VARIANT huge{};
-    V_VT(&huge) = VT_R8;
-    V_R8(&huge) = 5e9;
+    VARIANT state = Value(false).Raw();
+    VARIANT missing = Value::Missing().Raw();
+    const VARIANT huge = Value(5e9).Raw();
     const struct {
         const char* what;
         DISPID member;

@@ -9,6 +9,7 @@
 #include "com/type_info.h"
 #include "tests/component/automation.h"
 #include "tests/component/test_reporter.h"
+#include "tests/support/files_real.h"
 
 #include <commctrl.h>
 
@@ -16,6 +17,7 @@ namespace sylvex::test {
 namespace {
 
 constexpr long kTypeMismatch = 13;
+const std::wstring kFolder = L"C:\\SylvexLateList";
 
 /// What a host's objects were asked, in words.
 struct Journal {
@@ -56,7 +58,7 @@ public:
             V_I2(result) = *m_journal.columnPlace;
         if (m_journal.denySelection && Known()[{TypeOf(), member}] == L"Selected") V_BOOL(result) = VARIANT_FALSE;
         if (SUCCEEDED(done) && result && V_VT(result) == VT_DISPATCH && V_DISPATCH(result)) {
-            const Value wrapped = Wrap(Value(*result), m_journal);
+            const Value wrapped(new HostObject(Value(*result), m_journal));
             VariantClear(result);
             VariantCopy(result, const_cast<VARIANT*>(&wrapped.Raw()));
         }
@@ -97,13 +99,11 @@ class LateList : public testing::Test {
 protected:
     LateList()
     {
-        CreateDirectoryW(L"C:\\SylvexLateList", nullptr);
-        for (const wchar_t* const path : {L"C:\\SylvexLateList\\a.txt", L"C:\\SylvexLateList\\b.txt"}) {
-            CloseHandle(CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
-        }
+        for (const wchar_t* const name : {L"\\a.txt", L"\\b.txt"})
+            WriteBytes(kFolder + name, "");
         // Another control makes the list's object out of a window.
         maker.Set(L"ReqListView", static_cast<int>(reinterpret_cast<INT_PTR>(window)));
-        list = HostObject::Wrap(maker.Get(L"ReqListView"), journal);
+        list = Value(new HostObject(maker.Get(L"ReqListView"), journal));
         control.Put(L"FileFilter", L"*.txt");
         control.Call(L"Enumerate");
         const Value nodes = control.Get(L"TreeView").Get(L"Nodes");
@@ -117,9 +117,7 @@ protected:
     ~LateList() override
     {
         DestroyWindow(window);
-        for (const wchar_t* const path : {L"C:\\SylvexLateList\\a.txt", L"C:\\SylvexLateList\\b.txt"})
-            DeleteFileW(path);
-        RemoveDirectoryW(L"C:\\SylvexLateList");
+        RemoveBranch(kFolder);
     }
     Value Cell(int row, const wchar_t* key)
     {

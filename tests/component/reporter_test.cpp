@@ -4,8 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <iterator>
-#include <vector>
 
 #include "tests/component/automation.h"
 #include "tests/component/box_reader.h"
@@ -129,25 +130,12 @@ public:
         const FARPROC procedure = m_module ? GetProcAddress(m_module, entry) : nullptr;
         return procedure ? reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void*>(procedure))() : E_FAIL;
     }
-    void Grow(LONG size) const
-    {
-        const HANDLE file = CreateFileW(m_file.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-        SetFilePointer(file, size, nullptr, FILE_BEGIN);
-        EXPECT_TRUE(SetEndOfFile(file));
-        CloseHandle(file);
-    }
-    void Link() const { EXPECT_TRUE(CreateHardLinkW((m_file + L".link").c_str(), m_file.c_str(), nullptr)); }
+    void Grow(unsigned size) const { std::filesystem::resize_file(m_file, size); }
+    void Link() const { std::filesystem::create_hard_link(m_file, m_file + L".link"); }
     std::string Text() const
     {
-        std::string text;
-        const HANDLE file = CreateFileW(m_file.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                        OPEN_EXISTING, 0, nullptr);
-        if (file == INVALID_HANDLE_VALUE) return text;
-        text.resize(GetFileSize(file, nullptr));
-        DWORD read = 0;
-        ReadFile(file, text.data(), static_cast<DWORD>(text.size()), &read, nullptr);
-        CloseHandle(file);
-        return text;
+        std::ifstream file(std::filesystem::path(m_file), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
     }
 
 private:

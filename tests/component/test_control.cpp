@@ -1,7 +1,5 @@
 #include "tests/component/test_control.h"
 
-#include "tests/component/automation.h"
-
 namespace sylvex::test {
 
 namespace {
@@ -9,18 +7,6 @@ namespace {
 std::string Narrow(const std::wstring& wide)
 {
     return std::string(wide.begin(), wide.end());
-}
-
-/// A property's value; a font's or a picture's as words.
-std::string Shown(const Value& value)
-{
-    if (V_VT(&value.Raw()) != VT_DISPATCH) return Narrow(value.Text());
-    const ComPtr object(value.Object());
-    if (const auto font = object.As<IFontDisp>()) return TextOf(font.Get());
-    const auto picture = object.As<IPicture>();
-    short kind = PICTYPE_NONE;
-    if (picture) picture->get_Type(&kind);
-    return picture ? "picture " + std::to_string(kind) : "none";
 }
 
 }  // namespace
@@ -46,16 +32,15 @@ HWND TreeOf(const ComPtr<::_Sylvex>& control)
     return reinterpret_cast<HWND>(static_cast<LONG_PTR>(window));
 }
 
-std::string PropertiesOf(const ComPtr<::_Sylvex>& control)
+std::string TextOf(const Value& value)
 {
-    const Value members(static_cast<IDispatch*>(control.Get()));
-    std::string lines;
-    for (const wchar_t* const name :
-         {L"Appearance", L"BorderStyle", L"Checkboxes", L"Enabled", L"Font", L"FullRowSelect", L"HideSelection",
-          L"HotTracking", L"LabelEdit", L"LineStyle", L"MouseIcon", L"MousePointer", L"PathSeparator", L"FileFilter",
-          L"Picture", L"DragDropEnable", L"BackColor", L"RecursiveCheck", L"BuildFileListFilter"})
-        lines += Narrow(name) + "=" + Shown(members.Get(name)) + "\n";
-    return lines;
+    if (V_VT(&value.Raw()) != VT_DISPATCH) return Narrow(value.Text());
+    const ComPtr object(value.Object());
+    if (const auto font = object.As<IFontDisp>()) return TextOf(font.Get());
+    const auto picture = object.As<IPicture>();
+    short kind = PICTYPE_NONE;
+    if (picture) picture->get_Type(&kind);
+    return picture ? "picture " + std::to_string(kind) : "none";
 }
 
 ComPtr<IFontDisp> NewFont(const wchar_t* name, int size, bool bold)

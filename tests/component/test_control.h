@@ -12,6 +12,7 @@
 
 #include "component/border/border.h"
 #include "SylvexControl_h.h"
+#include "tests/component/automation.h"
 
 namespace sylvex::test {
 
@@ -24,8 +25,8 @@ HWND TreeOf(const ComPtr<::_Sylvex>& control);
 /// A font's name, size and weight as the system gives them; "none" for null.
 std::string TextOf(IFontDisp* font);
 
-/// The properties that are saved, one "Name=value" a line; pictures as their kind.
-std::string PropertiesOf(const ComPtr<::_Sylvex>& control);
+/// A property's value; a font's as above, a picture's as its kind.
+std::string TextOf(const Value& value);
 
 /// A font object; `size` in points.
 ComPtr<IFontDisp> NewFont(const wchar_t* name, int size, bool bold = false);

@@ -217,102 +217,33 @@ TEST_F(TreeObjects, EnumeratorStandsChangesMeanwhile)
               L"abcde");
 }
 
-TEST_F(TreeObjects, SettingsOfTheTreeAreThoseOfTheControl)
-{
-    const struct {
-        const wchar_t* name;
-        int value;
-        int bad;
-    } settings[] = {{L"Appearance", 0, 2},
-                    {L"BorderStyle", 1, -1},
-                    {L"LabelEdit", 1, 2},
-                    {L"LineStyle", 1, 2},
-                    {L"MousePointer", 99, 16}};
-    for (const auto& [name, value, bad] : settings) {
-        tree.Put(name, value);
-        EXPECT_EQ(control.Get(name).Number(), value) << name;
-        EXPECT_EQ(ErrorOf([&, name = name, bad = bad] { tree.Put(name, bad); }), kInvalidValue) << name;
-        EXPECT_EQ(tree.Get(name).Number(), value) << name;
-    }
-    for (const wchar_t* const flag : {L"Checkboxes", L"FullRowSelect", L"HotTracking"}) {
-        tree.Put(flag, true);
-        EXPECT_TRUE(control.Get(flag).Flag()) << flag;
-    }
-    EXPECT_EQ(control.Get(L"hWnd").Number(), tree.Get(L"hWnd").Number());
-}
-
-// A picture list whose handle needs more than 32 bits, where there are so many.
-class Pictures {
-public:
-    explicit Pictures(int count)
-    {
-        TakeLowMemory();
-        do {
-            // What the heap has left below.
-            do
-                m_blocks.push_back(LocalAlloc(0, 256));
-            while (!IsHigh(m_blocks.back()) && m_blocks.size() < 1000000);
-            m_lists.push_back(ImageList_Create(16, 16, ILC_COLOR32, 0, 1));
-        } while (!IsHigh(Handle()) && m_lists.size() < 1000);
-        for (void* const place : m_taken)
-            VirtualFree(place, 0, MEM_RELEASE);
-        ImageList_SetImageCount(Handle(), static_cast<UINT>(count));
-    }
-    ~Pictures()
-    {
-        for (const HIMAGELIST list : m_lists)
-            ImageList_Destroy(list);
-        for (const HLOCAL block : m_blocks)
-            LocalFree(block);
-    }
-    Pictures(const Pictures&) = delete;
-    Pictures& operator=(const Pictures&) = delete;
-    static constexpr bool Is64Bit() { return sizeof(void*) == 8; }
-    static bool IsHigh(const void* place) { return !Is64Bit() || reinterpret_cast<ULONG_PTR>(place) >> 16 >> 16 != 0; }
-    HIMAGELIST Handle() const { return m_lists.back(); }
-    LONGLONG Number() const { return reinterpret_cast<LONG_PTR>(Handle()); }
-
-private:
-    // What is free below 4 GiB, so that a heap that grows does so above.
-    void TakeLowMemory()
-    {
-        constexpr ULONGLONG kPiece = 0x100000;
-        for (ULONGLONG at = kPiece; Is64Bit() && at >> 32 == 0; at += kPiece) {
-            void* const taken =
-                VirtualAlloc(reinterpret_cast<void*>(static_cast<ULONG_PTR>(at)), kPiece, MEM_RESERVE, PAGE_NOACCESS);
-            if (taken) m_taken.push_back(taken);
-        }
-    }
-    std::vector<void*> m_taken;
-    std::vector<HLOCAL> m_blocks;
-    std::vector<HIMAGELIST> m_lists;
-};
-
 TEST_F(TreeObjects, TheHostsPicturesAreShownUntilTheTreeIsLoadedAgain)
 {
-    const Pictures pictures(20);
-    EXPECT_TRUE(Pictures::IsHigh(pictures.Handle()));
+    const HIMAGELIST pictures = ImageList_Create(16, 16, ILC_COLOR32, 0, 1);
+    ImageList_SetImageCount(pictures, 20);
+    const LONGLONG number = reinterpret_cast<LONG_PTR>(pictures);
     const Value own = tree.Get(L"ImageList");
     const Value node = Root(L"a");
     const auto take = [&](int picture) { return ErrorOf([&] { node.Put(L"Image", picture); }); };
     EXPECT_EQ(take(20), kElementNotFound);
-    tree.Put(L"ImageList", pictures.Number());
+    tree.Put(L"ImageList", number);
     EXPECT_EQ(take(20), 0);
     EXPECT_EQ(take(21), kElementNotFound);
     const auto shown = [&] {
         return reinterpret_cast<HIMAGELIST>(SendMessageW(WindowOf(control), TVM_GETIMAGELIST, TVSIL_NORMAL, 0));
     };
-    EXPECT_EQ(shown(), pictures.Handle());
-    for (const Value& none : {Value(0x7FFF0001), Value(pictures.Number() + 1), Value(L"pictures")})
+    EXPECT_EQ(shown(), pictures);
+    for (const Value& none : {Value(0x7FFF0001), Value(number + 1), Value(number + (1LL << 32)), Value(L"pictures")})
         EXPECT_EQ(ErrorOf([&] { tree.Put(L"ImageList", none); }), kTypeMismatch);
-    EXPECT_EQ(shown(), pictures.Handle());
+    EXPECT_EQ(shown(), pictures);
     tree.Put(L"ImageList", own);
-    EXPECT_NE(shown(), pictures.Handle());
+    EXPECT_NE(shown(), pictures);
     EXPECT_NE(shown(), nullptr);
-    control.Put(L"ImageList", static_cast<double>(pictures.Number()));
-    EXPECT_EQ(shown(), pictures.Handle());
+    control.Put(L"ImageList", static_cast<double>(number));
+    EXPECT_EQ(shown(), pictures);
     control.Call(L"Enumerate");
     EXPECT_EQ(V_VT(&tree.Get(L"ImageList").Raw()), VT_EMPTY);
+    ImageList_Destroy(pictures);
 }
 
 TEST_F(TreeObjects, HitTestTakesTheUnitsOfTheEvents)

@@ -16,12 +16,6 @@ bool TreeDiary::Note(const std::string& word, ItemData item, const bool& answer)
     return answer;
 }
 
-void TreeDiary::NoteKey(const std::string& word, short& key)
-{
-    Note(word + std::to_string(key));
-    if (changedKey >= 0) key = changedKey;
-}
-
 RowMarks TreeDiary::Marks(ItemData item)
 {
     ++marksAsked;

@@ -26,7 +26,6 @@ public:
     bool expands = true;
     bool edits = true;
     bool keepsLabel = true;
-    short changedKey = -1;  ///< what every key becomes; -1 leaves it
     std::function<void(const std::string&)> onWord;
     /// The words so far, which are forgotten.
     std::string Take() { return std::exchange(log, {}); }
@@ -43,8 +42,8 @@ public:
     void Selected(ItemData item, bool byUser) override { Note(byUser ? "chosen:" : "selected:", item); }
     void Clicked(ItemData item) override { Note("click:", item); }
     void DoubleClicked() override { Note("double"); }
-    void KeyDown(short& key, short) override { NoteKey("key", key); }
-    void KeyPress(short& character) override { NoteKey("char", character); }
+    void KeyDown(short& key, short) override { Note("key" + std::to_string(key)); }
+    void KeyPress(short& character) override { Note("char" + std::to_string(character)); }
     void KeyUp(short& key, short) override { Note("keyup" + std::to_string(key)); }
     void MouseDown(short button, short, Point) override { Note("down" + std::to_string(button)); }
     void MouseMove(short button, short, Point) override;
@@ -56,7 +55,6 @@ public:
 private:
     void Note(const std::string& word);
     bool Note(const std::string& word, ItemData item, const bool& answer = true);
-    void NoteKey(const std::string& word, short& key);
 };
 
 /// A form with a tree that fills it, in front of all others; the diary is the tree's listener.

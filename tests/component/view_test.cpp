@@ -102,17 +102,6 @@ TEST_F(View, GoesThroughMetafilesOldAndNew)
     DeleteEnhMetaFile(file);
 }
 
-TEST_F(View, FollowsWhatTheControlShows)
-{
-    const auto draw = [&](HDC device) { Draw(embedded, device, {0, 0, kWidth, kHeight}); };
-    const auto placeholder = Picture(draw);
-    ASSERT_HRESULT_SUCCEEDED(embedded.control->Enumerate());
-    EXPECT_NE(Picture(draw), placeholder);
-    SIZEL nothing{0, 0};
-    EXPECT_HRESULT_SUCCEEDED(embedded.object->SetExtent(DVASPECT_CONTENT, &nothing));
-    EXPECT_EQ(ColoursOf(Picture(draw)), 1u);
-}
-
 // Counts the notices of one advise sink.
 class Sink final : public TestObject<IAdviseSink> {
 public:

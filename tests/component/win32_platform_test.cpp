@@ -5,12 +5,10 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <limits>
 #include <vector>
 
 #include "platform/win32/handles.h"
 #include "platform/win32/win32_platform.h"
-#include "tests/component/handles.h"
 #include "tests/support/files_real.h"
 #include "tests/support/scene.h"
 
@@ -122,170 +120,13 @@ TEST_F(Win32PlatformTest, NumbersAreRoundedThenGrouped)
         SetLocaleInfoW(LOCALE_USER_DEFAULT, which[i], before[i].c_str());
 }
 
-TEST_F(Win32PlatformTest, TextsFollowTheUsersSettings)
+TEST_F(Win32PlatformTest, ALongListOfRowsWithoutDataIsSortedInLittleTime)
 {
-    auto& regional = services.regional;
-    EXPECT_EQ(regional.Lower(L"\u00c4RGER Zip"), L"\u00e4rger zip");
-    EXPECT_EQ(regional.Number(1e15, 0).front(), L'1');
-    EXPECT_EQ(sylvex::ErrorOf([&] { regional.Number(std::numeric_limits<double>::infinity(), 0); }), 5);
-    // 2026-11-16 02:34:13
-    const Date date{46342.0 + (2 * 3600 + 34 * 60 + 13) / 86400.0};
-    EXPECT_NE(regional.ShortDate(date).find(L"16"), std::wstring::npos);
-    EXPECT_NE(regional.LongTime(date).find(L"34"), std::wstring::npos);
-    EXPECT_EQ(sylvex::ErrorOf([&] { regional.ShortDate({1e9}); }), 5);
-    EXPECT_EQ(sylvex::ErrorOf([&] { regional.LongTime({-1e9}); }), 5);
-    EXPECT_EQ(regional.Narrow(L"A\u65e5").front(), 'A');
-    EXPECT_EQ(regional.Narrow(L"").size(), 0u);
-}
-
-TEST_F(Win32PlatformTest, IconsAreGivenBack)
-{
-    auto& shell = services.shell;
-    const auto fillAndEmpty = [&] {
-        const ImageListHandle list = services.images.Create();
-        for (int round = 0; round < 100; ++round) {
-            const auto icon = shell.IconInFile(L"Shell32.dll", 3);
-            ASSERT_TRUE(icon);
-            EXPECT_EQ(services.images.Add(list, icon.Get()), round);
-        }
-        EXPECT_FALSE(shell.DisplayName(L"C:\\").empty());
-        EXPECT_EQ(services.images.Count(list), 100);
-        EXPECT_EQ(services.images.Add(list, 0), -1);
-        EXPECT_FALSE(shell.IconInFile(L"Shell32.dll", 99999));
-        EXPECT_FALSE(shell.IconInFile(L"C:\\none.ico", 0));
-        services.images.Destroy(list);
-    };
-    fillAndEmpty();  // the shell keeps some for itself
-    const Handles before;
-    fillAndEmpty();
-    const Handles after;
-    EXPECT_LE(after.user, before.user + 10);
-    EXPECT_LE(after.gdi, before.gdi + 10);
-}
-
-TEST_F(Win32PlatformTest, ResourceStringsComeFromTheSystemFolderAlone)
-{
-    // The title of the system's error boxes, in whatever language.
-    EXPECT_FALSE(services.shell.ResourceString(L"User32.Dll", 2).empty());
-    EXPECT_EQ(services.shell.ResourceString(L"..\\none.dll", 1), L"");
-    EXPECT_EQ(services.shell.ResourceString(services.files.SystemDirectory() + L"\\shell32.dll", 4162), L"");
-    EXPECT_EQ(services.shell.ResourceString(L"none.dll", 1), L"");
-    const auto documents = services.shell.SpecialFolder(5);
-    EXPECT_FALSE(documents.empty());
-    EXPECT_NE(documents.back(), L'\\');
-    EXPECT_EQ(services.shell.SpecialFolder(9999), L"");
-}
-
-void Pump(DWORD milliseconds)
-{
-    MSG message;
-    for (const DWORD end = GetTickCount() + milliseconds; GetTickCount() < end; Sleep(1))
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-            DispatchMessageW(&message);
-}
-
-TEST_F(Win32PlatformTest, TimersTickWhileEnabledAndMayGoInATick)
-{
-    int ticks = 0;
-    std::unique_ptr<Timer> timer = services.timers.Create([&] { ++ticks; });
-    timer->SetInterval(10);
-    Pump(50);
-    EXPECT_EQ(ticks, 0);
-    timer->SetEnabled(true);
-    Pump(100);
-    EXPECT_GE(ticks, 2);
-    timer->SetEnabled(false);
-    const auto before = ticks;
-    Pump(50);
-    EXPECT_EQ(ticks, before);
-
-    timer = services.timers.Create([&] {
-        ++ticks;
-        timer.reset();
-    });
-    timer->SetInterval(10);
-    timer->SetEnabled(true);
-    Pump(50);
-    EXPECT_EQ(ticks, before + 1);
-}
-
-class Win32ListTest : public Win32PlatformTest {
-protected:
-    void SetUp() override
-    {
-        native = CreateWindowExW(0, WC_LISTVIEWW, nullptr, WS_POPUP | LVS_REPORT, 0, 0, 300, 200, nullptr, nullptr,
-                                 nullptr, nullptr);
-        list = services.windows.WrapList(NumberOf(native));
-        ASSERT_NE(list, nullptr);
-        list->InsertColumn(0, L"Name", 100, Alignment::Left);
-        list->InsertColumn(1, L"Size", 50, Alignment::Right);
-    }
-    void TearDown() override { DestroyWindow(native); }
-    void Fill(std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> rows)
-    {
-        for (const auto& [name, size] : rows) {
-            const auto row = list->InsertRow(INT_MAX, name, -1);
-            list->SetCell(row, 1, size);
-        }
-    }
-    /// What the list's host keeps with a row.
-    void Keep(int row, LPARAM data)
-    {
-        LVITEMW item{};
-        item.mask = LVIF_PARAM;
-        item.iItem = row;
-        item.lParam = data;
-        ListView_SetItem(native, &item);
-    }
-    std::wstring Rows()
-    {
-        std::wstring line;
-        for (int row = 0; row < list->RowCount(); ++row) {
-            LVITEMW item{};
-            item.mask = LVIF_PARAM;
-            item.iItem = row;
-            ListView_GetItem(native, &item);
-            line += list->Cell(row, 0) + L"=" + list->Cell(row, 1) + L"#" + std::to_wstring(item.lParam) + L" ";
-        }
-        return line;
-    }
-
-    HWND native = nullptr;
-    std::unique_ptr<ListWindow> list;
-};
-
-TEST_F(Win32ListTest, SortsByTextAndKeepsTheOrderOfEqualRows)
-{
-    Fill({{L"b", L"2"}, {L"A", L"1"}, {L"B", L"1"}, {L"a", L"2"}});
-    list->SelectRow(1, true);
-    EXPECT_EQ(list->Sort(0, false), (std::vector<int>{1, 3, 0, 2}));
-    EXPECT_EQ(Rows(), L"A=1#0 a=2#0 b=2#0 B=1#0 ");
-    EXPECT_EQ(list->SelectedRow(), 0);
-    EXPECT_TRUE(list->Sort(0, false).empty());
-    list->Sort(0, true);
-    EXPECT_EQ(Rows(), L"b=2#0 B=1#0 A=1#0 a=2#0 ");
-    list->Sort(1, false);
-    EXPECT_EQ(Rows(), L"B=1#0 A=1#0 b=2#0 a=2#0 ");
-    EXPECT_TRUE(list->IsSelected(1));
-}
-
-TEST_F(Win32ListTest, WhatTheHostKeepsWithItsRowsGoesWithThem)
-{
-    Fill({{L"b", L"2"}, {L"A", L"1"}, {L"c", L"3"}});
-    Keep(0, 7);
-    Keep(1, 7);
-    list->SelectRow(0, true);
-    list->Sort(0, false);
-    EXPECT_EQ(list->SelectedRow(), 1);
-    EXPECT_EQ(Rows(), L"A=1#7 b=2#7 c=3#0 ");
-    Keep(0, 6);
-    Keep(1, 8);
-    list->Sort(1, true);
-    EXPECT_EQ(Rows(), L"c=3#0 b=2#8 A=1#6 ");
-}
-
-TEST_F(Win32ListTest, ALongListOfRowsWithoutDataIsSortedInLittleTime)
-{
+    auto* const native = CreateWindowExW(0, WC_LISTVIEWW, nullptr, WS_POPUP | LVS_REPORT, 0, 0, 300, 200, nullptr,
+                                         nullptr, nullptr, nullptr);
+    const auto list = services.windows.WrapList(NumberOf(native));
+    for (const int column : {0, 1})
+        list->InsertColumn(column, L"Column", 100, Alignment::Left);
     constexpr int kRows = 20'000;
     SendMessageW(native, WM_SETREDRAW, FALSE, 0);
     ListView_SetExtendedListViewStyle(native, LVS_EX_CHECKBOXES);
@@ -309,16 +150,7 @@ TEST_F(Win32ListTest, ALongListOfRowsWithoutDataIsSortedInLittleTime)
                  list->IsChecked(row) != (row == 6);
     EXPECT_EQ(wrong, 0);
     EXPECT_EQ(list->SelectedRow(), 5);
-}
-
-TEST_F(Win32ListTest, AListThatIsGoneAnswersWithAnError)
-{
     DestroyWindow(native);
-    EXPECT_EQ(sylvex::ErrorOf([&] { list->RowCount(); }), 398);
-    EXPECT_EQ(sylvex::ErrorOf([&] { list->SetVisible(true); }), 398);
-    EXPECT_EQ(services.windows.WrapList(NumberOf(native)), nullptr);
-    EXPECT_EQ(services.windows.WrapList(NumberOf(GetDesktopWindow())), nullptr);
-    EXPECT_EQ(services.windows.Send(NumberOf(native), LVM_GETITEMCOUNT, 0, 0), 0);
 }
 
 }  // namespace

@@ -174,18 +174,6 @@ TEST_F(TreeWindowTest, TheTreeDoesNothingMoreWithARowThatAnEventHasTakenAway)
               "down1 click:2 up1 double closing:2 selected:1 up1");
 }
 
-TEST_F(TreeWindowTest, SelectingOrShowingAHiddenRowAsksForTheRowsAboveIt)
-{
-    const auto row = Add(0, 1, L"row", ExpandButton::Yes);
-    const auto child = Add(row, 2, L"child", ExpandButton::Yes);
-    const auto grandchild = Add(child, 3, L"grandchild");
-    tree->EnsureVisible(grandchild);
-    EXPECT_EQ(diary.Take(), "opening:1 open:1 opening:2 open:2");
-    tree->Expand(row, false);
-    tree->Select(grandchild);
-    EXPECT_EQ(diary.Take(), "opening:1 open:1 selected:3");
-}
-
 TEST_F(TreeWindowTest, MarksAreAskedForTheRowsInViewAlone)
 {
     constexpr int kRows = 100000;
@@ -257,21 +245,6 @@ TEST_F(TreeWindowTest, BoxesCanBeTakenAwayAndPutBack)
         EXPECT_EQ(boxWidth(), without);
         EXPECT_EQ(NativeState(row) & TVIS_STATEIMAGEMASK, 0u);
     }
-}
-
-TEST_F(TreeWindowTest, KeysMayBeChangedOrSwallowed)
-{
-    const auto first = Add(0, 1, L"first");
-    Add(0, 2, L"second");
-    Add(0, 3, L"third");
-    tree->Select(first);
-    diary.Take();
-    diary.changedKey = VK_END;
-    Key(VK_DOWN);
-    EXPECT_EQ(diary.Take(), "key40 chosen:3 keyup40");
-    diary.changedKey = 0;
-    Key(VK_HOME);
-    EXPECT_EQ(diary.Take(), "key36 keyup36");
 }
 
 TEST_F(TreeWindowTest, LabelsAreEditedOnlyAsTheSettingSays)
@@ -348,24 +321,6 @@ TEST_F(TreeWindowTest, SwitchingRepaintingDoesNotShowAHiddenTree)
     Send(WM_SETREDRAW, TRUE, 0);
     EXPECT_NE(GetUpdateRect(Tree(), nullptr, FALSE), FALSE);
     EXPECT_NE(row, 0u);
-}
-
-TEST_F(TreeWindowTest, ThePointerAndItsPictureAreTheHosts)
-{
-    const auto pointer = [&](int setting) {
-        tree->Apply(TreeSetting::MousePointer, setting);
-        Send(WM_SETCURSOR, NumberOf(Tree()), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
-        return GetCursor();
-    };
-    EXPECT_EQ(pointer(11), LoadCursorW(nullptr, IDC_WAIT));
-    EXPECT_EQ(pointer(0), LoadCursorW(nullptr, IDC_ARROW));
-    const auto picture = NewPicture();
-    OLE_HANDLE icon = 0;
-    picture.As<IPicture>()->get_Handle(&icon);
-    tree->SetMouseIcon(std::make_shared<ComObject>(picture.Get()));
-    EXPECT_EQ(pointer(99), reinterpret_cast<HCURSOR>(static_cast<INT_PTR>(static_cast<int>(icon))));
-    tree->SetMouseIcon(nullptr);
-    EXPECT_EQ(pointer(99), LoadCursorW(nullptr, IDC_ARROW));
 }
 
 TEST_F(TreeWindowTest, HidingForAMomentKeepsTheFocus)

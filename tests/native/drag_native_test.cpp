@@ -48,35 +48,6 @@ private:
     int m_operations = 0;
 };
 
-TEST_F(DragNativeTest, EdgesOfARectangleIncludeTheirBounds)
-{
-    const Rect rc{10, 20, 110, 220};
-    struct {
-        Point pt;
-        unsigned sides;
-    } const cases[] = {{{60, 120}, 0},   {{18, 120}, 1}, {{19, 120}, 0},  {{102, 120}, 4}, {{101, 120}, 0},
-                       {{60, 28}, 2},    {{60, 29}, 0},  {{60, 212}, 8},  {{60, 211}, 0},  {{10, 20}, 3},
-                       {{109, 219}, 12}, {{9, 120}, 0},  {{110, 120}, 0}, {{60, 19}, 0},   {{60, 220}, 0}};
-    for (const auto& [pt, sides] : cases)
-        EXPECT_EQ(tree.PtInRectRegion(rc, 8, pt), sides) << pt.x << "," << pt.y;
-    EXPECT_EQ(tree.PtInRectRegion(rc, 500, {60, 120}), 15u) << "a band wider than the rectangle";
-    EXPECT_EQ(ErrorOf([&] { tree.PtInRectRegion(rc, 0x7FFFFFFF, {60, 120}); }), 65535);
-    EXPECT_EQ(CurrentErrorState().vantorErrorNumber, 6);
-    EXPECT_EQ(CurrentErrorState().vantorErrorDescription, L"Overflow");
-}
-
-TEST_F(DragNativeTest, AWindowTellsWhereItCanStillScroll)
-{
-    EXPECT_EQ(tree.IsWindowScrollable(window), 0u);
-    scene.control().UserControl_Resize({100, 80});
-    desktop.windows.Send(window, 0x114, 1, 0);
-    EXPECT_EQ(tree.IsWindowScrollable(window), 1u | 4u | 8u);
-    for (int line = 0; line < 30; ++line)
-        desktop.windows.Send(window, 0x115, 1, 0);
-    EXPECT_EQ(tree.IsWindowScrollable(window), 1u | 2u | 4u);
-    EXPECT_EQ(tree.IsWindowScrollable(0), 0u);
-}
-
 TEST_F(DragNativeTest, ThePictureIsHeldWhereItWasGrabbedAndFollowsThePointer)
 {
     scene.control().LetFileFilter(L"*.zip");
@@ -107,18 +78,6 @@ TEST_F(DragNativeTest, ThePictureIsHeldWhereItWasGrabbedAndFollowsThePointer)
         EXPECT_EQ(hand->LeftOver(), "");
         EXPECT_EQ(desktop.windows.Trees()[0]->PictureOf(ItemOf(path)), picture) << "the row shows its own again";
     }
-}
-
-TEST_F(DragNativeTest, WithoutAPictureThereIsNoDrag)
-{
-    scene.control().LetImageList(0);
-    const Point start = hand.On(At(L"t/a"));
-    hand->Press(start, 1);
-    hand->MoveTo({start.x + 20, start.y});
-    EXPECT_EQ(desktop.drag.Captured(), 0u);
-    EXPECT_TRUE(state.drag.m_nodDrag) << "still pressed";
-    hand->Release();
-    EXPECT_THAT(Told(), ElementsAre());
 }
 
 TEST_F(DragNativeTest, TheShellIsAskedOnceAndWhatItAnswersIsTold)
@@ -290,34 +249,6 @@ TEST_F(DragNativeTest, WhileTheShellIsAtWorkTheHostMayDoAnything)
         EXPECT_NE(desktop.disk.Find(L"C:\\Scratch\\t\\b\\a\\a1\\x"), nullptr);
         desktop.disk.Move(L"C:\\Scratch\\t\\b\\a", L"C:\\Scratch\\t");
     }
-}
-
-TEST_F(DragNativeTest, WhateverServiceFailsNothingIsLeftBehindAndNothingIsLost)
-{
-    int failures = 0;
-    for (long call = 1;; ++call) {
-        scene.Enumerate();
-        Node& from = At(L"t/a");
-        Node& to = At(L"t/b");
-        const Point target = hand.On(to);
-        const Point start = hand.On(from);
-        desktop.gate.FailCall(call);
-        hand->Press(start, 1);
-        for (const Point& point : {Point{start.x + 20, start.y}, target, target})
-            hand->MoveTo(point);
-        hand->Wait(1200);
-        hand->Release();
-        const bool failed = !desktop.gate.Failed().empty();
-        desktop.gate.FailNone();
-        // A highlight stays when the very call that takes it away fails.
-        EXPECT_THAT(hand->LeftOver(), testing::AnyOf("", "highlight ")) << desktop.gate.Failed();
-        const bool moved = desktop.disk.Find(L"C:\\Scratch\\t\\b\\a\\a1\\x") != nullptr;
-        EXPECT_NE(moved, desktop.disk.Find(L"C:\\Scratch\\t\\a\\a1\\x") != nullptr) << desktop.gate.Failed();
-        if (moved) desktop.disk.Move(L"C:\\Scratch\\t\\b\\a", L"C:\\Scratch\\t");
-        if (!failed) break;
-        ++failures;
-    }
-    EXPECT_GT(failures, 50);
 }
 
 TEST_F(DragNativeTest, AWindowThatGoesInMidDragEndsIt)
