@@ -15,12 +15,6 @@ inline BSTR TextOf(std::wstring_view text)
     return Bstr(text).Detach();
 }
 
-/// A handle as automation carries it: its lower 32 bits say it all.
-inline LONG LongOf(std::uintptr_t handle)
-{
-    return static_cast<LONG>(handle);
-}
-
 /// The same of an object or a value.
 template <class Interface>
 Interface* Owned(ComPtr<Interface> object)
@@ -36,7 +30,8 @@ inline BSTR Owned(std::wstring_view text)
     return TextOf(text);
 }
 
-/// Gives the caller of a member what `read` answers, in the type of automation. Who owns what he gets finds nothing
+/// Gives the caller of a member what `read` answers, in the type of automation; of a handle the lower 32 bits say it
+/// all. Who owns what he gets finds nothing
 /// when that fails.
 template <class Automation, class Read>
 void Give(Automation* value, Read&& read)

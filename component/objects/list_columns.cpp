@@ -47,7 +47,7 @@ public:
 
     STDMETHODIMP get_Text(BSTR* value) override
     {
-        return Member([&] { Checked(value) = nullptr, *value = TextOf(List().Caption(Place())); });
+        return Get(value, [&] { return List().Caption(Place()); });
     }
     STDMETHODIMP put_Text(BSTR value) override
     {
@@ -55,7 +55,7 @@ public:
     }
     STDMETHODIMP get_Key(BSTR* value) override
     {
-        return Member([&] { Checked(value) = nullptr, *value = TextOf(List().ColumnKey(Place())); });
+        return Get(value, [&] { return List().ColumnKey(Place()); });
     }
     STDMETHODIMP put_Key(BSTR value) override
     {
@@ -63,11 +63,11 @@ public:
     }
     STDMETHODIMP get_Index(LONG* value) override
     {
-        return Member([&] { Checked(value) = Place() + 1; });
+        return Get(value, [&] { return Place() + 1; });
     }
     STDMETHODIMP get_SubItemIndex(short* value) override
     {
-        return Member([&] { Checked(value) = static_cast<short>(Place()); });
+        return Get(value, [&] { return Place(); });
     }
     STDMETHODIMP put_SubItemIndex(short value) override
     {
@@ -78,7 +78,7 @@ public:
     }
     STDMETHODIMP get_Width(float* value) override
     {
-        return Member([&] { Checked(value) = static_cast<float>(List().Width(Place())); });
+        return Get(value, [&] { return List().Width(Place()); });
     }
     STDMETHODIMP put_Width(float value) override
     {
@@ -86,7 +86,7 @@ public:
     }
     STDMETHODIMP get_Alignment(ListColumnAlignmentConstants* value) override
     {
-        return Member([&] { Checked(value) = static_cast<ListColumnAlignmentConstants>(List().AlignmentOf(Place())); });
+        return Get(value, [&] { return List().AlignmentOf(Place()); });
     }
     STDMETHODIMP put_Alignment(ListColumnAlignmentConstants value) override
     {
@@ -96,10 +96,7 @@ public:
     STDMETHODIMP put_Position(short value) override;
     STDMETHODIMP get_Tag(VARIANT* value) override
     {
-        return Member([&] {
-            VariantInit(&Checked(value));
-            *value = ValueBehind(List().ColumnTag(Place())).Detach();
-        });
+        return Get(value, [&] { return ValueBehind(List().ColumnTag(Place())); });
     }
     STDMETHODIMP put_Tag(VARIANT value) override
     {
@@ -130,11 +127,10 @@ std::vector<int> ColumnHeaderObject::Order() const
 
 STDMETHODIMP ColumnHeaderObject::get_Position(short* value)
 {
-    return Member([&] {
-        Checked(value) = 0;
+    return Get(value, [&] {
         const int place = Place();
         const std::vector<int> order = Order();
-        *value = static_cast<short>(std::find(order.begin(), order.end(), place) - order.begin() + 1);
+        return std::find(order.begin(), order.end(), place) - order.begin() + 1;
     });
 }
 
@@ -168,12 +164,11 @@ public:
 
     STDMETHODIMP get_Item(VARIANT Index, IColumnHeader** value) override
     {
-        return Member(
-            [&] { Checked(value) = nullptr, *value = ColumnObject(Shared(), ColumnNamed(List(), Index)).Detach(); });
+        return Get(value, [&] { return ColumnObject(Shared(), ColumnNamed(List(), Index)); });
     }
     STDMETHODIMP get_Count(LONG* value) override
     {
-        return Member([&] { Checked(value) = List().ColumnCount(); });
+        return Get(value, [&] { return List().ColumnCount(); });
     }
     STDMETHODIMP Add(VARIANT Index, VARIANT Key, VARIANT Text, VARIANT Width, VARIANT Alignment, VARIANT Icon,
                      IColumnHeader** result) override;
@@ -187,10 +182,7 @@ public:
     }
     STDMETHODIMP get__NewEnum(IUnknown** value) override
     {
-        return Member([&] {
-            Checked(value) = nullptr;
-            *value = EnumeratorOf(ColumnPlaces{Shared()}).Detach();
-        });
+        return Get(value, [&] { return EnumeratorOf(ColumnPlaces{Shared()}); });
     }
 
 private:
@@ -200,8 +192,7 @@ private:
 STDMETHODIMP ColumnHeadersObject::Add(VARIANT Index, VARIANT Key, VARIANT Text, VARIANT Width, VARIANT alignment,
                                       VARIANT Icon, IColumnHeader** result)
 {
-    return Member([&] {
-        Checked(result) = nullptr;
+    return Get(result, [&] {
         const int count = List().ColumnCount();
         const long number = IsMissing(Index) ? count + 1 : IndexOf(Index);
         if (number < 1 || number > count + 1) throw IndexOutOfBounds();
@@ -209,7 +200,7 @@ STDMETHODIMP ColumnHeadersObject::Add(VARIANT Index, VARIANT Key, VARIANT Text, 
         const auto aligned = AlignmentOf(IsMissing(alignment) ? 0L : IndexOf(alignment));
         const ColumnId column =
             List().InsertColumn(static_cast<int>(number) - 1, TextOf(Key), TextOf(Text), WidthOf(Width), aligned);
-        *result = ColumnObject(Shared(), List().PlaceOfColumn(column)).Detach();
+        return ColumnObject(Shared(), List().PlaceOfColumn(column));
     });
 }
 

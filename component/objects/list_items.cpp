@@ -30,7 +30,7 @@ public:
 
     STDMETHODIMP get_Text(BSTR* value) override
     {
-        return Member([&] { Checked(value) = nullptr, *value = TextOf(Window().Cell(Place(), 0)); });
+        return Get(value, [&] { return Window().Cell(Place(), 0); });
     }
     STDMETHODIMP put_Text(BSTR value) override
     {
@@ -38,7 +38,7 @@ public:
     }
     STDMETHODIMP get_Key(BSTR* value) override
     {
-        return Member([&] { Checked(value) = nullptr, Place(), *value = TextOf(List().KeyOf(m_row)); });
+        return Get(value, [&] { return Place(), List().KeyOf(m_row); });
     }
     STDMETHODIMP put_Key(BSTR value) override
     {
@@ -46,11 +46,11 @@ public:
     }
     STDMETHODIMP get_Index(LONG* value) override
     {
-        return Member([&] { Checked(value) = Place() + 1; });
+        return Get(value, [&] { return Place() + 1; });
     }
     STDMETHODIMP get_SubItems(short Index, BSTR* value) override
     {
-        return Member([&] { Checked(value) = nullptr, *value = TextOf(Window().Cell(Place(), SubItem(Index))); });
+        return Get(value, [&] { return Window().Cell(Place(), SubItem(Index)); });
     }
     STDMETHODIMP put_SubItems(short Index, BSTR value) override
     {
@@ -58,7 +58,7 @@ public:
     }
     STDMETHODIMP get_Checked(VARIANT_BOOL* value) override
     {
-        return Member([&] { Checked(value) = BoolOf(Window().IsChecked(Place())); });
+        return Get(value, [&] { return Window().IsChecked(Place()); });
     }
     STDMETHODIMP put_Checked(VARIANT_BOOL value) override
     {
@@ -66,7 +66,7 @@ public:
     }
     STDMETHODIMP get_Selected(VARIANT_BOOL* value) override
     {
-        return Member([&] { Checked(value) = BoolOf(Window().IsSelected(Place())); });
+        return Get(value, [&] { return Window().IsSelected(Place()); });
     }
     STDMETHODIMP put_Selected(VARIANT_BOOL value) override
     {
@@ -105,10 +105,7 @@ private:
 
 STDMETHODIMP ListItemObject::get_Ghosted(VARIANT_BOOL* value)
 {
-    return Member([&] {
-        const auto place = static_cast<WPARAM>(Place());
-        Checked(value) = BoolOf((Send(LVM_GETITEMSTATE, place, LVIS_CUT) & LVIS_CUT) != 0);
-    });
+    return Get(value, [&] { return (Send(LVM_GETITEMSTATE, static_cast<WPARAM>(Place()), LVIS_CUT) & LVIS_CUT) != 0; });
 }
 
 STDMETHODIMP ListItemObject::put_Ghosted(VARIANT_BOOL value)
@@ -123,19 +120,12 @@ STDMETHODIMP ListItemObject::put_Ghosted(VARIANT_BOOL value)
 
 STDMETHODIMP ListItemObject::get_Icon(VARIANT* value)
 {
-    return Member([&] {
-        VariantInit(&Checked(value));
-        *value = Variant(static_cast<long>(Window().RowImage(Place()) + 1)).Detach();
-    });
+    return Get(value, [&] { return Variant(static_cast<long>(Window().RowImage(Place()) + 1)); });
 }
 
 STDMETHODIMP ListItemObject::get_Tag(VARIANT* value)
 {
-    return Member([&] {
-        VariantInit(&Checked(value));
-        Place();
-        *value = ValueBehind(List().TagOf(m_row)).Detach();
-    });
+    return Get(value, [&] { return Place(), ValueBehind(List().TagOf(m_row)); });
 }
 
 STDMETHODIMP ListItemObject::put_Tag(VARIANT value)
@@ -150,10 +140,10 @@ STDMETHODIMP ListItemObject::put_Tag(VARIANT value)
 
 STDMETHODIMP ListItemObject::EnsureVisible(VARIANT_BOOL* result)
 {
-    return Member([&] {
+    return Get(result, [&] {
         const LRESULT top = Send(LVM_GETTOPINDEX);
         Window().EnsureVisible(Place());
-        Checked(result) = BoolOf(Send(LVM_GETTOPINDEX) != top);
+        return Send(LVM_GETTOPINDEX) != top;
     });
 }
 
@@ -174,12 +164,11 @@ public:
 
     STDMETHODIMP get_Item(VARIANT Index, IListItem** value) override
     {
-        return Member(
-            [&] { Checked(value) = nullptr, *value = ItemObject(Shared(), RowNamed(List(), Index)).Detach(); });
+        return Get(value, [&] { return ItemObject(Shared(), RowNamed(List(), Index)); });
     }
     STDMETHODIMP get_Count(LONG* value) override
     {
-        return Member([&] { Checked(value) = List().RowCount(); });
+        return Get(value, [&] { return List().RowCount(); });
     }
     STDMETHODIMP Add(VARIANT Index, VARIANT Key, VARIANT Text, VARIANT Icon, VARIANT SmallIcon,
                      IListItem** result) override;
@@ -193,10 +182,7 @@ public:
     }
     STDMETHODIMP get__NewEnum(IUnknown** value) override
     {
-        return Member([&] {
-            Checked(value) = nullptr;
-            *value = EnumeratorOf(RowPlaces{Shared()}).Detach();
-        });
+        return Get(value, [&] { return EnumeratorOf(RowPlaces{Shared()}); });
     }
 
 private:
@@ -207,12 +193,11 @@ private:
 STDMETHODIMP ListItemsObject::Add(VARIANT Index, VARIANT Key, VARIANT Text, VARIANT Icon, VARIANT SmallIcon,
                                   IListItem** result)
 {
-    return Member([&] {
-        Checked(result) = nullptr;
+    return Get(result, [&] {
         const std::wstring text = TextOf(Text);
         const int image = PictureNamed(IsMissing(SmallIcon) ? Icon : SmallIcon);
         const RowId row = List().InsertRow(PlaceForNew(Index, text), text, image, TextOf(Key));
-        *result = ItemObject(Shared(), List().PlaceOf(row)).Detach();
+        return ItemObject(Shared(), List().PlaceOf(row));
     });
 }
 

@@ -65,6 +65,12 @@ protected:
         return Border(static_cast<Interface*>(this), __uuidof(Interface), std::forward<Body>(body));
     }
 
+    template <class Value, class Read>
+    HRESULT Get(Value* value, Read&& read) noexcept
+    {
+        return Member([&] { Give(value, read); });
+    }
+
 private:
     std::shared_ptr<WindowListView> m_list;
 };

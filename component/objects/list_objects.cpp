@@ -44,17 +44,17 @@ public:
 
     STDMETHODIMP get_ListItems(IListItems** value) override
     {
-        return Member([&] { Checked(value) = nullptr, *value = ItemsObject(Shared()).Detach(); });
+        return Get(value, [&] { return ItemsObject(Shared()); });
     }
     STDMETHODIMP get_ColumnHeaders(IColumnHeaders** value) override
     {
-        return Member([&] { Checked(value) = nullptr, *value = ColumnsObject(Shared()).Detach(); });
+        return Get(value, [&] { return ColumnsObject(Shared()); });
     }
     STDMETHODIMP get_SelectedItem(IListItem** value) override;
     STDMETHODIMP putref_SelectedItem(IListItem* value) override;
     STDMETHODIMP get_SortKey(short* value) override
     {
-        return Member([&] { Checked(value) = static_cast<short>(List().SortKey()); });
+        return Get(value, [&] { return List().SortKey(); });
     }
     STDMETHODIMP put_SortKey(short value) override
     {
@@ -62,12 +62,12 @@ public:
     }
     STDMETHODIMP get_SortOrder(ListSortOrderConstants* value) override
     {
-        return Member([&] { Checked(value) = List().Descending() ? lvwDescending : lvwAscending; });
+        return Get(value, [&] { return List().Descending() ? lvwDescending : lvwAscending; });
     }
     STDMETHODIMP put_SortOrder(ListSortOrderConstants value) override;
     STDMETHODIMP get_Sorted(VARIANT_BOOL* value) override
     {
-        return Member([&] { Checked(value) = BoolOf(List().Sorted()); });
+        return Get(value, [&] { return List().Sorted(); });
     }
     STDMETHODIMP put_Sorted(VARIANT_BOOL value) override
     {
@@ -75,7 +75,7 @@ public:
     }
     STDMETHODIMP get_Visible(VARIANT_BOOL* value) override
     {
-        return Member([&] { Checked(value) = BoolOf(Window().Visible()); });
+        return Get(value, [&] { return Window().Visible(); });
     }
     STDMETHODIMP put_Visible(VARIANT_BOOL value) override
     {
@@ -87,7 +87,7 @@ public:
     }
     STDMETHODIMP get_hWnd(LONG* value) override
     {
-        return Member([&] { Checked(value) = LongOf(List().hWnd()); });
+        return Get(value, [&] { return List().hWnd(); });
     }
     STDMETHODIMP get_View(short* value) override;
     STDMETHODIMP put_View(short value) override;
@@ -103,10 +103,9 @@ private:
 
 STDMETHODIMP ListViewObject::get_SelectedItem(IListItem** value)
 {
-    return Member([&] {
-        Checked(value) = nullptr;
+    return Get(value, [&] {
         const int place = Window().SelectedRow();
-        if (place >= 0) *value = ItemObject(Shared(), place).Detach();
+        return place >= 0 ? ItemObject(Shared(), place) : nullptr;
     });
 }
 
@@ -133,10 +132,9 @@ STDMETHODIMP ListViewObject::put_SortOrder(ListSortOrderConstants value)
 
 STDMETHODIMP ListViewObject::get_View(short* value)
 {
-    return Member([&] {
-        Checked(value) = 0;
+    return Get(value, [&] {
         const LONG_PTR style = GetWindowLongPtrW(Handle(), GWL_STYLE) & LVS_TYPEMASK;
-        *value = static_cast<short>(std::find(kViewStyles.begin(), kViewStyles.end(), style) - kViewStyles.begin());
+        return std::find(kViewStyles.begin(), kViewStyles.end(), style) - kViewStyles.begin();
     });
 }
 
@@ -151,17 +149,16 @@ STDMETHODIMP ListViewObject::put_View(short value)
 
 STDMETHODIMP ListViewObject::FindItem(BSTR Text, VARIANT Where, VARIANT Index, VARIANT Match, IListItem** result)
 {
-    return Member([&] {
-        Checked(result) = nullptr;
+    return Get(result, [&]() -> ComPtr<IListItem> {
         const long where = NumberOr(Where, 0);
         if (where < 0 || where > static_cast<long>(SearchIn::Tag)) throw InvalidPropertyValue();
         const bool beginning = NumberOr(Match, 0) != 0;
         const int count = Window().RowCount();
         for (int place = IsMissing(Index) ? 0 : RowNamed(List(), Index); place < count; ++place) {
             if (!Matches(place, ViewOf(Text), static_cast<SearchIn>(where), beginning)) continue;
-            *result = ItemObject(Shared(), place).Detach();
-            return;
+            return ItemObject(Shared(), place);
         }
+        return nullptr;
     });
 }
 
@@ -184,13 +181,12 @@ bool ListViewObject::Matches(int place, std::wstring_view text, SearchIn where, 
 
 STDMETHODIMP ListViewObject::get_Font(IFontDisp** value)
 {
-    return Member([&] {
-        Checked(value) = nullptr;
+    return Get(value, [&] {
         const auto shown = reinterpret_cast<HFONT>(Send(WM_GETFONT));
         HFONT given = nullptr;
         const ComPtr<IFont>& font = Held().Font();
         const bool isGiven = font && SUCCEEDED(font->get_hFont(&given)) && given == shown;
-        *value = isGiven ? font.As<IFontDisp>().Detach() : FontLike(shown).Detach();
+        return isGiven ? font.As<IFontDisp>() : FontLike(shown);
     });
 }
 
