@@ -18,9 +18,8 @@ double Now()
 
 double Median(const std::function<double()>& run, int runs)
 {
-    std::vector<double> times;
-    for (int i = 0; i < runs; ++i)
-        times.push_back(run());
+    std::vector<double> times(static_cast<std::size_t>(runs));
+    std::generate(times.begin(), times.end(), run);
     std::sort(times.begin(), times.end());
     return times[times.size() / 2];
 }

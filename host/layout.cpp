@@ -1,6 +1,7 @@
 #include "host/layout.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "host/resource.h"
 #include "host/window.h"
@@ -27,7 +28,7 @@ int HeightOf(const RECT& rect)
 int Part(double part, int whole, int least)
 {
     const int most = std::max(least, whole - least);
-    return std::clamp(static_cast<int>(part * whole + 0.5), least, most);
+    return std::clamp(static_cast<int>(std::lround(part * whole)), least, most);
 }
 
 }  // namespace

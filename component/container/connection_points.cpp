@@ -28,6 +28,7 @@ static IConnectionPoint* HandOut(const ComPtr<IConnectionPoint>& point)
 std::vector<ComPtr<IUnknown>> Sinks::Snapshot() const
 {
     std::vector<ComPtr<IUnknown>> sinks;
+    sinks.reserve(m_sinks.size());
     for (const Entry& entry : m_sinks)
         sinks.push_back(entry.second);
     return sinks;

@@ -213,7 +213,7 @@ ComPtr<IFontDisp> ControlCore::Font()
 {
     if (ComPtr<IFontDisp> font = Behind<IFontDisp>(Tree().Font())) return font;
     const LRESULT shown = SendMessageW(WindowOf(Tree().hWnd()), WM_GETFONT, 0, 0);
-    const ComPtr<IFontDisp> font = FontLike(HandleOf<HFONT>(static_cast<std::uintptr_t>(shown)));
+    ComPtr<IFontDisp> font = FontLike(HandleOf<HFONT>(static_cast<std::uintptr_t>(shown)));
     SetFont(font.Get());
     return font;
 }

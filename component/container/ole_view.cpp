@@ -18,7 +18,7 @@ public:
         // From the bottom up, as old metafiles want it.
         m_info.bmiHeader = {sizeof(BITMAPINFOHEADER), size.cx, size.cy, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
         // Given although it may be left out: who records a metafile may take it for what is to be recorded.
-        m_info.bmiHeader.biSizeImage = static_cast<DWORD>(size.cx) * static_cast<DWORD>(size.cy) * sizeof(DWORD);
+        m_info.bmiHeader.biSizeImage = static_cast<DWORD>(size.cx) * static_cast<DWORD>(size.cy) * DWORD{sizeof(DWORD)};
         m_bitmap.reset(CreateDIBSection(m_device.get(), &m_info, DIB_RGB_COLORS, &m_bits, nullptr, 0));
         if (!m_device || !m_bitmap) throw ComError{E_OUTOFMEMORY};
         const HGDIOBJ before = SelectObject(m_device.get(), m_bitmap.get());

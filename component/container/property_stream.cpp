@@ -36,7 +36,7 @@ std::vector<std::byte> ContentOf(IStream& stream)
 ComPtr<IStream> Excerpt(IStream& stream, std::size_t bytes)
 {
     constexpr std::size_t piece = 65536;
-    const ComPtr<IStream> excerpt = MemoryStream();
+    ComPtr<IStream> excerpt = MemoryStream();
     std::vector<std::byte> buffer(std::min(bytes, piece));
     while (bytes > 0) {
         const std::size_t now = std::min(bytes, piece);

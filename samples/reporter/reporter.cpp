@@ -20,7 +20,7 @@ using Report = std::array<std::wstring, kParts>;
 
 /// The file is moved aside at this size, and a longer report is cut: with the one before it never takes more than twice
 /// as much.
-constexpr std::size_t kMostBytes = 1024 * 1024;
+constexpr std::size_t kMostBytes = std::size_t{1024} * 1024;
 
 /// The folder SylvexReports in the folder of temporary files, made if need be; a link in its place is not followed.
 std::wstring OwnFolder(const std::wstring& temporary)
