@@ -1,8 +1,8 @@
 #include "component/startup.h"
 
 #include "diagnostics/exception_filter.h"
-#include "diagnostics/trap.h"
 #include "diagnostics/named_module.h"
+#include "diagnostics/trap.h"
 #include "platform/win32/faults/exception_guard.h"
 #include "platform/win32/win32_platform.h"
 
@@ -12,10 +12,7 @@ void Main()
 {
     Win32Platform platform;
     const NamedModule modStartup(L"modStartup", platform.Get());
-    Trapped(modStartup, L"Main", kNone, kNone, [](int& line) {
-        line = 1;
-        InstallExceptionFilter(&InstallExceptionGuard);
-    });
+    Trapped(modStartup, [] { InstallExceptionFilter(&InstallExceptionGuard); });
 }
 
 }  // namespace sylvex

@@ -22,8 +22,7 @@ auto ReportedConversion(const Module& module, const wchar_t* property, const cha
                         Convert&& convert)
 {
     const ReportedValue reported{value};
-    return Trapped(module, property, Variables(parameter, reported), kNone, [&](int& line) {
-        line = 1;
+    return Trapped(module, property, Variables(parameter, reported), [&] {
         try {
             return convert(value);
         } catch (const ComError&) {

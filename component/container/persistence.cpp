@@ -84,7 +84,7 @@ HRESULT PersistencePart::Save(IPropertyBag* bag, BOOL clearDirty, BOOL all)
         Checked(bag);
         const Module& control = Core().Used().State();
         HRESULT result = S_OK;
-        Trapped(control, L"UserControl_WriteProperties", Variables("PropBag", kPropertyBag), kNone, [&](int& line) {
+        Trapped(control, L"UserControl_WriteProperties", Variables("PropBag", kPropertyBag), [&](int& line) {
             for (const SavedProperty& property : SavedProperties()) {
                 ++line;
                 Variant value = property.get(Core());

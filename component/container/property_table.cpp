@@ -191,7 +191,7 @@ bool IsStandard(ControlCore& core, const SavedProperty& property, const VARIANT&
 bool ApplyProperties(ControlCore& core, const PropertyValues& values)
 {
     const Module& control = core.Control().State();
-    return Trapped(control, L"UserControl_ReadProperties", Variables("PropBag", kPropertyBag), kNone, [&](int& line) {
+    return Trapped(control, L"UserControl_ReadProperties", Variables("PropBag", kPropertyBag), [&](int& line) {
         core.Loaded();
         bool ownFont = false;
         for (std::size_t i = 0; i < kProperties.size(); ++i) {
