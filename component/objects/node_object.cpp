@@ -48,7 +48,7 @@ NodeObject& NodeObject::Known(INode& object)
 {
     void* identity = nullptr;
     const HRESULT asked = Guarded([&] { return object.QueryInterface(NodeIdentity::kId, &identity); });
-    if (FAILED(asked)) ThrowTypeMismatch();
+    if (FAILED(asked) || !identity) ThrowTypeMismatch();
     // The caller's own reference keeps the object.
     object.Release();
     // NOLINTNEXTLINE(clang-analyzer-core.uninitialized.UndefReturn): a call that succeeds has given it.
