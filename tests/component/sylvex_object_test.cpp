@@ -88,7 +88,7 @@ TEST_F(SylvexObject, WhatDoesNotFitIsReportedOnceAndPassedOn)
     }
 }
 
-TEST_F(SylvexObject, ChangesOfTheFontObjectReachTheTree)
+TEST_F(SylvexObject, ChangesOfTheFontObjectAndThePointerReachTheTree)
 {
     const auto height = [&] {
         LOGFONTW description{};
@@ -102,6 +102,10 @@ TEST_F(SylvexObject, ChangesOfTheFontObjectReachTheTree)
     const long large = height();
     font.Put(L"Size", 8);
     EXPECT_LT(height(), large);
+    control.Put(L"MousePointer", 11);
+    SendMessageW(WindowOf(control), WM_SETCURSOR, reinterpret_cast<WPARAM>(WindowOf(control)),
+                 MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_WAIT));
 }
 
 TEST_F(SylvexObject, EventsReachEverySinkAndKeepTheOrderOfTheirArguments)
@@ -141,14 +145,17 @@ TEST_F(SylvexObject, HandlersChangeArgumentsByReference)
     control.Set(L"SelectedItem", alpha);
     {
         EventLog swallowing(control);
-        swallowing.On(L"KeyPress", [](std::vector<VARIANT*>& arguments) {
-            ASSERT_EQ(V_VT(arguments[0]), VT_I2 | VT_BYREF);
-            *V_I2REF(arguments[0]) = 0;
-        });
+        for (const wchar_t* const event : {L"KeyPress", L"KeyDown"}) {
+            swallowing.On(event, [](std::vector<VARIANT*>& arguments) {
+                ASSERT_EQ(V_VT(arguments[0]), VT_I2 | VT_BYREF);
+                *V_I2REF(arguments[0]) = 0;
+            });
+        }
         EventLog next(control);
         Type(L'x');
         EXPECT_EQ(swallowing.Take(), L"KeyPress 120");
         EXPECT_EQ(next.Take(), L"KeyPress 0") << "the next sink sees what the one before left";
+        SendMessageW(WindowOf(control), WM_KEYDOWN, VK_DOWN, 1);
     }
     EXPECT_TRUE(control.Get(L"SelectedItem").Is(alpha));
     Type(L'x');

@@ -48,6 +48,17 @@ private:
     int m_operations = 0;
 };
 
+TEST_F(DragNativeTest, AWindowTellsWhereItCanStillScroll)
+{
+    EXPECT_EQ(tree.IsWindowScrollable(window), 0u);
+    scene.control().UserControl_Resize({100, 80});
+    desktop.windows.Send(window, 0x114, 1, 0);
+    EXPECT_EQ(tree.IsWindowScrollable(window), 1u | 4u | 8u);
+    for (int line = 0; line < 30; ++line)
+        desktop.windows.Send(window, 0x115, 1, 0);
+    EXPECT_EQ(tree.IsWindowScrollable(window), 1u | 2u | 4u);
+}
+
 TEST_F(DragNativeTest, ThePictureIsHeldWhereItWasGrabbedAndFollowsThePointer)
 {
     scene.control().LetFileFilter(L"*.zip");
@@ -78,6 +89,17 @@ TEST_F(DragNativeTest, ThePictureIsHeldWhereItWasGrabbedAndFollowsThePointer)
         EXPECT_EQ(hand->LeftOver(), "");
         EXPECT_EQ(desktop.windows.Trees()[0]->PictureOf(ItemOf(path)), picture) << "the row shows its own again";
     }
+}
+
+TEST_F(DragNativeTest, WithoutAPictureThereIsNoDrag)
+{
+    scene.control().LetImageList(0);
+    const Point start = hand.On(At(L"t/a"));
+    hand->Press(start, 1);
+    hand->MoveTo({start.x + 20, start.y});
+    EXPECT_EQ(desktop.drag.Captured(), 0u);
+    hand->Release();
+    EXPECT_THAT(Told(), ElementsAre());
 }
 
 TEST_F(DragNativeTest, TheShellIsAskedOnceAndWhatItAnswersIsTold)

@@ -74,6 +74,24 @@ private:
     void TV_AfterLabelEdit(bool&, const std::wstring&) override {}
 };
 
+TEST_F(NodesTest, AKeyIsFreeAgainWhenItsNodeGoesOrTakesAnother)
+{
+    nodes.Remove(Add(nullptr, Relationship::Last, L"a", L"k"));
+    Add(nullptr, Relationship::Last, L"b", L"k").SetKey(L"m");
+    EXPECT_EQ(nodes.Find(L"k"), nullptr);
+    EXPECT_NE(nodes.Find(L"m"), nullptr);
+}
+
+TEST_F(NodesTest, SortingKeepsTheOrderOfEqualTexts)
+{
+    Node& root = Add(nullptr, Relationship::Last, L"root");
+    root.SetSorted(true);
+    for (const wchar_t* text : {L"b", L"a", L"B"})
+        Add(&root, Relationship::Child, text);
+    EXPECT_EQ(Order(root.Child()), L"abB");
+    EXPECT_EQ(ErrorOf([&] { root.SetParent(root); }), 35614);
+}
+
 TEST_F(NodesTest, DeferredPlaceholdersLookAsIfTheyHadBeenThereFromTheStart)
 {
     int asked = 0;
