@@ -3,10 +3,12 @@
 # All sources are looked at for their form; clang-tidy reads those of the 64-bit component, the sample host and the
 # benchmark, the portable ones among them, as they are compiled.
 testStyle() {
-    local log="$logDir/style.log"
+    local log="$logDir/style.log" status=0
     installMissing clang-format clang-tidy-16
     say 'Looking at the sources with clang-format and clang-tidy (some minutes)'
-    if formatSources >"$log" 2>&1 && tidySources >>"$log" 2>&1; then
+    formatSources >"$log" 2>&1 || status=1
+    tidySources >>"$log" 2>&1 || status=1
+    if [ "$status" -eq 0 ]; then
         passed=$((passed + 1))
     else
         grep -E '(error|warning): ' "$log" | sort -u
