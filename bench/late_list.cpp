@@ -92,7 +92,7 @@ ComPtr<IDispatch> ListObject(_Sylvex& maker, HWND list)
     Variant object;
     Check(maker.get_ReqListView(object.Put()));
     if (!object.As<IDispatch>()) throw RuntimeError{424, L"Object required"};
-    return ComPtr<IDispatch>(Make<Stranger>(object.As<IDispatch>().Get()).Get());
+    return ComPtr<IDispatch>::Adopt(Make<Stranger>(object.As<IDispatch>().Get()).Detach());
 }
 
 /// The calls that fill one row, and nothing else.

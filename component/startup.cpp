@@ -1,8 +1,8 @@
 #include "component/startup.h"
 
 #include "diagnostics/exception_filter.h"
-#include "diagnostics/trap.h"
 #include "diagnostics/named_module.h"
+#include "diagnostics/trap.h"
 #include "platform/win32/faults/exception_guard.h"
 #include "platform/win32/win32_platform.h"
 

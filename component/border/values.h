@@ -78,6 +78,7 @@ int Given(Enumeration value)
 }
 
 /// The members of an interface for a setting of a tree, by GetSetting and LetSetting of the class that has them.
+// NOLINTBEGIN(bugprone-macro-parentheses): a type has none
 #define SETTING_MEMBERS(name, type)                  \
     STDMETHODIMP get_##name(type* value) override    \
     {                                                \
@@ -87,6 +88,7 @@ int Given(Enumeration value)
     {                                                \
         return LetSetting(TreeSetting::name, value); \
     }
+// NOLINTEND(bugprone-macro-parentheses)
 
 /// Any value as a text, empty when it was left out; raises 13 when it has none.
 std::wstring TextOf(const VARIANT& value);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <iterator>
 
 #include "component/border/border.h"
 #include "component/container/control_core.h"
@@ -21,11 +22,14 @@ struct SavedProperty {
     void (*set)(ControlCore& core, const VARIANT& value);
 };
 
-constexpr std::size_t kSavedPropertyCount = 0
-#define SETTING(name, type, missing) +1
-#define SAVED(name, type, missing) +1
+constexpr std::size_t kSavedPropertyCount = [] {
+    constexpr Property saved[] = {
+#define SETTING(name, type, missing) Property::name,
+#define SAVED(name, type, missing) Property::name,
 #include "control/properties.def"
-    ;
+    };
+    return std::size(saved);
+}();
 
 /// The container's part in reading and writing, as reports show it: a bag, a stream or a storage.
 constexpr Marker kPropertyBag{L"{PropertyBag}"};

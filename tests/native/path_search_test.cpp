@@ -2,10 +2,10 @@
 
 #include <set>
 
+#include "navigation/path_search.h"
 #include "tests/simulated/text.h"
 #include "tests/support/desk_simulated.h"
 #include "tests/support/scene.h"
-#include "navigation/path_search.h"
 
 namespace sylvex {
 namespace {
