@@ -149,7 +149,8 @@ ErrorState& CurrentErrorState();
 using GlobalDump = void (*)(Dump&);
 void SetGlobalDump(GlobalDump dump);
 
-/// Shows the current error with Retry and Cancel under the title "Sylvex." plus `message`; gives the button pressed.
+/// Shows the current error with Retry and Cancel under the title "Sylvex." plus `message`; gives the button pressed. It
+/// stays although nothing of ours calls it.
 short ErrMsgBox(MessageBoxes& boxes, const std::wstring& message);
 
 }  // namespace sylvex

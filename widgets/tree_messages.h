@@ -19,6 +19,7 @@ public:
     bool TreeView_GetItemRect(WindowHandle hWnd, ItemHandle hItem, Rect& prc, bool fItemRect);
     ItemHandle TreeView_GetNextItem(WindowHandle hWnd, ItemHandle hItem, unsigned Flag);
     ItemHandle TreeView_GetParent(WindowHandle hWnd, ItemHandle hItem);
+    /// Stays although nothing of ours calls it, as the others may be named in reports.
     ItemHandle TreeView_GetDropHilight(WindowHandle hWnd);
     ItemHandle TreeView_GetRoot(WindowHandle hWnd);
     bool TreeView_Select(WindowHandle hWnd, ItemHandle hItem, unsigned code);
