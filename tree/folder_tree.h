@@ -55,8 +55,8 @@ public:
     std::wstring PathOf(std::wstring_view fullPath, std::wstring_view text);
 
     std::wstring QualifyPath(const std::wstring& MyString);
-    /// The text up to its first null character, otherwise without blanks at its ends. Nothing of ours calls it any more:
-    /// it stays as one of the procedures that reports are known to name.
+    /// The text up to its first null character, otherwise without blanks at its ends. Nothing of ours calls it any
+    /// more: it stays as one of the procedures that reports are known to name.
     std::wstring StripNull(const std::wstring& strIn);
     /// The lower-cased text behind the last full stop, empty without one or when it ends the name.
     std::wstring GetExt(std::wstring_view Name);
