@@ -43,15 +43,12 @@ bool TreeDiary::LabelEdited(ItemData, const std::optional<std::wstring>& text)
 
 void TreeWindowTest::SetUp()
 {
-    // One for the whole program: without a window manager a main window takes seconds to go.
-    static HWND const stage = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"stage", WS_POPUP | WS_VISIBLE, 100, 100, 300,
-                                              400, nullptr, nullptr, nullptr, nullptr);
-    form =
-        CreateWindowExW(0, L"STATIC", L"form", WS_CHILD | WS_VISIBLE, 0, 0, 300, 400, stage, nullptr, nullptr, nullptr);
+    form = CreateWindowExW(0, L"STATIC", L"form", WS_CHILD | WS_VISIBLE, 0, 0, 300, 400, Stage(), nullptr, nullptr,
+                           nullptr);
     tree = platform.Get().windows.CreateTree(NumberOf(form), diary);
     tree->Move({0, 0, 300, 400});
     tree->Apply(TreeSetting::LineStyle, 1);
-    SetForegroundWindow(stage);
+    SetForegroundWindow(Stage());
     SetFocus(Tree());
     MoveTo({600, 600});
     Wait(20);

@@ -8,6 +8,7 @@
 #include "platform/win32/win32_platform.h"
 #include "tests/support/desk.h"
 #include "tests/support/files_real.h"
+#include "tests/support/input_real.h"
 
 namespace sylvex {
 
@@ -59,12 +60,9 @@ private:
     void RemoveAt(const std::wstring& path) override { RemoveBranch(path); }
     WindowHandle Keep(const wchar_t* className, DWORD style)
     {
-        // One for the whole program: without a window manager a main window takes seconds to go.
-        static HWND const stage = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"Desk", WS_POPUP | WS_VISIBLE, 60, 60, 820,
-                                                  420, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
         const int left = static_cast<int>(m_windows.size()) * 410;
-        const HWND window = CreateWindowExW(0, className, L"Desk", style, left, 0, 400, 400, stage, nullptr,
-                                            GetModuleHandleW(nullptr), nullptr);
+        const HWND window =
+            CreateWindowExW(0, className, L"Desk", style, left, 0, 400, 400, Stage(), nullptr, nullptr, nullptr);
         m_windows.push_back(window);
         return reinterpret_cast<WindowHandle>(window);
     }

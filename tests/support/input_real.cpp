@@ -18,6 +18,13 @@ void SendKey(WORD key, WORD scan, DWORD flags)
 
 }  // namespace
 
+HWND Stage()
+{
+    static HWND const stage = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"Stage", WS_POPUP | WS_VISIBLE, 60, 60, 820,
+                                              420, nullptr, nullptr, nullptr, nullptr);
+    return stage;
+}
+
 RealInput::~RealInput()
 {
     SetDoubleClickTime(m_doubleClick);
@@ -93,6 +100,18 @@ RECT RealInput::PlaceOf(HTREEITEM row, bool label) const
     } question{row};
     EXPECT_TRUE(Send(TVM_GETITEMRECT, label, reinterpret_cast<LPARAM>(&question))) << "the row is not in view";
     return question.place;
+}
+
+std::wstring RealInput::RowText(HTREEITEM row) const
+{
+    wchar_t text[MAX_PATH] = {};
+    TVITEMW item{};
+    item.mask = TVIF_HANDLE | TVIF_TEXT;
+    item.hItem = row;
+    item.pszText = text;
+    item.cchTextMax = MAX_PATH;
+    Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return text;
 }
 
 HWND RealInput::Edit() const

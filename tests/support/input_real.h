@@ -9,6 +9,10 @@
 
 namespace sylvex {
 
+/// A main window in front of all others, for tests to put windows in. There is one for the whole program: without a
+/// window manager a main window takes seconds to go.
+HWND Stage();
+
 /// A person's hands at a real tree: mouse and keyboard through the system's own input queue, and a loop that serves
 /// what comes of it. Points are on the screen.
 class RealInput {
@@ -31,6 +35,7 @@ public:
     }
     /// Where a row, or its label alone, is in the tree.
     RECT PlaceOf(HTREEITEM row, bool label) const;
+    std::wstring RowText(HTREEITEM row) const;
     /// The field of an open label, and what it holds.
     HWND Edit() const;
     std::wstring EditText() const;

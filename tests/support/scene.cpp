@@ -36,30 +36,28 @@ Node& Scene::OpenBase()
 {
     const auto parts = SplitText(m_desk->Base(), L'\\');
     Node* node = &nodes().Item(parts[0] + L"\\");
+    for (std::size_t i = 1; i < parts.size(); ++i)
+        node = &ChildOf(*node, parts[i]);
     node->SetExpanded(true);
-    for (std::size_t i = 1; i < parts.size(); ++i) {
-        Node* child = node->Child();
-        while (child != nullptr && !EqualText(m_desk->Get().regional, child->Text(), parts[i]))
-            child = child->Next();
-        if (child == nullptr) throw ElementNotFound();
-        node = child;
-        node->SetExpanded(true);
-    }
     return *node;
 }
 
 Node& Scene::At(const std::wstring& path)
 {
     Node* node = &OpenBase();
-    for (const std::wstring& part : SplitText(path, L'/')) {
-        node->SetExpanded(true);
-        Node* child = node->Child();
-        while (child != nullptr && child->Text() != part)
-            child = child->Next();
-        if (child == nullptr) throw ElementNotFound();
-        node = child;
-    }
+    for (const std::wstring& part : SplitText(path, L'/'))
+        node = &ChildOf(*node, part);
     return *node;
+}
+
+Node& Scene::ChildOf(Node& node, const std::wstring& text)
+{
+    node.SetExpanded(true);
+    Node* child = node.Child();
+    while (child != nullptr && child->Text() != text)
+        child = child->Next();
+    if (child == nullptr) throw ElementNotFound();
+    return *child;
 }
 
 void Scene::Tick(Node& node, bool checked)

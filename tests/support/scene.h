@@ -44,11 +44,10 @@ public:
     std::wstring Heard();
     /// Runs inside every event while set.
     std::function<void(const std::wstring& event, Node* node)> onEvent;
-    bool userMode = true;
 
 private:
     std::shared_ptr<void> KeepAlive() override { return {}; }
-    bool UserMode() override { return userMode; }
+    bool UserMode() override { return true; }
     void PropertyChanged(Property property) override { Hear(std::wstring(L"changed:") + NameOf(property)); }
     bool MayChange(Property) override { return true; }
     void NodeCheck(Node& node) override { Hear(L"NodeCheck:", &node); }
@@ -63,6 +62,7 @@ private:
     void MouseMove(short, short, Point) override {}
     void MouseDown(short, short, Point) override { Hear(L"MouseDown"); }
     void Hear(const std::wstring& event, Node* node = nullptr);
+    static Node& ChildOf(Node& node, const std::wstring& text);
 
     std::unique_ptr<Desk> m_desk;
     std::unique_ptr<Sylvex> m_control;
