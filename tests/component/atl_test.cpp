@@ -1,9 +1,3 @@
-#include <windows.h>
-
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "tests/component/test_control.h"
 
 namespace sylvex::test {

@@ -140,6 +140,13 @@ Value MakeControl()
     return control.Get();
 }
 
+Value AddNode(const Value& nodes, const Value& text, const Value& parent)
+{
+    const Value child(4);
+    const Value none = Value::Missing();
+    return nodes.Call(L"Add", {parent, IsMissing(parent.Raw()) ? none : child, none, text});
+}
+
 bool ComponentIsBusy()
 {
     return Component().CanUnloadNow() != S_OK;

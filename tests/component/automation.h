@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -16,6 +17,16 @@
 #include "tests/component/test_object.h"
 
 namespace sylvex::test {
+
+/// Numbers of run-time errors.
+constexpr long kTypeMismatch = 13;
+constexpr long kObjectNotSet = 91;
+constexpr long kInvalidValue = 380;
+constexpr long kIndexOutOfBounds = 35600;
+constexpr long kElementNotFound = 35601;
+constexpr long kKeyNotUnique = 35602;
+constexpr long kGone = 35605;
+constexpr long kPassedOn = 65535;  ///< reported where it happened
 
 /// A failure of a late-bound call: the run-time error's number, or the HRESULT when it is none.
 struct Failure {
@@ -33,10 +44,13 @@ public:
     Value(double value) { V_VT(&Raw()) = VT_R8, V_R8(&Raw()) = value; }
     Value(const wchar_t* text) : m_value(text) {}
     Value(const std::wstring& text) : m_value(text) {}
+    /// A window's handle as a number.
+    Value(HWND window) : Value(static_cast<int>(reinterpret_cast<INT_PTR>(window))) {}
     /// Adds a reference. Null: nothing.
     Value(IDispatch* object) : m_value(object) {}
     /// Copies, also what is given by reference; throws ComError.
     explicit Value(const VARIANT& source) : m_value(source) {}
+    static Value Nothing() { return static_cast<IDispatch*>(nullptr); }
     /// An optional argument that is left out.
     static Value Missing() { return Value(MissingArgument()); }
 
@@ -76,11 +90,27 @@ private:
     Variant m_value;
 };
 
+/// A reference to a place of this type.
+inline VARIANT ReferenceTo(VARTYPE type, void* place)
+{
+    VARIANT reference{};
+    V_VT(&reference) = static_cast<VARTYPE>(type | VT_BYREF);
+    V_BYREF(&reference) = place;
+    return reference;
+}
+
 /// The number of the error that `body` ends with; 0 when it does not fail.
 long ErrorOf(const std::function<void()>& body);
 
 /// A new control, from the component's class factory; needs no registration.
 Value MakeControl();
+/// The nodes of a control's tree.
+inline Value NodesOf(const Value& control)
+{
+    return control.Get(L"TreeView").Get(L"Nodes");
+}
+/// Adds a root, or a child of `parent`.
+Value AddNode(const Value& nodes, const Value& text, const Value& parent = Value::Missing());
 /// Locks and objects that keep the component in memory.
 bool ComponentIsBusy();
 /// The window of a control's tree, or of a list.
@@ -112,6 +142,12 @@ private:
     std::wstring m_lines;
     std::map<std::wstring, Handler> m_handlers;
 };
+
+/// A text of plain letters.
+inline std::string Narrow(std::wstring_view wide)
+{
+    return {wide.begin(), wide.end()};
+}
 
 /// The connection point of a control for an outgoing interface; empty when it has none.
 ComPtr<IConnectionPoint> PointOf(const Value& control, const IID& outgoing);

@@ -18,6 +18,13 @@ inline std::wstring ComponentPath()
     return program.substr(0, program.rfind(L'\\') + 1) + L"SylvexControl.ocx";
 }
 
+/// The path of a file beside the component.
+inline std::wstring BesideComponent(const wchar_t* name)
+{
+    const std::wstring component = ComponentPath();
+    return component.substr(0, component.rfind(L'\\') + 1) + name;
+}
+
 /// The component, or another copy of it, as a file that a host loads.
 class ComponentFile {
 public:

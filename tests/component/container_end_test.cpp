@@ -1,16 +1,10 @@
-#include <windows.h>
-
-#include <commctrl.h>
-
-#include <gtest/gtest.h>
-
 #include "tests/component/test_bag.h"
 #include "tests/component/test_container.h"
 
 namespace sylvex::test {
 namespace {
 
-TEST(End, MayComeInsideAnEventOfTheControlAndTakeTheFormAlong)
+TEST(EndInsideAnEvent, MayTakeTheFormAlong)
 {
     for (const bool formToo : {false, true}) {
         TestContainer container;
@@ -31,6 +25,8 @@ TEST(End, MayComeInsideAnEventOfTheControlAndTakeTheFormAlong)
     }
 }
 
+using End = InContainer;
+
 LRESULT CALLBACK SaveFromForm(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR object)
 {
     if (message != WM_DESTROY) return DefSubclassProc(window, message, wParam, lParam);
@@ -39,15 +35,12 @@ LRESULT CALLBACK SaveFromForm(HWND window, UINT message, WPARAM wParam, LPARAM l
     return 0;
 }
 
-TEST(End, OfAFormMayLeaveTheControlToTheNextOne)
+TEST_F(End, OfAFormMayLeaveTheControlToTheNextOne)
 {
-    TestContainer container;
-    Embedded embedded(container);
     embedded.Start();
     ASSERT_HRESULT_SUCCEEDED(embedded.control->Enumerate());
     const auto object = embedded.As<IOleInPlaceObject>();
-    HWND window = nullptr;
-    object->GetWindow(&window);
+    const HWND window = embedded.Window();
     SetWindowSubclass(window, &SaveFromForm, 1, reinterpret_cast<DWORD_PTR>(object.Get()));
     container.DestroyForm();
     ASSERT_TRUE(IsWindow(window));
@@ -62,10 +55,8 @@ TEST(End, OfAFormMayLeaveTheControlToTheNextOne)
     EXPECT_EQ(windows, 1);
 }
 
-TEST(End, SavesThroughTheSiteOnlyWhenThereIsSomethingToSave)
+TEST_F(End, SavesThroughTheSiteOnlyWhenThereIsSomethingToSave)
 {
-    TestContainer container;
-    Embedded embedded(container);
     embedded.Start();
     container.TakeLog();
     EXPECT_HRESULT_SUCCEEDED(embedded.object->Close(OLECLOSE_SAVEIFDIRTY));

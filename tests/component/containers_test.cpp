@@ -1,12 +1,3 @@
-#include <windows.h>
-
-#include <commctrl.h>
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <vector>
-
 #include "tests/component/test_bag.h"
 #include "tests/component/test_container.h"
 
@@ -94,12 +85,10 @@ TEST(Containers, OfEveryKindShowTheControlAndLetItGo)
     }
 }
 
-// ---- Activation
+using Activation = InContainer;
 
-TEST(Activation, GoesUpAndDownInTheOrderThatContainersExpect)
+TEST_F(Activation, GoesUpAndDownInTheOrderThatContainersExpect)
 {
-    TestContainer container;
-    Embedded embedded(container);
     embedded.Start();
     EXPECT_EQ(container.TakeLog(), "OnInPlaceActivate\nOnUIActivate\nOnFocus in\n");
     EXPECT_TRUE(container.active);
@@ -114,14 +103,11 @@ TEST(Activation, GoesUpAndDownInTheOrderThatContainersExpect)
     EXPECT_FALSE(IsWindowVisible(embedded.Tree()));
     EXPECT_EQ(GetFocus(), container.Form());
 
-    HWND window = nullptr;
-    EXPECT_HRESULT_FAILED(embedded.As<IOleWindow>()->GetWindow(&window));
+    EXPECT_EQ(embedded.Window(), nullptr);
 }
 
-TEST(Activation, KeepsTheTreeWhileTheControlIsHiddenAndWhenItsFormEnds)
+TEST_F(Activation, KeepsTheTreeWhileTheControlIsHiddenAndWhenItsFormEnds)
 {
-    TestContainer container;
-    Embedded embedded(container);
     embedded.Start();
     ASSERT_HRESULT_SUCCEEDED(embedded.control->Enumerate());
     const LRESULT loaded = SendMessageW(embedded.Tree(), TVM_GETCOUNT, 0, 0);
@@ -141,10 +127,8 @@ TEST(Activation, KeepsTheTreeWhileTheControlIsHiddenAndWhenItsFormEnds)
     EXPECT_GT(SendMessageW(embedded.Tree(), TVM_GETCOUNT, 0, 0), 1);
 }
 
-TEST(Activation, VerbsShowHideAndOpenTheProperties)
+TEST_F(Activation, VerbsShowHideAndOpenTheProperties)
 {
-    TestContainer container;
-    Embedded embedded(container);
     ASSERT_HRESULT_SUCCEEDED(embedded.SetSite());
     EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_SHOW));
     EXPECT_TRUE(IsWindowVisible(embedded.Tree()));
@@ -178,11 +162,9 @@ ULONG PagesOf(const Embedded& embedded)
     return pages.cElems;
 }
 
-TEST(Activation, OffersTheSystemsPropertyPagesThatThereAre)
+TEST_F(Activation, OffersTheSystemsPropertyPagesThatThereAre)
 {
-    TestContainer container;
     container.frameAnswer = E_NOTIMPL;
-    Embedded embedded(container);
     ASSERT_HRESULT_SUCCEEDED(embedded.SetSite());
     const std::vector<const CLSID*> pages{&CLSID_CFontPropPage, &CLSID_CColorPropPage, &CLSID_CPicturePropPage};
     ComPtr<IClassFactory> real;
@@ -204,13 +186,9 @@ TEST(Activation, OffersTheSystemsPropertyPagesThatThereAre)
         CoRevokeClassObject(cookie);
 }
 
-// ---- What the container is told, and what it changes
-
-TEST(Activation, LeavesTheOldPlaceBeforeAnotherSiteIsItsOwn)
+TEST_F(Activation, LeavesTheOldPlaceBeforeAnotherSiteIsItsOwn)
 {
-    TestContainer container;
     TestContainer next;
-    Embedded embedded(container);
     embedded.Start();
     container.TakeLog();
     EXPECT_HRESULT_SUCCEEDED(embedded.object->SetClientSite(&container));
@@ -222,12 +200,11 @@ TEST(Activation, LeavesTheOldPlaceBeforeAnotherSiteIsItsOwn)
     EXPECT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_UIACTIVATE));
     EXPECT_TRUE(IsChild(next.Form(), embedded.Tree()));
     EXPECT_EQ(next.TakeLog(), "OnInPlaceActivate\nOnUIActivate\nOnFocus in\n");
+    embedded.Close();
 }
 
-TEST(Activation, ComesWithTheFocusAtRunTimeOnly)
+TEST_F(Activation, ComesWithTheFocusAtRunTimeOnly)
 {
-    TestContainer container;
-    Embedded embedded(container);
     ASSERT_HRESULT_SUCCEEDED(embedded.SetSite());
     ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_INPLACEACTIVATE));
     container.TakeLog();
@@ -242,44 +219,33 @@ TEST(Activation, ComesWithTheFocusAtRunTimeOnly)
     EXPECT_EQ(container.TakeLog(), "OnFocus in\n");
 }
 
-std::string FontOf(const Embedded& embedded)
+TEST_F(Activation, FollowsTheAmbientProperties)
 {
-    ComPtr<IFontDisp> font;
-    embedded.control->get_Font(font.Put());
-    return TextOf(font.Get());
-}
-
-TEST(Activation, FollowsTheAmbientProperties)
-{
-    TestContainer container;
-    container.font = NewFont(L"Arial", 12);
-    Embedded embedded(container);
+    const auto change = [&](DISPID property, const Value& value) {
+        container.SetAmbient(property, value);
+        EXPECT_HRESULT_SUCCEEDED(embedded.As<IOleControl>()->OnAmbientPropertyChange(property));
+    };
+    const auto font = [&] { return TextOf(embedded.Members().Get(L"Font")); };
+    container.SetAmbient(DISPID_AMBIENT_FONT, NewFont(L"Arial", 12).Get());
     ASSERT_HRESULT_SUCCEEDED(LoadBag(embedded));
-    const ComPtr<IOleControl> control = embedded.As<IOleControl>();
-
-    container.font = NewFont(L"Arial", 20, true);
-    EXPECT_HRESULT_SUCCEEDED(control->OnAmbientPropertyChange(DISPID_AMBIENT_FONT));
-    EXPECT_EQ(FontOf(embedded), TextOf(NewFont(L"Arial", 20, true).Get()));
+    const auto large = NewFont(L"Arial", 20, true);
+    change(DISPID_AMBIENT_FONT, large.Get());
+    EXPECT_EQ(font(), TextOf(large.Get()));
     ASSERT_HRESULT_SUCCEEDED(embedded.Do(OLEIVERB_UIACTIVATE));
-    container.font = NewFont(L"Arial", 14);
-    EXPECT_HRESULT_SUCCEEDED(control->OnAmbientPropertyChange(DISPID_AMBIENT_FONT));
-    EXPECT_EQ(FontOf(embedded), TextOf(NewFont(L"Arial", 20, true).Get())) << "it has been seen with this one";
+    change(DISPID_AMBIENT_FONT, NewFont(L"Arial", 14).Get());
+    EXPECT_EQ(font(), TextOf(large.Get())) << "it has been seen with this one";
 
-    container.SetAmbient(DISPID_AMBIENT_UIDEAD, true);
-    EXPECT_HRESULT_SUCCEEDED(control->OnAmbientPropertyChange(DISPID_AMBIENT_UIDEAD));
+    change(DISPID_AMBIENT_UIDEAD, true);
     EXPECT_FALSE(container.active);
     EXPECT_FALSE(IsWindowEnabled(GetParent(embedded.Tree())));
-    container.SetAmbient(DISPID_AMBIENT_UIDEAD, false);
-    EXPECT_HRESULT_SUCCEEDED(control->OnAmbientPropertyChange(DISPID_AMBIENT_UIDEAD));
+    change(DISPID_AMBIENT_UIDEAD, false);
     EXPECT_TRUE(IsWindowEnabled(GetParent(embedded.Tree())));
 }
 
-// ---- Size
+using Extent = InContainer;
 
-TEST(Extent, SizesTheControlHiddenAndInPlace)
+TEST_F(Extent, SizesTheControlHiddenAndInPlace)
 {
-    TestContainer container;
-    Embedded embedded(container);
     ASSERT_HRESULT_SUCCEEDED(embedded.SetSite());
     SIZEL size{5080, 2540};
     EXPECT_HRESULT_SUCCEEDED(embedded.object->SetExtent(DVASPECT_CONTENT, &size));
@@ -309,22 +275,18 @@ TEST(Extent, SizesTheControlHiddenAndInPlace)
     EXPECT_HRESULT_SUCCEEDED(embedded.object->SetExtent(DVASPECT_CONTENT, &size));
 }
 
-TEST(Extent, IsClippedToWhatTheContainerShows)
+TEST_F(Extent, IsClippedToWhatTheContainerShows)
 {
-    TestContainer container;
-    Embedded embedded(container);
     embedded.Start();
     const RECT place{20, 30, 220, 180};
     const RECT clip{70, 0, 1000, 1000};
     EXPECT_HRESULT_SUCCEEDED(embedded.As<IOleInPlaceObject>()->SetObjectRects(&place, &clip));
-    HWND window = nullptr;
-    ASSERT_HRESULT_SUCCEEDED(embedded.As<IOleInPlaceObject>()->GetWindow(&window));
     RECT where{};
-    GetWindowRect(window, &where);
+    GetWindowRect(embedded.Window(), &where);
     MapWindowPoints(nullptr, container.Form(), reinterpret_cast<POINT*>(&where), 2);
     EXPECT_TRUE(EqualRect(&where, &place));
     RECT seen{};
-    GetWindowRgnBox(window, &seen);
+    GetWindowRgnBox(embedded.Window(), &seen);
     EXPECT_EQ(seen.left, 50);
     EXPECT_EQ(seen.right, 200);
 }

@@ -53,16 +53,8 @@ bool HandAtComponent::Has(const std::wstring& name) const
 HTREEITEM HandAtComponent::Row(const std::wstring& text) const
 {
     LRESULT row = Send(TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0);
-    for (; row != 0; row = Send(TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, row)) {
-        wchar_t shown[MAX_PATH] = {};
-        TVITEMW item{};
-        item.mask = TVIF_HANDLE | TVIF_TEXT;
-        item.hItem = reinterpret_cast<HTREEITEM>(row);
-        item.pszText = shown;
-        item.cchTextMax = MAX_PATH;
-        Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-        if (shown == text) break;
-    }
+    while (row != 0 && RowText(reinterpret_cast<HTREEITEM>(row)) != text)
+        row = Send(TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, row);
     return reinterpret_cast<HTREEITEM>(row);
 }
 
@@ -82,10 +74,7 @@ POINT HandAtComponent::On(const std::wstring& text) const
 void HandAtComponent::Serve(MSG& message)
 {
     if (message.message == WM_TIMER && message.hwnd != Tree()) ++m_ticks;
-    const bool isKey = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
-    const ComPtr<IOleInPlaceActiveObject> first = container.active;
-    if (isKey && first && first->TranslateAccelerator(&message) == S_OK) return;
-    RealInput::Serve(message);
+    if (!container.Takes(message)) RealInput::Serve(message);
 }
 
 bool HandAtComponent::Until(const std::function<bool()>& isSo)

@@ -1,16 +1,9 @@
 #pragma once
 
-#include <windows.h>
-
-#include <commctrl.h>
-
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <initializer_list>
 #include <string>
 
-#include "tests/component/automation.h"
 #include "tests/component/box_reader.h"
 #include "tests/component/test_container.h"
 #include "tests/component/test_reporter.h"
@@ -21,14 +14,14 @@ namespace sylvex::test {
 
 /// The real component in a container, its tree opened at a scratch folder with a, a\inner and b, and a person's hand at
 /// it, with a loop as a container has it.
-class HandAtComponent : public testing::Test, protected RealInput {
+class HandAtComponent : public InContainer, protected RealInput {
 protected:
     HandAtComponent();
     ~HandAtComponent() override { RemoveBranch(base); }
 
     /// Loads the tree again, opened at the scratch folder.
     void Load();
-    Value Nodes() const { return control.Get(L"TreeView").Get(L"Nodes"); }
+    Value Nodes() const { return NodesOf(control); }
     static Value Child(const Value& parent, const std::wstring& text);
     /// The scratch folder's node, or one below it.
     Value At(std::initializer_list<const wchar_t*> names) const;
@@ -56,8 +49,6 @@ protected:
     int Ticks();
 
     const std::wstring base = L"C:\\SylvexHand" + std::to_wstring(GetCurrentProcessId());
-    TestContainer container;
-    Embedded embedded{container};
     Value control{static_cast<IDispatch*>(embedded.control.Get())};
     TestReporter reports;
     BoxReader boxes;

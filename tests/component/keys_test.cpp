@@ -1,9 +1,3 @@
-#include <windows.h>
-
-#include <commctrl.h>
-
-#include <gtest/gtest.h>
-
 #include <optional>
 
 #include "tests/component/box_reader.h"
@@ -12,7 +6,7 @@
 namespace sylvex::test {
 namespace {
 
-class Keys : public testing::Test {
+class Keys : public InContainer {
 protected:
     void SetUp() override
     {
@@ -29,8 +23,6 @@ protected:
     }
 
     std::vector<short> keys;  ///< that the host has heard go down
-    TestContainer container;
-    Embedded embedded{container};
     std::optional<EventLog> events;
 };
 
@@ -47,8 +39,7 @@ TEST_F(Keys, OfTheTreeComeBeforeTheContainersOwn)
 
 TEST_F(Keys, ReachTheTreeWhicheverWindowOfTheControlTheContainerNames)
 {
-    HWND window = nullptr;
-    embedded.As<IOleInPlaceObject>()->GetWindow(&window);
+    const HWND window = embedded.Window();
     MSG offered{window, WM_KEYDOWN, VK_DOWN, 1, 0, {}};
     EXPECT_EQ(embedded.As<IOleInPlaceActiveObject>()->TranslateAccelerator(&offered), S_OK);
     DrainMessages();
@@ -126,13 +117,11 @@ TEST_F(Keys, RaiseNoEventsWhileTheyAreFrozenOrTheFormIsBeingDesigned)
 
 TEST_F(Keys, InAMessageThatCannotBeReadAreAnError)
 {
-    HWND window = nullptr;
-    embedded.As<IOleInPlaceObject>()->GetWindow(&window);
     void* const reserved = VirtualAlloc(nullptr, 4096, MEM_RESERVE, PAGE_NOACCESS);
     for (const LONG_PTR damaged : {LONG_PTR{16}, reinterpret_cast<LONG_PTR>(reserved)}) {
         const auto active = embedded.As<IOleInPlaceActiveObject>();
         EXPECT_EQ(active->TranslateAccelerator(reinterpret_cast<MSG*>(damaged)), E_POINTER);
-        for (const HWND handed : {window, embedded.Tree()}) {
+        for (const HWND handed : {embedded.Window(), embedded.Tree()}) {
             SendMessageW(handed, WM_GETDLGCODE, VK_RETURN, damaged);
             SendMessageW(handed, WM_NOTIFY, 1, damaged);
         }

@@ -1,22 +1,16 @@
 // A list view of the host that is known by its members' names only.
 
-#include <gtest/gtest.h>
-
-#include <map>
 #include <optional>
 #include <set>
 
 #include "com/type_info.h"
-#include "tests/component/automation.h"
+#include "tests/component/test_control.h"
 #include "tests/component/test_reporter.h"
 #include "tests/support/files_real.h"
-
-#include <commctrl.h>
 
 namespace sylvex::test {
 namespace {
 
-constexpr long kTypeMismatch = 13;
 const std::wstring kFolder = L"C:\\SylvexLateList";
 
 /// What a host's objects were asked, in words.
@@ -58,7 +52,7 @@ public:
             V_I2(result) = *m_journal.columnPlace;
         if (m_journal.denySelection && Known()[{TypeOf(), member}] == L"Selected") V_BOOL(result) = VARIANT_FALSE;
         if (SUCCEEDED(done) && result && V_VT(result) == VT_DISPATCH && V_DISPATCH(result)) {
-            const Value wrapped(new HostObject(Value(*result), m_journal));
+            const Value wrapped = Wrap(Value(*result), m_journal);
             VariantClear(result);
             VariantCopy(result, const_cast<VARIANT*>(&wrapped.Raw()));
         }
@@ -102,23 +96,17 @@ protected:
         for (const wchar_t* const name : {L"\\a.txt", L"\\b.txt"})
             WriteBytes(kFolder + name, "");
         // Another control makes the list's object out of a window.
-        maker.Set(L"ReqListView", static_cast<int>(reinterpret_cast<INT_PTR>(window)));
-        list = Value(new HostObject(maker.Get(L"ReqListView"), journal));
+        maker.Set(L"ReqListView", window.window);
+        list = HostObject::Wrap(maker.Get(L"ReqListView"), journal);
         control.Put(L"FileFilter", L"*.txt");
         control.Call(L"Enumerate");
-        const Value nodes = control.Get(L"TreeView").Get(L"Nodes");
+        const Value nodes = NodesOf(control);
         nodes.Call(L"Clear");
-        root = nodes.Call(L"Add", {Value::Missing(), Value::Missing(), Value::Missing(), L"Disk (C:)"});
-        folder = nodes.Call(L"Add", {root, 4, Value::Missing(), L"SylvexLateList"});
-        for (const wchar_t* const name : {L"b.txt", L"a.txt"}) {
-            nodes.Call(L"Add", {folder, 4, Value::Missing(), name}).Put(L"Checked", true);
-        }
+        folder = AddNode(nodes, L"SylvexLateList", AddNode(nodes, L"Disk (C:)"));
+        for (const wchar_t* const name : {L"b.txt", L"a.txt"})
+            AddNode(nodes, name, folder).Put(L"Checked", true);
     }
-    ~LateList() override
-    {
-        DestroyWindow(window);
-        RemoveBranch(kFolder);
-    }
+    ~LateList() override { RemoveBranch(kFolder); }
     Value Cell(int row, const wchar_t* key)
     {
         const Value inner = maker.Get(L"ReqListView");
@@ -129,11 +117,10 @@ protected:
 
     TestReporter reports;
     Journal journal;
-    HWND window = CreateWindowExW(0, WC_LISTVIEWW, L"List", WS_OVERLAPPEDWINDOW | LVS_REPORT, 0, 0, 400, 300, nullptr,
-                                  nullptr, GetModuleHandleW(nullptr), nullptr);
+    ListViewWindow window;
     Value maker = MakeControl();
     Value control = MakeControl();
-    Value list, root, folder;
+    Value list, folder;
 };
 
 TEST_F(LateList, BindingLaysOutTheColumnsByName)
@@ -165,7 +152,7 @@ TEST_F(LateList, RowsAreAddedAsAScriptWouldInTheOrderOfTheTree)
     EXPECT_EQ(Cell(1, L"siz2").Text(), L"0000000000");
     LVITEMW record{};
     record.mask = LVIF_IMAGE;
-    SendMessageW(window, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&record));
+    SendMessageW(window.window, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&record));
     EXPECT_GE(record.iImage, 0);
 }
 
@@ -173,7 +160,7 @@ TEST_F(LateList, ASelectedItemThatIsNotSelectedIsNotFollowed)
 {
     control.Set(L"ReqListView", list);
     control.Call(L"BuildFileList", {folder, false});
-    ListView_SetItemState(window, 0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_SetItemState(window.window, 0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
     const Value tree = control.Get(L"TreeView");
     journal.denySelection = true;
     control.Call(L"SetNode");
@@ -198,10 +185,10 @@ TEST_F(LateList, WhatTheHostsObjectRaisesGoesToTheErrorTrap)
     control.Set(L"ReqListView", list);
     maker.Get(L"ReqListView").Get(L"ColumnHeaders").Call(L"Remove", {L"dos"});
     reports.Take();
-    EXPECT_EQ(ErrorOf([&] { control.Call(L"BuildFileList", {folder, false}); }), 65535);
+    EXPECT_EQ(ErrorOf([&] { control.Call(L"BuildFileList", {folder, false}); }), kPassedOn);
     EXPECT_EQ(reports.Take(), L"Sylvex.LVIdx 35601; Sylvex.BuildFileList 65535");
     journal.columnPlace = short{-1};
-    EXPECT_EQ(ErrorOf([&] { control.Call(L"BuildFileList", {folder, false}); }), 65535);
+    EXPECT_EQ(ErrorOf([&] { control.Call(L"BuildFileList", {folder, false}); }), kPassedOn);
     EXPECT_EQ(reports.Take(), L"Sylvex.LVIdx 35600; Sylvex.BuildFileList 65535");
 }
 
@@ -209,7 +196,7 @@ TEST_F(LateList, AnObjectWithoutAFaceOfItsOwnIsShownByItsWindow)
 {
     journal.unknown = {L"Visible", L"Refresh"};
     control.Set(L"ReqListView", list);
-    EXPECT_TRUE(IsWindowVisible(window));
+    EXPECT_TRUE(IsWindowVisible(window.window));
 }
 
 TEST_F(LateList, AnObjectThatIsNoListIsRefused)

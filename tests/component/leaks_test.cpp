@@ -1,10 +1,3 @@
-#include <windows.h>
-
-#include <commctrl.h>
-
-#include <gtest/gtest.h>
-
-#include "tests/component/automation.h"
 #include "tests/component/handles.h"
 #include "tests/component/test_container.h"
 
@@ -14,30 +7,29 @@ namespace {
 /// Lists, opens and ticks, as a person and a host would.
 void UseTree(const Value& control)
 {
-    const HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"List", WS_OVERLAPPEDWINDOW | LVS_REPORT, 0, 0, 100, 100,
-                                      nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
-    control.Set(L"ReqListView", static_cast<int>(reinterpret_cast<LONG_PTR>(list)));
+    const ListViewWindow list;
+    control.Set(L"ReqListView", list.window);
     control.Put(L"FileFilter", L"*");
     control.Call(L"Enumerate");
-    const Value drive = control.Get(L"TreeView").Get(L"Nodes").Get(L"Item", {L"C:\\"});
+    const Value drive = NodesOf(control).Get(L"Item", {L"C:\\"});
     drive.Put(L"Expanded", true);
     const Value folder = drive.Get(L"Child");
     folder.Put(L"Checked", true);
     control.Call(L"CheckNodeSelective", {folder});
     EXPECT_EQ(control.Get(L"ReqListView").Get(L"ListItems").Get(L"Count").Number(), 1);
-    DestroyWindow(list);
 }
 
 TEST(Leaks, AreNoneAfterManyLivesOfTheControl)
 {
     TestContainer container;
-    container.font = NewFont(L"Arial", 12);
+    const ComPtr<IFontDisp> font = NewFont(L"Arial", 12);
+    container.SetAmbient(DISPID_AMBIENT_FONT, font.Get());
     const ComPtr<IPictureDisp> picture = NewPicture();
     const auto live = [&](bool full) {
         Embedded embedded(container);
         embedded.Start();
         embedded.control->put_Checkboxes(VARIANT_TRUE);
-        embedded.control->putref_Font(container.font.Get());
+        embedded.control->putref_Font(font.Get());
         embedded.control->putref_MouseIcon(picture.Get());
         embedded.control->putref_Picture(picture.Get());
         if (full) UseTree(embedded.Members());

@@ -1,15 +1,7 @@
 // The component as a file that a host loads, uses and lets go of.
 
-#include <windows.h>
-
-#include <ole2.h>
-
-#include <gtest/gtest.h>
-
 #include <thread>
 
-#include "SylvexControl_h.h"
-#include "tests/component/automation.h"
 #include "tests/component/component_file.h"
 #include "tests/component/handles.h"
 #include "tests/component/test_control.h"

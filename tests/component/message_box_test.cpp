@@ -39,15 +39,10 @@ void CALLBACK CloseAtOnce(HWND form, UINT, UINT_PTR timer, DWORD)
     if (const HWND box = FindWindowW(L"#32770", kCaption)) EndDialog(box, IDOK);
 }
 
-void Press(WORD key)
+void Press(BYTE key)
 {
-    INPUT inputs[2]{};
-    for (INPUT& input : inputs) {
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = key;
-    }
-    inputs[1].ki.dwFlags = KEYEVENTF_KEYUP;
-    SendInput(2, inputs, sizeof(INPUT));
+    for (const DWORD flags : {0u, static_cast<unsigned>(KEYEVENTF_KEYUP)})
+        keybd_event(key, 0, flags, 0);
 }
 
 /// A real box over a real form, with hands that act while it is open.

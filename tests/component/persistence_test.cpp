@@ -1,10 +1,5 @@
-#include <windows.h>
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstring>
-#include <functional>
 
 #include "tests/component/test_bag.h"
 #include "tests/component/test_container.h"
@@ -17,8 +12,6 @@ struct Property {
     Value standard;
     Value changed;
 };
-
-const Value kNothing(static_cast<IDispatch*>(nullptr));
 
 /// The properties in the order in which they are saved, with what a control has that was loaded from nothing in a
 /// container whose font is Arial 12, and what Change() gives it.
@@ -34,19 +27,14 @@ std::vector<Property> Properties()
             {L"HotTracking", false, true},
             {L"LabelEdit", 1, 0},
             {L"LineStyle", 1, 0},
-            {L"MouseIcon", kNothing, NewPicture().Get()},
+            {L"MouseIcon", Value::Nothing(), NewPicture().Get()},
             {L"MousePointer", 0, 99},
             {L"PathSeparator", L"\\", L"::"},
             {L"FileFilter", L"", L"*.txt;*.doc"},
-            {L"Picture", kNothing, NewPicture().Get()},
+            {L"Picture", Value::Nothing(), NewPicture().Get()},
             {L"DragDropEnable", false, true},
             {L"BackColor", static_cast<int>(0x8000000F), static_cast<int>(0x80000005)},
             {L"RecursiveCheck", true, false}};
-}
-
-std::string Narrow(const std::wstring& wide)
-{
-    return std::string(wide.begin(), wide.end());
 }
 
 std::string Lines(const std::function<Value(const Property&)>& valueOf)
@@ -86,7 +74,7 @@ class Persistence : public testing::Test {
 protected:
     Persistence()
     {
-        container.font = NewFont(L"Arial", 12);
+        container.SetAmbient(DISPID_AMBIENT_FONT, font.Get());
         saved.SetSite();
         loaded.SetSite();
     }
@@ -118,6 +106,7 @@ protected:
     bool IsDirty(const Embedded& embedded) { return embedded.As<IPersistStreamInit>()->IsDirty() == S_OK; }
 
     TestBag bag;
+    const ComPtr<IFontDisp> font = NewFont(L"Arial", 12);
     TestContainer container;
     Embedded saved{container};
     Embedded loaded{container};
@@ -199,6 +188,8 @@ protected:
     {
         saved.InitNew();
         Change(saved);
+        SIZEL extent{4000, 3000};
+        saved.object->SetExtent(DVASPECT_CONTENT, &extent);
         const ComPtr<IStream> stream = Saved();
         STATSTG state{};
         stream->Stat(&state, STATFLAG_NONAME);
@@ -220,9 +211,8 @@ protected:
     {
         std::memcpy(bytes.data() + at, &value, sizeof value);
     }
-    HRESULT LoadBytes()
+    HRESULT LoadBytes(const ComPtr<IStream>& stream = NewStream())
     {
-        const ComPtr<IStream> stream = NewStream();
         stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
         return LoadStream(stream);
     }
@@ -243,7 +233,7 @@ TEST_F(SavedObjects, AreOnlyEverTheSystemsOwnFontsAndPictures)
     const auto replace = [&](const std::string& text, const std::string& by) {
         expected.replace(expected.find(text), text.size(), by);
     };
-    replace(TextOf(NewFont(L"Courier New", 15, true).Get()), TextOf(container.font.Get()));
+    replace(TextOf(NewFont(L"Courier New", 15, true).Get()), TextOf(font.Get()));
     replace("MouseIcon=picture 3", "MouseIcon=none");
     replace("Picture=picture 3", "Picture=none");
     EXPECT_EQ(Loaded(), expected) << "what stands behind them is loaded";
@@ -261,7 +251,6 @@ TEST_F(SavedObjects, ThatLieAboutTheirSizeAreRefused)
     const std::vector<char> whole = bytes;
     const std::size_t picture = Find(kPictureClass) + sizeof(CLSID) + 4;
     for (const DWORD size : {0xFFFFFFFFu, 0x7FFFFFFFu, 0x10000000u}) {
-        bytes = whole;
         Put(picture, size);
         EXPECT_EQ(LoadBytes(), STG_E_DOCFILECORRUPT);
         EXPECT_EQ(Loaded(), Lines(&Property::standard));
@@ -296,32 +285,21 @@ TEST_F(SavedObjects, HoldNoFontBeyondTheLargestSize)
     ExpectLoaded(" 16380 bold\n");
 }
 
-TEST_F(Persistence, RoundTripThroughAStreamStopsAtItsEnd)
+TEST_F(SavedObjects, GoThroughAStreamUpToTheirEnd)
 {
-    saved.InitNew();
-    Change(saved);
-    SIZEL extent{4000, 3000};
-    saved.object->SetExtent(DVASPECT_CONTENT, &extent);
-    const ComPtr<IStream> stream = NewStream();
-    const auto persist = saved.As<IPersistStreamInit>();
-    ASSERT_HRESULT_SUCCEEDED(persist->Save(stream.Get(), TRUE));
-    LARGE_INTEGER none{};
-    ULARGE_INTEGER end{};
     ULARGE_INTEGER most{};
-    stream->Seek(none, STREAM_SEEK_CUR, &end);
-    EXPECT_HRESULT_SUCCEEDED(persist->GetSizeMax(&most));
-    EXPECT_EQ(most.QuadPart, end.QuadPart);
-    ULONG written = 0;
-    stream->Write("behind", 6, &written);
-
-    EXPECT_EQ(LoadStream(stream), S_OK);
+    EXPECT_HRESULT_SUCCEEDED(saved.As<IPersistStreamInit>()->GetSizeMax(&most));
+    EXPECT_EQ(most.QuadPart, bytes.size());
+    bytes.push_back('!');
+    const ComPtr<IStream> stream = NewStream();
+    EXPECT_EQ(LoadBytes(stream), S_OK);
     EXPECT_EQ(Loaded(), Lines(&Property::changed));
-    char text[7] = {};
-    stream->Read(text, 6, &written);
-    EXPECT_STREQ(text, "behind");
-    SIZEL read{};
-    loaded.object->GetExtent(DVASPECT_CONTENT, &read);
-    EXPECT_EQ(read.cx, 4000);
+    char behind = 0;
+    stream->Read(&behind, 1, nullptr);
+    EXPECT_EQ(behind, '!');
+    SIZEL extent{};
+    loaded.object->GetExtent(DVASPECT_CONTENT, &extent);
+    EXPECT_EQ(extent.cx, 4000);
 }
 
 TEST_F(Persistence, RoundTripThroughAStorageCarriesTheClass)
@@ -375,8 +353,7 @@ TEST_F(SavedObjects, OfAnotherKindOrVersionAreAnErrorAndDamageNeverBreaksTheCont
         bytes = whole;
         bytes[at] = '\xFF';
         LoadBytes();
-        VARIANT_BOOL boxes = VARIANT_FALSE;
-        ASSERT_HRESULT_SUCCEEDED(loaded.control->get_Checkboxes(&boxes)) << at;
+        ASSERT_HRESULT_SUCCEEDED(loaded.control->put_Checkboxes(VARIANT_TRUE)) << at;
     }
 }
 
@@ -394,10 +371,9 @@ TEST_F(Persistence, DirtyMeansChangedSinceTheLastSave)
     EXPECT_TRUE(IsDirty(saved));
     persist->Save(NewStream().Get(), TRUE);
 
-    ComPtr<IFontDisp> font;
-    saved.control->get_Font(font.Put());
+    const Value own = saved.Members().Get(L"Font");
     EXPECT_FALSE(IsDirty(saved));
-    font.As<IFont>()->put_Bold(TRUE);
+    own.Put(L"Bold", true);
     EXPECT_TRUE(IsDirty(saved));
     TestBag written;
     SaveBag(saved, written);
@@ -410,16 +386,14 @@ TEST_F(Persistence, DirtyMeansChangedSinceTheLastSave)
     EXPECT_FALSE(IsDirty(saved)) << "what is in the tree is not saved";
 }
 
-TEST_F(Persistence, LoadingSendsNoNotices)
+TEST_F(SavedObjects, AreLoadedWithoutNotices)
 {
     const auto point = PointOf(loaded.Members(), IID_IPropertyNotifySink);
     DWORD cookie = 0;
     ASSERT_HRESULT_SUCCEEDED(point->Advise(static_cast<IPropertyNotifySink*>(&container), &cookie));
-    Change(saved);
-    const ComPtr<IStream> stream = Saved();
     container.TakeLog();
     LoadBag();
-    LoadStream(stream);
+    LoadBytes();
     EXPECT_EQ(container.TakeLog(), "");
     loaded.control->put_HotTracking(VARIANT_FALSE);
     EXPECT_EQ(container.TakeLog(), "OnChanged\n");
@@ -429,23 +403,18 @@ TEST_F(Persistence, LoadingSendsNoNotices)
 TEST_F(Persistence, FontOfTheContainerIsCopied)
 {
     LoadBag();
-    ComPtr<IFontDisp> font;
-    loaded.control->get_Font(font.Put());
-    font.As<IFont>()->put_Italic(TRUE);
-    BOOL italic = TRUE;
-    container.font.As<IFont>()->get_Italic(&italic);
-    EXPECT_FALSE(italic);
+    loaded.Members().Get(L"Font").Put(L"Italic", true);
+    EXPECT_FALSE(Value(font.Get()).Get(L"Italic").Flag());
     ASSERT_HRESULT_SUCCEEDED(SaveBag(loaded, bag));
     EXPECT_EQ(bag.written, (std::vector<std::string>{"Font", "RecursiveCheck"}));
-}
 
-TEST_F(Persistence, AContainerThatSitesLastGivesItsFontToo)
-{
+    // A container that sites last gives its font, too.
     Embedded late(container);
-    ASSERT_HRESULT_SUCCEEDED(late.As<IPersistPropertyBag>()->Load(&bag, nullptr));
+    TestBag none;
+    ASSERT_HRESULT_SUCCEEDED(late.As<IPersistPropertyBag>()->Load(&none, nullptr));
     ASSERT_HRESULT_SUCCEEDED(late.SetSite());
-    ASSERT_HRESULT_SUCCEEDED(SaveBag(late, bag));
-    EXPECT_EQ(bag.written, std::vector<std::string>{"RecursiveCheck"}) << "no font of its own";
+    ASSERT_HRESULT_SUCCEEDED(SaveBag(late, none));
+    EXPECT_EQ(none.written, std::vector<std::string>{"RecursiveCheck"}) << "no font of its own";
 }
 
 TEST_F(Persistence, WindowNumberIsSavedFromDesignTime)
@@ -454,7 +423,6 @@ TEST_F(Persistence, WindowNumberIsSavedFromDesignTime)
     LoadBag();
     ASSERT_HRESULT_SUCCEEDED(loaded.control->put_hWnd(70000));
     ASSERT_HRESULT_SUCCEEDED(SaveBag(loaded, bag));
-    EXPECT_EQ(V_I4(&bag.Entry("hWnd")), 70000);
     TestBag second;
     ASSERT_HRESULT_SUCCEEDED(saved.As<IPersistPropertyBag>()->Load(&bag, nullptr));
     ASSERT_HRESULT_SUCCEEDED(SaveBag(saved, second));

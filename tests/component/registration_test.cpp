@@ -1,15 +1,9 @@
-#include <windows.h>
-
-#include <ole2.h>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <iterator>
 #include <optional>
 #include <set>
-#include <string>
-#include <utility>
 
 #include "SylvexControl_h.h"
 #include "tests/component/automation.h"
@@ -22,11 +16,6 @@ const std::string kClass = "CLSID\\{7834C981-1BEB-4F8A-ACFA-8F0F4E2E3A7E}";
 
 // Keys and values as lines, "key" and "key\name=text".
 using Lines = std::set<std::string>;
-
-std::string Narrow(const std::wstring& wide)
-{
-    return std::string(wide.begin(), wide.end());
-}
 
 void AddKey(HKEY parent, const std::wstring& name, const std::string& path, Lines& lines)
 {

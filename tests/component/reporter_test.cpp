@@ -1,7 +1,3 @@
-#include <windows.h>
-
-#include <ole2.h>
-
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -16,12 +12,11 @@
 namespace sylvex::test {
 namespace {
 
-constexpr long kPassedOn = 65535;
 /// A failure two procedures deep: a tick without a list.
 long FailTwoDeep(const Value& control)
 {
     return ErrorOf([&] {
-        const Value node = control.Get(L"TreeView").Get(L"Nodes").Get(L"Item", {1});
+        const Value node = NodesOf(control).Get(L"Item", {1});
         control.Call(L"CheckNodeSelective", {node});
     });
 }
@@ -55,7 +50,7 @@ TEST(Reporter, ThatFailsOrHangsUpDoesNoHarm)
         reporter.asked = S_OK;
     }
     EXPECT_EQ(reporter.reports.size(), 8u);
-    EXPECT_EQ(control.Get(L"TreeView").Get(L"Nodes").Get(L"Count").Number(), 1);
+    EXPECT_EQ(NodesOf(control).Get(L"Count").Number(), 1);
 }
 
 TEST(Reporter, MayCallTheControlAndLetGoOfIt)
@@ -72,7 +67,7 @@ TEST(Reporter, MayCallTheControlAndLetGoOfIt)
     reporter.reports.clear();
     reporter.onReport = [&] { return control = Value(), S_OK; };
     {
-        const Value node = control.Get(L"TreeView").Get(L"Nodes").Get(L"Item", {1});
+        const Value node = NodesOf(control).Get(L"Item", {1});
         EXPECT_EQ(ErrorOf([&] { control.Call(L"CheckNodeSelective", {node}); }), kPassedOn);
     }
     EXPECT_EQ(reporter.Trace(), kTwoDeep);
@@ -108,8 +103,6 @@ class Sample {
 public:
     Sample()
     {
-        const std::wstring component = ComponentPath();
-        m_module = LoadLibraryW((component.substr(0, component.rfind(L'\\') + 1) + L"SylvexReporter.dll").c_str());
         wchar_t folder[MAX_PATH];
         GetTempPathW(MAX_PATH, folder);
         m_file = std::wstring(folder) + L"SylvexReportTest.txt";
@@ -118,35 +111,30 @@ public:
     }
     ~Sample()
     {
-        EXPECT_EQ(Call("DllUnregisterServer"), S_OK);
+        EXPECT_EQ(file.Unregister(), S_OK);
         SetEnvironmentVariableW(L"SYLVEX_REPORTS", nullptr);
         for (const wchar_t* const ending : {L"", L".old", L".link"})
             DeleteFileW((m_file + ending).c_str());
-        EXPECT_EQ(Call("DllCanUnloadNow"), S_OK);
-        FreeLibrary(m_module);
-    }
-    HRESULT Call(const char* entry) const
-    {
-        const FARPROC procedure = m_module ? GetProcAddress(m_module, entry) : nullptr;
-        return procedure ? reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void*>(procedure))() : E_FAIL;
+        EXPECT_EQ(file.CanUnloadNow(), S_OK);
     }
     void Grow(unsigned size) const { std::filesystem::resize_file(m_file, size); }
     void Link() const { std::filesystem::create_hard_link(m_file, m_file + L".link"); }
     std::string Text() const
     {
-        std::ifstream file(std::filesystem::path(m_file), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+        std::ifstream text(std::filesystem::path(m_file), std::ios::binary);
+        return {std::istreambuf_iterator<char>(text), {}};
     }
 
+    const ComponentFile file{BesideComponent(L"SylvexReporter.dll")};
+
 private:
-    HMODULE m_module;
     std::wstring m_file;
 };
 
 TEST(SampleReporter, WritesWhatFailedToItsFile)
 {
     const Sample sample;
-    ASSERT_EQ(sample.Call("DllRegisterServer"), S_OK);
+    ASSERT_EQ(sample.file.Register(), S_OK);
     const Value control = MakeControl();
     control.Put(L"FileFilter", L"*.\u00E9");
     EXPECT_EQ(FailTwoDeep(control), kPassedOn);

@@ -2,16 +2,6 @@
 
 namespace sylvex::test {
 
-namespace {
-
-std::string Narrow(LPCOLESTR text)
-{
-    const std::wstring wide(text);
-    return std::string(wide.begin(), wide.end());
-}
-
-}  // namespace
-
 STDMETHODIMP TestBag::Read(LPCOLESTR name, VARIANT* value, IErrorLog*)
 {
     read.push_back(Narrow(name));
@@ -20,14 +10,10 @@ STDMETHODIMP TestBag::Read(LPCOLESTR name, VARIANT* value, IErrorLog*)
     const auto entry = m_entries.find(Narrow(name));
     if (entry == m_entries.end()) return E_INVALIDARG;
     const VARTYPE wanted = V_VT(value);
-    VARIANT given{};
-    VariantCopy(&given, &entry->second.Raw());
-    if (converts && wanted != VT_EMPTY && FAILED(VariantChangeType(&given, &given, 0, wanted))) {
-        VariantClear(&given);
-        return E_FAIL;
-    }
+    Variant given(entry->second.Raw());
+    if (converts && wanted != VT_EMPTY && FAILED(given.ChangeType(wanted))) return E_FAIL;
     VariantClear(value);
-    *value = given;
+    *value = given.Detach();
     return S_OK;
 }
 

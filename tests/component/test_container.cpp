@@ -45,14 +45,19 @@ void TestContainer::DestroyForm()
     if (m_form) DestroyWindow(std::exchange(m_form, nullptr));
 }
 
+bool TestContainer::Takes(MSG& message)
+{
+    const ComPtr<IOleInPlaceActiveObject> first = active;
+    const bool isKey = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
+    return isKey && first && first->TranslateAccelerator(&message) == S_OK;
+}
+
 void TestContainer::Key(UINT message, WPARAM key)
 {
     PostMessageW(GetFocus(), message, key, 1);
     MSG next;
     while (PeekMessageW(&next, nullptr, 0, 0, PM_REMOVE)) {
-        const ComPtr<IOleInPlaceActiveObject> first = active;
-        const bool isKey = next.message >= WM_KEYFIRST && next.message <= WM_KEYLAST;
-        if (isKey && first && first->TranslateAccelerator(&next) == S_OK) continue;
+        if (Takes(next)) continue;
         TranslateMessage(&next);
         DispatchMessageW(&next);
     }
@@ -62,7 +67,7 @@ STDMETHODIMP TestContainer::QueryInterface(REFIID id, void** found)
 {
     *found = nullptr;
     if (id == IID_IDispatch && !ambients) return E_NOINTERFACE;
-    return TestDispatch::QueryInterface(id, found);
+    return TestObject::QueryInterface(id, found);
 }
 
 STDMETHODIMP TestContainer::GetWindow(HWND* window)
@@ -85,7 +90,7 @@ STDMETHODIMP TestContainer::GetWindowContext(IOleInPlaceFrame** frame, IOleInPla
 
 STDMETHODIMP TestContainer::OnPosRectChange(LPCRECT wanted)
 {
-    if (allowsResize) place = *wanted;
+    place = *wanted;
     if (const ComPtr<IOleInPlaceObject> sized = ComPtr<IOleObject>(resized).As<IOleInPlaceObject>()) {
         sized->SetObjectRects(&place, &place);
     }
@@ -106,11 +111,6 @@ STDMETHODIMP TestContainer::SetActiveObject(IOleInPlaceActiveObject* object, LPC
 
 STDMETHODIMP TestContainer::Invoke(DISPID property, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*)
 {
-    if (property == DISPID_AMBIENT_FONT && font) {
-        V_VT(result) = VT_DISPATCH;
-        font.CopyTo(&V_DISPATCH(result));
-        return S_OK;
-    }
     if (!ambients || !ambients->contains(property)) return DISP_E_MEMBERNOTFOUND;
     return VariantCopy(result, &ambients->at(property).Raw());
 }
@@ -134,6 +134,13 @@ Embedded::~Embedded()
 HRESULT Embedded::Do(LONG verb)
 {
     return object->DoVerb(verb, nullptr, &m_container, 0, m_container.Form(), &m_container.place);
+}
+
+HWND Embedded::Window() const
+{
+    HWND window = nullptr;
+    As<IOleWindow>()->GetWindow(&window);
+    return window;
 }
 
 void Embedded::Start()

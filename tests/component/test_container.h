@@ -19,15 +19,11 @@ public:
 
     /// What it says of itself: numbers of ambient properties with their values. None: no ambient properties at all.
     std::optional<std::map<DISPID, Value>> ambients;
-    /// Ambient font; not owned by `ambients`.
-    ComPtr<IFontDisp> font;
     RECT place{10, 10, 210, 160};
     /// What its form does with a key that a control leaves to it.
     HRESULT keyAnswer = S_OK;
     /// Whether it has property pages of its own way.
     HRESULT frameAnswer = S_OK;
-    /// Whether it lets a changed size through to the control.
-    bool allowsResize = true;
     /// The control that was last made active with the user interface; what keys go to first.
     ComPtr<IOleInPlaceActiveObject> active;
     /// The control that SetObjectRects is for.
@@ -40,6 +36,8 @@ public:
     void NewForm();
     /// What has happened since the last call, in order.
     std::string TakeLog() { return std::exchange(m_log, {}); }
+    /// Offers a message to the active control first if it is a key; whether it was taken.
+    bool Takes(MSG& message);
     /// As the container's loop does with a key: the active control first, then the window that has the focus.
     void Key(UINT message, WPARAM key);
 
@@ -122,9 +120,18 @@ public:
         return control.As<Interface>();
     }
     HWND Tree() const { return TreeOf(control); }
+    /// The control's own window in its place; null when it has none.
+    HWND Window() const;
 
 private:
     TestContainer& m_container;
+};
+
+/// A test of one control in one container.
+class InContainer : public testing::Test {
+protected:
+    TestContainer container;
+    Embedded embedded{container};
 };
 
 }  // namespace sylvex::test

@@ -2,15 +2,6 @@
 
 namespace sylvex::test {
 
-namespace {
-
-std::string Narrow(const std::wstring& wide)
-{
-    return std::string(wide.begin(), wide.end());
-}
-
-}  // namespace
-
 ComPtr<::_Sylvex> NewControl()
 {
     return ComPtr(MakeControl().Object()).As<::_Sylvex>();

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <ole2.h>
 
 #include <olectl.h>
@@ -10,7 +11,6 @@
 
 #include <string>
 
-#include "component/border/border.h"
 #include "SylvexControl_h.h"
 #include "tests/component/automation.h"
 
@@ -21,6 +21,20 @@ ComPtr<::_Sylvex> NewControl();
 
 /// The window of the control's tree.
 HWND TreeOf(const ComPtr<::_Sylvex>& control);
+
+/// A list-view window of a host.
+struct ListViewWindow {
+    explicit ListViewWindow(DWORD style = 0)
+        : window(CreateWindowExW(0, WC_LISTVIEWW, L"List", WS_OVERLAPPEDWINDOW | LVS_REPORT | style, 0, 0, 400, 300,
+                                 nullptr, nullptr, nullptr, nullptr))
+    {
+    }
+    ListViewWindow(const ListViewWindow&) = delete;
+    ListViewWindow& operator=(const ListViewWindow&) = delete;
+    ~ListViewWindow() { DestroyWindow(window); }
+
+    const HWND window;
+};
 
 /// A font's name, size and weight as the system gives them; "none" for null.
 std::string TextOf(IFontDisp* font);

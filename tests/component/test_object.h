@@ -32,15 +32,9 @@ private:
     long m_references = 0;
 };
 
-/// One of which a late-bound caller needs Invoke alone.
+/// One that late-bound callers use; it adds Invoke.
 template <class... More>
-class TestDispatch : public TestObject<PlainDispatch, More...> {
-public:
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override
-    {
-        return E_NOTIMPL;
-    }
-};
+using TestDispatch = TestObject<PlainDispatch, More...>;
 
 /// An object that has another one as a part of itself, as containers extend a control.
 class OuterObject final : public TestObject<IUnknown> {

@@ -1,12 +1,6 @@
-#include <ole2.h>
-#include <windows.h>
-
 #include <gtest/gtest.h>
 
-#include <map>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "com/type_info.h"
 #include "SylvexControl_h.h"
@@ -15,17 +9,6 @@
 
 namespace sylvex::test {
 namespace {
-
-std::string Narrow(const wchar_t* text)
-{
-    const std::wstring wide = text ? text : L"";
-    return std::string(wide.begin(), wide.end());
-}
-
-std::string NameOf(ITypeInfo& info)
-{
-    return Narrow(sylvex::NameOf(info).c_str());
-}
 
 ComPtr<ITypeLib> Library()
 {
@@ -70,7 +53,7 @@ std::string TypeName(ITypeInfo& info, const TYPEDESC& type)
     described->GetTypeAttr(&attributes);
     const bool isObject = attributes->typekind == TKIND_INTERFACE || attributes->typekind == TKIND_DISPATCH;
     described->ReleaseTypeAttr(attributes);
-    return (isObject ? "*" : "") + NameOf(*described);
+    return (isObject ? "*" : "") + Narrow(NameOf(*described));
 }
 
 // The arguments of a member, and its result, which in a table of functions is the last of them.
@@ -92,7 +75,7 @@ std::string Arguments(ITypeInfo& info, const FUNCDESC& function, const std::vect
         const std::size_t name = static_cast<std::size_t>(index) + 1;
         arguments += (function.invkind == INVOKE_FUNC && name < names.size() ? names[name] + ":" : "") + type;
         if (flags & PARAMFLAG_FHASDEFAULT)
-            arguments += "=" + Narrow(Value(parameter.paramdesc.pparamdescex->varDefaultValue).Text().data());
+            arguments += "=" + Narrow(Value(parameter.paramdesc.pparamdescex->varDefaultValue).Text());
     }
     return "(" + arguments + ")" + (result.empty() ? "" : " ") + result;
 }
@@ -109,7 +92,7 @@ std::string Describe(ITypeInfo& info, const FUNCDESC& function)
     info.GetNames(function.memid, texts.data(), static_cast<UINT>(texts.size()), &count);
     std::vector<std::string> names;
     for (UINT index = 0; index < count; ++index) {
-        names.push_back(Narrow(texts[index]));
+        names.push_back(Narrow(ViewOf(texts[index])));
         SysFreeString(texts[index]);
     }
     std::ostringstream line;

@@ -1,18 +1,6 @@
-#include <windows.h>
-
-#include <ole2.h>
-
-#include <olectl.h>
-
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <functional>
-#include <vector>
 
-#include "com/pointer.h"
 #include "platform/win32/variant_text.h"
-#include "tests/component/automation.h"
 #include "tests/component/test_control.h"
 
 namespace sylvex::test {
@@ -35,16 +23,6 @@ Value Made(VARTYPE type, Write&& write)
     return value;
 }
 
-/// A reference to a place of this type.
-VARIANT ReferenceTo(VARTYPE type, void* place)
-{
-    VARIANT value;
-    VariantInit(&value);
-    V_VT(&value) = static_cast<VARTYPE>(type | VT_BYREF);
-    V_BYREF(&value) = place;
-    return value;
-}
-
 TEST(VariantText, SingleValues)
 {
     EXPECT_EQ(Rendered(Value().Raw()), L"{Empty}");
@@ -57,7 +35,7 @@ TEST(VariantText, SingleValues)
     EXPECT_EQ(Rendered(Value(true).Raw()), L"True");
     EXPECT_EQ(Rendered(Value(L"<a>{Null}\r").Raw()), L"&lt;a&gt;&#123;Null&#125;{U+000D}");
     EXPECT_EQ(Rendered(Made(VT_BSTR, [](VARIANT& v) { V_BSTR(&v) = nullptr; }).Raw()), L"");
-    EXPECT_EQ(Rendered(Value(static_cast<IDispatch*>(nullptr)).Raw()), L"{Nothing}");
+    EXPECT_EQ(Rendered(Value::Nothing().Raw()), L"{Nothing}");
     const auto error = [](SCODE code) {
         return Rendered(Made(VT_ERROR, [&](VARIANT& v) { V_ERROR(&v) = code; }).Raw());
     };
@@ -152,10 +130,7 @@ public:
     STDMETHODIMP Clone(IEnumVARIANT**) override { return E_NOTIMPL; }
     std::wstring Text()
     {
-        VARIANT value{};
-        V_VT(&value) = VT_DISPATCH;
-        V_DISPATCH(&value) = this;
-        const std::wstring text = Rendered(value);
+        const std::wstring text = Rendered(Value(this).Raw());
         EXPECT_EQ(References(), 0);
         return text;
     }

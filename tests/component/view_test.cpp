@@ -1,12 +1,5 @@
-#include <windows.h>
-
-#include <gtest/gtest.h>
-
 #include <cstdint>
-#include <functional>
-#include <memory>
 #include <set>
-#include <vector>
 
 #include "tests/component/test_container.h"
 
@@ -57,15 +50,13 @@ HRESULT Draw(const Embedded& embedded, HDC device, const RECTL& bounds)
                                             nullptr, 0);
 }
 
-class View : public testing::Test {
+class View : public InContainer {
 protected:
     void SetUp() override
     {
         ASSERT_HRESULT_SUCCEEDED(embedded.SetSite());
         ASSERT_HRESULT_SUCCEEDED(embedded.InitNew());
     }
-    TestContainer container;
-    Embedded embedded{container};
 };
 
 TEST_F(View, OfTheInactiveControlFillsItsPlaceInABitmap)

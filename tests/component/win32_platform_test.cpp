@@ -1,14 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <windows.h>
-
-#include <commctrl.h>
-
 #include <algorithm>
-#include <vector>
 
 #include "platform/win32/handles.h"
 #include "platform/win32/win32_platform.h"
+#include "tests/component/test_control.h"
 #include "tests/support/files_real.h"
 #include "tests/support/scene.h"
 
@@ -122,8 +116,8 @@ TEST_F(Win32PlatformTest, NumbersAreRoundedThenGrouped)
 
 TEST_F(Win32PlatformTest, ALongListOfRowsWithoutDataIsSortedInLittleTime)
 {
-    auto* const native = CreateWindowExW(0, WC_LISTVIEWW, nullptr, WS_POPUP | LVS_REPORT, 0, 0, 300, 200, nullptr,
-                                         nullptr, nullptr, nullptr);
+    const ListViewWindow host;
+    const HWND native = host.window;
     const auto list = services.windows.WrapList(NumberOf(native));
     for (const int column : {0, 1})
         list->InsertColumn(column, L"Column", 100, Alignment::Left);
@@ -150,7 +144,6 @@ TEST_F(Win32PlatformTest, ALongListOfRowsWithoutDataIsSortedInLittleTime)
                  list->IsChecked(row) != (row == 6);
     EXPECT_EQ(wrong, 0);
     EXPECT_EQ(list->SelectedRow(), 5);
-    DestroyWindow(native);
 }
 
 }  // namespace
