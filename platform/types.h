@@ -47,9 +47,15 @@ struct Date {
 };
 
 /// Attribute bits of a directory entry that the control looks at.
+constexpr std::uint32_t kAttributeHidden = 2;
+constexpr std::uint32_t kAttributeSystem = 4;
 constexpr std::uint32_t kAttributeDirectory = 16;
 /// The entry points somewhere else, or a driver of the file system keeps its content.
 constexpr std::uint32_t kAttributeReparse = 1024;
+/// The content is not at hand at once: on a tape, or with a store in a network.
+constexpr std::uint32_t kAttributeOffline = 0x1000;
+constexpr std::uint32_t kAttributeRecallOnOpen = 0x40000;
+constexpr std::uint32_t kAttributeRecallOnRead = 0x400000;
 
 /// One entry of a folder's listing. The texts stay valid until the search that gave them moves on.
 struct FileEntry {
@@ -59,10 +65,38 @@ struct FileEntry {
     std::int64_t lastWriteTime = 0;   ///< likewise
     std::uint64_t size = 0;           ///< bytes
     std::wstring_view name;
-    std::wstring_view shortName;  ///< the 8.3 name, empty when the name is already one
+    std::wstring_view shortName;   ///< the 8.3 name, empty when the name is already one
+    std::uint32_t reparseTag = 0;  ///< whose a reparse point is; 0 where the platform does not tell
 
     bool IsDirectory() const { return (attributes & kAttributeDirectory) != 0; }
 };
+
+/// What a directory record tells of an entry beside its name; flags, of which none is an ordinary file.
+enum EntryKind : std::uint8_t {
+    kKindFolder = 1,
+    kKindLink = 2,   ///< points to another place
+    kKindCloud = 4,  ///< stands for what a store in a network keeps
+    kKindOffline = 8,
+    kKindHidden = 16,
+    kKindSystem = 32
+};
+constexpr std::uint8_t KindOf(const FileEntry& entry)
+{
+    constexpr std::uint32_t kNamesAnotherPlace = 0x20000000;  // of any tag
+    constexpr std::uint32_t kCloudTag = 0x9000001A;
+    constexpr std::uint32_t kNumberOfCloud = 0xF000;
+    const auto has = [&](std::uint32_t attributes) { return (entry.attributes & attributes) != 0; };
+    const bool isReparse = has(kAttributeReparse);
+    const bool isCloud = has(kAttributeRecallOnOpen | kAttributeRecallOnRead) ||
+                         (isReparse && (entry.reparseTag & ~kNumberOfCloud) == kCloudTag);
+    // A platform that names no tag means a link.
+    const bool isLink =
+        isReparse && !isCloud && (entry.reparseTag == 0 || (entry.reparseTag & kNamesAnotherPlace) != 0);
+    return static_cast<std::uint8_t>((has(kAttributeDirectory) ? kKindFolder : 0) | (isLink ? kKindLink : 0) |
+                                     (isCloud ? kKindCloud : 0) | (has(kAttributeOffline) ? kKindOffline : 0) |
+                                     (has(kAttributeHidden) ? kKindHidden : 0) |
+                                     (has(kAttributeSystem) ? kKindSystem : 0));
+}
 
 /// An automation object that passes through the control unseen (a font, a picture, a host's object).
 class Object {

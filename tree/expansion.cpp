@@ -15,7 +15,7 @@ struct FolderTree::Listing {
     struct Entry {
         std::size_t start;
         std::size_t length;
-        int image;
+        std::uint8_t kind;
     };
     std::wstring names;
     std::vector<Entry> folders;
@@ -98,7 +98,7 @@ FolderTree::Listing FolderTree::ReadFolder(FolderLocals& own)
         own.oldPath = entry.name;
         if (entry.name.starts_with(L'.')) continue;
         auto& group = entry.IsDirectory() ? listing.folders : listing.files;
-        group.push_back({listing.names.size(), entry.name.size(), 0});
+        group.push_back({listing.names.size(), entry.name.size(), KindOf(entry)});
         listing.names += entry.name;
     }
     own.hFind = 0;
@@ -112,6 +112,7 @@ void FolderTree::AddFolders(Node& n, const Listing& listing, FolderLocals& own)
     const int open = nodes.Images().NumberOfKey(L"op");
     for (const Listing::Entry& folder : listing.folders) {
         own.n2 = &nodes.AddChild(n, listing.NameOf(folder), closed, open);
+        own.n2->SetKind(folder.kind);
         nodes.DeferPlaceholder(*own.n2);
         ++own.L4;
     }
@@ -132,6 +133,7 @@ void FolderTree::AddFiles(const Listing& listing, FolderLocals& own)
         m_context.platform.regional.AppendSortKey(listing.NameOf(file), keys.Next());
     for (const std::uint32_t place : keys.Sorted()) {
         own.n2 = &nodes.AddChild(parent, listing.NameOf(listing.files[place]), images[place]);
+        own.n2->SetKind(listing.files[place].kind);
         ++own.L4;
     }
 }

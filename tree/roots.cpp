@@ -152,6 +152,7 @@ Node& FolderTree::AddDesktop(RootLocals& own, int& line)
     Node& desktop = m_context.TV.GetNodes().Add(
         nullptr, Relationship::Last, own.MyKey,
         OrElse(GetResourceStringFromFile(L"Shell32.Dll", kDesktopString), L"Desktop"), std::wstring(L"dt"));
+    desktop.SetKind(kKindFolder);
     own.nod1 = NodeRef(&desktop);
     return desktop;
 }
@@ -168,6 +169,7 @@ Node& FolderTree::AddBelow(Node& desktop, RootLocals& own, int& line)
     own.MyKey = isWholeDrive ? std::wstring() : QualifyPath(documents);
     Node& myDocuments = nodes.Add(&desktop, Relationship::Child, own.MyKey,
                                   documents.size() > 3 ? documents.substr(3) : std::wstring(), std::wstring(L"cl"));
+    myDocuments.SetKind(kKindFolder);
     own.nod1 = NodeRef(&myDocuments);
     line = 6;
     if (hasSubDirectory(documents)) nodes.AddChild(myDocuments, L"", 0);
@@ -176,6 +178,7 @@ Node& FolderTree::AddBelow(Node& desktop, RootLocals& own, int& line)
     Node& myComputer = nodes.Add(&desktop, Relationship::Child, own.MyKey,
                                  OrElse(GetResourceStringFromFile(L"Shell32.Dll", kMyComputerString), L"My Computer"),
                                  std::wstring(L"mc"));
+    myComputer.SetKind(kKindFolder);
     own.nod1 = NodeRef(&myComputer);
     return myComputer;
 }
@@ -196,6 +199,7 @@ void FolderTree::AddDrives(Node& myComputer, RootLocals& own, int& line)
         // The shell may let messages through, and with them a host that empties the tree.
         const std::wstring name = m_context.platform.shell.DisplayName(own.MyDrive);
         Node& drive = nodes.Add(&*computer, Relationship::Child, own.MyKey, name, own.MyPic);
+        drive.SetKind(kKindFolder);
         own.nod1 = NodeRef(&drive);
         if (own.FirstFixed == 0 && own.DriveType == kFixedDrive) own.FirstFixed = static_cast<short>(nodes.Count());
         nodes.AddChild(drive, L"", 0);

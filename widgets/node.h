@@ -105,6 +105,9 @@ public:
     int KnownIndex() const;
     int Children() const { return m_childPending ? ResolvedChildren() : m_children; }
     Node* Child() const { return m_childPending ? ResolvedChild() : m_child; }
+    /// What the directory record told of it when it was read (EntryKind); 0 for a node that is of no folder's listing.
+    std::uint8_t Kind() const { return m_kind; }
+    void SetKind(std::uint8_t kind) { m_kind = kind; }
     Node* Next() const { return m_next; }
     Node* Previous() const { return m_previous; }
     Node* Parent() const { return m_parent; }
@@ -172,6 +175,7 @@ private:
     bool m_pendingMark : 1 = false;
     bool m_opening : 1 = false;   // its expand event runs: losing the last child does not close it
     bool m_realised : 1 = false;  // the children have rows in the window
+    std::uint8_t m_kind = 0;
 };
 
 }  // namespace sylvex

@@ -58,6 +58,7 @@ private:
     void Describe()
     {
         m_entry.attributes = m_data.dwFileAttributes;
+        m_entry.reparseTag = (m_data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? m_data.dwReserved0 : 0;
         m_entry.creationTime = TimeOf(m_data.ftCreationTime);
         m_entry.lastAccessTime = TimeOf(m_data.ftLastAccessTime);
         m_entry.lastWriteTime = TimeOf(m_data.ftLastWriteTime);

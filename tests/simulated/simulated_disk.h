@@ -26,6 +26,7 @@ struct DiskEntry : std::enable_shared_from_this<DiskEntry> {
     std::int64_t lastAccessTime = kFileTime;
     std::int64_t lastWriteTime = kFileTime;
     std::uint64_t size = 0;
+    std::uint32_t reparseTag = 0;
     std::wstring contents;
     bool readable = true;  ///< of a folder: can be listed
     std::vector<std::shared_ptr<DiskEntry>> children;

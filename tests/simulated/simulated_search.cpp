@@ -63,7 +63,8 @@ bool SimulatedSearch::Show(const DiskEntry& entry, std::wstring_view name)
                entry.lastWriteTime,
                entry.size,
                name,
-               dots ? std::wstring_view() : std::wstring_view(entry.shortName)};
+               dots ? std::wstring_view() : std::wstring_view(entry.shortName),
+               entry.reparseTag};
     return true;
 }
 
