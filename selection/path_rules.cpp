@@ -67,6 +67,23 @@ std::wstring PathRules::PathOf(Name name) const
     return path;
 }
 
+/// What one leaves out and the other takes is taken.
+void PathRules::Unite(const PathRules& others)
+{
+    PathRules both(*m_regional);
+    const auto add = [&](const PathRules& ours, const PathRules& theirs) {
+        for (const Rule& rule : ours.Rules()) {
+            const std::wstring inside = rule.path.ends_with(L'\\') ? rule.path : rule.path + L'\\';
+            const bool taken = theirs.Includes(rule.reach == Reach::Files ? inside + L'*' : rule.path) ||
+                               (rule.reach == Reach::Branch && theirs.Includes(inside));
+            if (rule.include || !taken) both.Add(rule);
+        }
+    };
+    add(*this, others);
+    add(others, *this);
+    *this = std::move(both);
+}
+
 void PathRules::Minimise()
 {
     PathRules fewer(*m_regional);

@@ -41,6 +41,8 @@ public:
 
     /// Takes the place of an earlier rule of that path and reach.
     void Add(const Rule& rule);
+    /// Takes what the others take, too.
+    void Unite(const PathRules& others);
     /// Takes away what follows from the rules above it.
     void Minimise();
     bool Empty() const { return m_below.empty(); }
