@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/star_match.h"
 #include "platform/text.h"
 
 namespace sylvex {
@@ -158,58 +159,27 @@ bool IgnorePatterns::Fits(const Token& token, wchar_t letter)
     }
 }
 
-/// The usual match with one remembered star: what a star has taken grows by one where the rest fails.
 bool IgnorePatterns::Fits(const Glob& glob, std::wstring_view name)
 {
-    std::size_t at = 0;
-    std::size_t token = 0;
-    std::optional<std::size_t> star;
-    std::size_t taken = 0;
-    while (at < name.size()) {
-        if (token < glob.size() && glob[token].kind == Token::Kind::AnyLetters) {
-            star = ++token;
-            taken = at;
-        } else if (token < glob.size() && Fits(glob[token], name[at])) {
-            ++token;
-            ++at;
-        } else if (star) {
-            token = *star;
-            at = ++taken;
-        } else {
-            return false;
-        }
-    }
-    return std::all_of(glob.begin() + static_cast<std::ptrdiff_t>(token), glob.end(),
-                       [](const Token& rest) { return rest.kind == Token::Kind::AnyLetters; });
+    const auto isStar = [&](std::size_t token) { return glob[token].kind == Token::Kind::AnyLetters; };
+    const auto used = MatchStars(glob.size(), name.size(), isStar,
+                                 [&](std::size_t token, std::size_t at) { return Fits(glob[token], name[at]); });
+    std::size_t token = used.value_or(0);
+    while (used && token < glob.size() && isStar(token))
+        ++token;
+    return used && token == glob.size();
 }
 
-/// Whether the pattern fits the path of the first `count` names. The parts are matched as letters are, with "**" as the
-/// star; at a pattern's end it takes one name at least.
+/// Whether the pattern fits the path of the first `count` names. At a pattern's end "**" takes one name at least.
 bool IgnorePatterns::Fits(const Pattern& pattern, const std::vector<std::wstring>& lower, std::size_t count,
                           bool isFolder)
 {
     if (pattern.foldersOnly && !isFolder) return false;
     if (!pattern.bound) return Fits(*pattern.parts.front(), lower[count - 1]);
-    std::size_t at = 0;
-    std::size_t part = 0;
-    std::optional<std::size_t> star;
-    std::size_t taken = 0;
-    while (at < count) {
-        if (part < pattern.parts.size() && !pattern.parts[part]) {
-            star = ++part;
-            taken = at;
-            if (part == pattern.parts.size()) return true;
-        } else if (part < pattern.parts.size() && Fits(*pattern.parts[part], lower[at])) {
-            ++part;
-            ++at;
-        } else if (star) {
-            part = *star;
-            at = ++taken;
-        } else {
-            return false;
-        }
-    }
-    return part == pattern.parts.size();
+    const auto used = MatchStars(
+        pattern.parts.size(), count, [&](std::size_t part) { return !pattern.parts[part]; },
+        [&](std::size_t part, std::size_t at) { return Fits(*pattern.parts[part], lower[at]); });
+    return used == pattern.parts.size();
 }
 
 /// What the last pattern that fits says of the path of the first `count` names.

@@ -1,4 +1,5 @@
 #include "platform/path_names.h"
+#include "platform/star_match.h"
 #include "platform/text.h"
 #include "tree/folder_tree.h"
 
@@ -130,28 +131,10 @@ bool LikePattern(Regional& regional, std::wstring_view text, std::wstring_view p
 {
     const std::wstring lowerText = LowerText(regional, text);
     const std::wstring lowerPattern = LowerText(regional, pattern);
-    // The usual match with one remembered star: what a star has taken grows by one where the rest fails.
-    std::size_t t = 0;
-    std::size_t p = 0;
-    std::size_t star = std::wstring::npos;
-    std::size_t taken = 0;
-    while (t < lowerText.size()) {
-        if (p < lowerPattern.size() && lowerPattern[p] == L'*') {
-            star = p++;
-            taken = t;
-        } else if (p < lowerPattern.size() && (lowerPattern[p] == L'?' || lowerPattern[p] == lowerText[t])) {
-            ++p;
-            ++t;
-        } else if (star != std::wstring::npos) {
-            p = star + 1;
-            t = ++taken;
-        } else {
-            return false;
-        }
-    }
-    while (p < lowerPattern.size() && lowerPattern[p] == L'*')
-        ++p;
-    return p == lowerPattern.size();
+    const auto used = MatchStars(
+        lowerPattern.size(), lowerText.size(), [&](std::size_t p) { return lowerPattern[p] == L'*'; },
+        [&](std::size_t p, std::size_t t) { return lowerPattern[p] == L'?' || lowerPattern[p] == lowerText[t]; });
+    return used && lowerPattern.find_first_not_of(L'*', *used) == std::wstring::npos;
 }
 
 }  // namespace sylvex
